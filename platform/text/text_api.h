@@ -1,0 +1,60 @@
+// Native build: comparison, formatting, dates and times under their Windows names. Each call takes
+// only the flags that the product passes; any other fails with the documented error.
+#pragma once
+
+#include "platform/base/types.h"
+
+inline constexpr LCID LOCALE_USER_DEFAULT = 0x0400;
+inline constexpr LCID LOCALE_SYSTEM_DEFAULT = 0x0800;
+inline constexpr LCID LOCALE_NEUTRAL = 0x0000;
+inline constexpr DWORD NORM_IGNORECASE = 0x00000001;
+inline constexpr DWORD SORT_STRINGSORT = 0x00001000;
+inline constexpr DWORD NORM_IGNOREKANATYPE = 0x00010000;
+inline constexpr DWORD NORM_IGNOREWIDTH = 0x00020000;
+inline constexpr int CSTR_LESS_THAN = 1;
+inline constexpr int CSTR_EQUAL = 2;
+inline constexpr int CSTR_GREATER_THAN = 3;
+
+// Compares two texts; a length of -1 means null-terminated, any other counts UTF-16 units.
+// 0 on failure (null text: ERROR_INVALID_PARAMETER; other flags: ERROR_INVALID_FLAGS).
+int CompareStringW(LCID locale, DWORD flags, LPCWSTR a, int cchA, LPCWSTR b, int cchB);
+
+inline constexpr DWORD FORMAT_MESSAGE_FROM_STRING = 0x00000400;
+inline constexpr DWORD FORMAT_MESSAGE_ARGUMENT_ARRAY = 0x00002000;
+
+// Only FROM_STRING | ARGUMENT_ARRAY with inserts %1 to %99 of texts; `arguments` points to an array
+// of LPCWSTR, as DWORD_PTR. Returns the units written without the terminator, 0 on failure
+// (buffer too small: ERROR_INSUFFICIENT_BUFFER).
+struct SrFormatArguments;
+using va_list_array = SrFormatArguments;
+DWORD FormatMessageW(DWORD flags, LPCVOID source, DWORD messageId, DWORD languageId, LPWSTR buffer,
+                     DWORD cchBuffer, va_list_array* arguments);
+
+inline constexpr DWORD DATE_SHORTDATE = 0x00000001;
+inline constexpr DWORD DATE_LONGDATE = 0x00000002;
+inline constexpr DWORD TIME_NOSECONDS = 0x00000002;
+
+// Written as for the environment's locale (LC_TIME); a null `date` means now. The format text must
+// be null. Returns the units needed or written, the terminator included; 0 on failure.
+int GetDateFormatW(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCWSTR format, LPWSTR buffer,
+                   int cchBuffer);
+int GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR format, LPWSTR buffer,
+                   int cchBuffer);
+
+void GetLocalTime(SYSTEMTIME* now);
+void GetSystemTime(SYSTEMTIME* now);
+BOOL SystemTimeToFileTime(const SYSTEMTIME* time, FILETIME* result);
+BOOL FileTimeToSystemTime(const FILETIME* time, SYSTEMTIME* result);
+LONG CompareFileTime(const FILETIME* a, const FILETIME* b);
+// With a null zone: the process's zone (TZ), by the rule that held at that moment.
+struct TIME_ZONE_INFORMATION;
+BOOL SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* utc,
+                                     SYSTEMTIME* local);
+
+// Days since 1899-12-30; the fraction is the time of day.
+INT SystemTimeToVariantTime(SYSTEMTIME* time, DATE* result);
+INT VariantTimeToSystemTime(DATE date, SYSTEMTIME* result);
+
+// The user's name; *cch is the buffer's size in units and becomes the units of the name with its
+// terminator. Too small: ERROR_INSUFFICIENT_BUFFER and the size needed.
+BOOL GetUserNameW(LPWSTR buffer, DWORD* cch);

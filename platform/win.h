@@ -1,0 +1,33 @@
+// The one door to the operating system's interface. The Windows build gets the SDK headers, the
+// native build gets declarations of the same names from the folders beside this file. Only names
+// with a W suffix and only what the product calls exist on both sides.
+#pragma once
+
+#ifdef _WIN32
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef UNICODE
+#define UNICODE
+#endif
+#ifndef _UNICODE
+#define _UNICODE
+#endif
+#include <windows.h>
+// Behind windows.h, which they need.
+#include <commctrl.h>
+#include <objbase.h>
+#include <oleauto.h>
+#include <shlwapi.h>
+#else
+#include "platform/base/types.h"
+#include "platform/com/com_api.h"
+#include "platform/files/files_api.h"
+#include "platform/registry/registry_api.h"
+#include "platform/resources/resources_api.h"
+#include "platform/text/text_api.h"
+#include "platform/windows/windows_api.h"
+#endif
