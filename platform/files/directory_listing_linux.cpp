@@ -1,0 +1,129 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <vector>
+
+#include "platform/files/directory_listing.h"
+#include "platform/files/path_mapping.h"
+
+namespace {
+
+// A folder of 2,000 entries comes with one call.
+constexpr std::size_t kBufferBytes = 256 * 1024;
+
+struct KernelEntry {
+    std::uint64_t inode;
+    std::int64_t offset;
+    unsigned short length;
+    unsigned char type;
+    char name[1];
+};
+
+}  // namespace
+
+struct DirectoryListing::State {
+    int descriptor = -1;
+    std::vector<char> buffer = std::vector<char>(kBufferBytes);
+    std::size_t at = 0;
+    std::size_t end = 0;
+    bool failed = false;
+    WText name;
+    WText prefix;  // what stands in front of the star, without the folder
+
+    ~State() { Close(); }
+    void Close() {
+        if (descriptor >= 0) close(descriptor);
+        descriptor = -1;
+        at = end = 0;
+        failed = false;
+    }
+    bool Fill();
+    void Classify(const KernelEntry& raw, Entry& entry) const;
+    bool HasPrefix() const;
+};
+
+bool DirectoryListing::State::Fill() {
+    const long got = syscall(SYS_getdents64, descriptor, buffer.data(), buffer.size());
+    at = 0;
+    end = got > 0 ? static_cast<std::size_t>(got) : 0;
+    failed = got < 0;
+    if (failed) SetLastError(platform::ErrorFromErrno(errno));
+    return got > 0;
+}
+
+void DirectoryListing::State::Classify(const KernelEntry& raw, Entry& entry) const {
+    unsigned char type = raw.type;
+    struct stat status {};
+    if (type == DT_UNKNOWN && fstatat(descriptor, raw.name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        type = IFTODT(status.st_mode);
+    }
+    entry.isFolderLink = type == DT_LNK && fstatat(descriptor, raw.name, &status, 0) == 0 &&
+                         S_ISDIR(status.st_mode);
+    entry.isDirectory = type == DT_DIR || entry.isFolderLink;
+    entry.isDot = raw.name[0] == '.' &&
+                  (raw.name[1] == 0 || (raw.name[1] == '.' && raw.name[2] == 0));
+}
+
+bool DirectoryListing::State::HasPrefix() const {
+    if (prefix.empty()) return true;
+    if (name.size() < prefix.size()) return false;
+    const int cch = static_cast<int>(prefix.size());
+    return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH, name.c_str(),
+                          cch, prefix.c_str(), cch) == CSTR_EQUAL;
+}
+
+DirectoryListing::DirectoryListing() : state_(std::make_unique<State>()) {}
+DirectoryListing::~DirectoryListing() = default;
+DirectoryListing::DirectoryListing(DirectoryListing&&) noexcept = default;
+DirectoryListing& DirectoryListing::operator=(DirectoryListing&&) noexcept = default;
+
+bool DirectoryListing::Open(const WCHAR* pattern) {
+    state_->Close();
+    const WTextView text(pattern);
+    const std::size_t separator = text.find_last_of(TEXT("\\/"));
+    const std::size_t nameAt = separator == WTextView::npos ? 0 : separator + 1;
+    const WTextView name = text.substr(nameAt);
+    if (name.empty() || name.find_first_of(TEXT("*?")) != name.size() - 1 || name.back() != '*') {
+        SetLastError(ERROR_NOT_SUPPORTED);
+        return false;
+    }
+    state_->prefix = name.substr(0, name.size() - 1);
+    std::string folder;
+    if (!platform::PathToBytes(text.substr(0, nameAt), folder)) return false;
+    if (folder.empty()) folder = ".";
+    state_->descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK);
+    if (state_->descriptor < 0) {
+        // Windows calls any missing folder of a pattern a missing path.
+        const DWORD error = platform::ErrorFromErrno(errno);
+        SetLastError(error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
+        return false;
+    }
+    if (state_->Fill()) return true;
+    const bool failed = state_->failed;
+    state_->Close();
+    if (!failed) SetLastError(ERROR_FILE_NOT_FOUND);
+    return false;
+}
+
+bool DirectoryListing::Next(Entry& entry) {
+    State& state = *state_;
+    for (;;) {
+        if (state.descriptor < 0) return false;
+        if (state.at >= state.end && !state.Fill()) return false;
+        const auto* raw = reinterpret_cast<const KernelEntry*>(state.buffer.data() + state.at);
+        state.at += raw->length;
+        state.name.clear();
+        platform::AppendNameFromBytes(state.name, raw->name);
+        if (!state.HasPrefix()) continue;
+        state.Classify(*raw, entry);
+        entry.name = state.name;
+        return true;
+    }
+}
+
+bool DirectoryListing::Failed() const { return state_->failed; }

@@ -1,0 +1,13 @@
+// What lives as long as the module: the count of its objects and the resource library.
+#pragma once
+
+#include "platform/win.h"
+
+// Objects of the module that are alive; it may be unloaded at 0. One thread, so a plain number.
+extern LONG objectCount;
+
+// The resource library, loaded on first need; null when it can't be loaded, and then tried again at
+// the next call.
+HINSTANCE SrResReturnHandle();
+// Gives the library up; for the module's unloading.
+void ReleaseResourceLibrary();
