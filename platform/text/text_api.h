@@ -2,6 +2,8 @@
 // only the flags that the product passes; any other fails with the documented error.
 #pragma once
 
+#include <cstdarg>
+
 #include "platform/base/types.h"
 
 inline constexpr LCID LOCALE_USER_DEFAULT = 0x0400;
@@ -22,13 +24,12 @@ int CompareStringW(LCID locale, DWORD flags, LPCWSTR a, int cchA, LPCWSTR b, int
 inline constexpr DWORD FORMAT_MESSAGE_FROM_STRING = 0x00000400;
 inline constexpr DWORD FORMAT_MESSAGE_ARGUMENT_ARRAY = 0x00002000;
 
-// Only FROM_STRING | ARGUMENT_ARRAY with inserts %1 to %99 of texts; `arguments` points to an array
-// of LPCWSTR, as DWORD_PTR. Returns the units written without the terminator, 0 on failure
-// (buffer too small: ERROR_INSUFFICIENT_BUFFER).
-struct SrFormatArguments;
-using va_list_array = SrFormatArguments;
+// Only FROM_STRING | ARGUMENT_ARRAY with inserts %1 to %99 of texts (%1!s! and %1!ls! as well);
+// `arguments` points to an array of LPCWSTR. Returns the units written without the terminator, 0 on
+// failure (buffer too small: ERROR_INSUFFICIENT_BUFFER; nothing to write: ERROR_NO_WORK_DONE).
+// Callers have FormatInserts of message_format.h, which needs no cast and no buffer.
 DWORD FormatMessageW(DWORD flags, LPCVOID source, DWORD messageId, DWORD languageId, LPWSTR buffer,
-                     DWORD cchBuffer, va_list_array* arguments);
+                     DWORD cchBuffer, va_list* arguments);
 
 inline constexpr DWORD DATE_SHORTDATE = 0x00000001;
 inline constexpr DWORD DATE_LONGDATE = 0x00000002;

@@ -1,0 +1,11 @@
+// Which of the two builds this is, for tests that mark a known difference.
+#pragma once
+
+// True where the native layer answers the calls of platform/win.h.
+constexpr bool IsNativeLayer() {
+#ifdef _WIN32
+    return false;
+#else
+    return true;
+#endif
+}
