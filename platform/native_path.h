@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/wtext.h"
 
@@ -10,3 +11,13 @@ using NativePath = WText;
 #else
 using NativePath = std::string;
 #endif
+
+// The path in the form of the operating system, from one in the form of Windows. Empty, with the last
+// error, when there is no such path natively (another drive, a network path).
+NativePath NativePathFromWide(WTextView path);
+// The absolute path in the form of Windows, from one as a person types it. Empty when there is none.
+WText AbsoluteWidePath(const NativePath& path);
+// How a path in the form of Windows is shown: natively as a path of the system, byte by byte.
+std::string DisplayPath(WTextView path);
+// A file name as a person types it, in the form in which the names of files are compared.
+WText WideNameFromTyped(std::string_view name);

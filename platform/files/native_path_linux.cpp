@@ -1,0 +1,29 @@
+#include "platform/files/path_mapping.h"
+#include "platform/native_path.h"
+
+NativePath NativePathFromWide(WTextView path) {
+    std::string bytes;
+    if (!platform::PathToBytes(path, bytes)) bytes.clear();
+    return bytes;
+}
+
+WText AbsoluteWidePath(const NativePath& path) {
+    if (path.empty()) return {};
+    const WText wide = platform::PathFromBytes(path);
+    const DWORD cch = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
+    if (cch == 0) return {};
+    WText full(cch, 0);
+    full.resize(GetFullPathNameW(wide.c_str(), cch, full.data(), nullptr));
+    return full;
+}
+
+std::string DisplayPath(WTextView path) {
+    std::string bytes = NativePathFromWide(path);
+    return bytes.empty() ? wtext::ToUtf8(path) : bytes;
+}
+
+WText WideNameFromTyped(std::string_view name) {
+    WText wide;
+    platform::AppendNameFromBytes(wide, name);
+    return wide;
+}

@@ -1,0 +1,16 @@
+#include "platform/native_path.h"
+
+NativePath NativePathFromWide(WTextView path) { return NativePath(path); }
+
+WText AbsoluteWidePath(const NativePath& path) {
+    if (path.empty()) return {};
+    const DWORD cch = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+    if (cch == 0) return {};
+    WText full(cch, 0);
+    full.resize(GetFullPathNameW(path.c_str(), cch, full.data(), nullptr));
+    return full;
+}
+
+std::string DisplayPath(WTextView path) { return wtext::ToUtf8(path); }
+
+WText WideNameFromTyped(std::string_view name) { return wtext::FromUtf8(name); }

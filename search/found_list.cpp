@@ -1,0 +1,19 @@
+#include "search/found_list.h"
+
+#include "shell/module_state.h"
+
+SRxFoundList::SRxFoundList(SRxFindDialog& owner, MDxFileNameNode** slot)
+    : dialog(&owner),
+      selectionSlot(slot != nullptr ? slot : &ownSelection),
+      returnSelection(slot != nullptr) {
+    ++objectCount;
+}
+
+SRxFoundList::~SRxFoundList() {
+    if (!returnSelection && *selectionSlot != nullptr) {
+        (*selectionSlot)->Release();
+        if ((*selectionSlot)->GetReferenceCount() == 0) delete *selectionSlot;
+    }
+    delete rootNode;
+    --objectCount;
+}

@@ -1,0 +1,54 @@
+// The record of one search run, first argument of every function of the engine.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "dialog/find_dialog.h"
+#include "outside/md_properties.h"
+
+// What one criterion said of the file at hand.
+struct CriterionOutcome {
+    bool result = false;
+    // The file alone can't decide it: it counts as true and travels on the record.
+    bool undecided = false;
+};
+
+struct SRxFoundList {
+    // `slot` is the caller's, for the picked files or the hits; may be null.
+    SRxFoundList(SRxFindDialog& owner, MDxFileNameNode** slot);
+    ~SRxFoundList();
+    SRxFoundList(const SRxFoundList&) = delete;
+    SRxFoundList& operator=(const SRxFoundList&) = delete;
+
+    SRxFindDialog* dialog;
+    HWND window = nullptr;  // the found dialog; null where none exists
+    MDxFileNameNode** selectionSlot;
+    MDxFileNameNode* ownSelection = nullptr;
+    MDxFileNameNode* rootNode = nullptr;  // the work chain, owned
+    IQxLecternServer* server = nullptr;   // not owned
+    unsigned matchCase = 0;               // nonzero: letters' case counts
+    bool returnSelection;
+    bool multiSelect = true;
+    bool stopRequested = false;
+    bool sharingMessageShown = false;
+    SRxShellExtParameters params;
+    bool skippedCriterionSeen = false;
+    unsigned pumpCounter = 10;  // so that the first progress text pumps
+    UINT_PTR timerId = 0;
+    HWND statusBar = nullptr;
+    LONG bottomMargin = -1;
+    LONG rightMargin = -1;
+    LONG buttonGap = -1;
+    LONG statusBottomMargin = -1;
+    LONG statusLeft = -1;
+    LONG listBottomMargin = -1;
+
+    // Behind the fields that other modules know.
+    // The route hands the caller's own nodes to the file test: each leaves with a record for every
+    // criterion, hit or not.
+    bool keepsRecords = false;
+    // Reused from file to file.
+    std::unique_ptr<MDxProperties> properties;
+    std::vector<CriterionOutcome> outcomes;
+};

@@ -1,0 +1,21 @@
+// What one criterion means: which fact of the file it reads and by which comparison it is judged.
+#pragma once
+
+#include "search/found_list.h"
+
+// The file at hand.
+struct FileAtHand {
+    MDxFileNameNode& node;
+    MDxProperties* properties;  // null when no criterion needs them
+    HRESULT status;             // negative: the properties can't be used
+    bool needProperties;
+};
+
+// A criterion about the file itself, or a custom property.
+CriterionOutcome EvaluateFileCriterion(SRxFoundList& list, const FileAtHand& file,
+                                       const SRxCriteriaNode& c);
+
+// A criterion about things inside the document: true for every file, unless its own value can't be
+// used. Sets the test on `record`, which may be null.
+bool CarryOccurrenceCriterion(const SRxFoundList& list, const SRxCriteriaNode& c,
+                              MDxCritNode* record);

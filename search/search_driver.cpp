@@ -1,0 +1,84 @@
+#include "outside/md_messages.h"
+#include "outside/ps_property_specifics.h"
+#include "platform/wtext.h"
+#include "search/search.h"
+
+namespace {
+
+bool IsChecked(const SRxFoundList& list, int control) {
+    return SendDlgItemMessageW(list.dialog->dialogWindow, control, BM_GETCHECK, 0, 0) != 0;
+}
+
+// Works out once what every file needs: whether properties are asked for, and the numbers of the
+// design states.
+bool PrepareCriteria(SRxCriteriaNode* head) {
+    bool needProperties = false;
+    for (SRxCriteriaNode* c = head; c != nullptr; c = c->nextCriterion) {
+        needProperties = needProperties || c->NeedsDocumentProperties();
+        if (c->propertyStringId == PROP_DESIGN_STATE) {
+            c->numericValue = PSxPropertySpecifics::DesignStateStringToInt(c->value);
+        }
+    }
+    return needProperties;
+}
+
+bool RunRoute(SRxFoundList& list, bool needProperties) {
+    if (list.dialog->SearchOnlyAssem()) return SearchSelection(list, needProperties);
+    const LRESULT subfolders = SendDlgItemMessageW(list.dialog->dialogWindow, IDC_LOOK_SUBFOLDERS,
+                                                   BM_GETCHECK, 0, 0);
+    return SearchFolders(list, subfolders, needProperties);
+}
+
+}  // namespace
+
+BLxWString ReadControlText(HWND dialog, int control) {
+    const LRESULT length = SendDlgItemMessageW(dialog, control, WM_GETTEXTLENGTH, 0, 0);
+    BLxWString text(static_cast<std::size_t>(length) + 1, 0);
+    text.resize(GetDlgItemTextW(dialog, control, text.data(), static_cast<int>(text.size())));
+    return text;
+}
+
+bool RunSearch(SRxFoundList& list) {
+    const HCURSOR earlier = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    list.matchCase = IsChecked(list, IDC_MATCH_CASE) ? 1 : 0;
+    const bool needProperties = PrepareCriteria(list.dialog->criteriaHead);
+    const bool result = RunRoute(list, needProperties);
+    if (result) {
+        SRxSkippedCritNode* skipped = BuildSkippedCriteria(list);
+        if (!list.params.SetCritForSkipped(skipped)) delete skipped;
+    }
+    if (list.window == nullptr && *list.selectionSlot == nullptr && !list.skippedCriterionSeen) {
+        DisplayMessageId(list.dialog->resourceInstance, MSG_NO_HITS, MB_OK, eKindInformation,
+                         kHelpFoundList, list.dialog->dialogWindow);
+    }
+    SetCursor(earlier);
+    list.stopRequested = false;
+    return list.dialog->SearchComplete(result);
+}
+
+bool SearchSelection(SRxFoundList& list, bool needProperties) {
+    // A progress text for every eleventh file, the first one soon.
+    int tick = 5;
+    int insertIndex = 0;
+    list.keepsRecords = true;
+    MDxFileNameNode* node = *list.selectionSlot;
+    *list.selectionSlot = nullptr;
+    BLxWString folder;
+    for (; node != nullptr && !list.stopRequested; node = node->GetNextNode()) {
+        if (++tick > 10) {
+            ShowProgress(list, node->GetFileName());
+            tick = 0;
+        }
+        folder = node->GetFileName();
+        PathRemoveFileSpecW(folder.data());
+        folder.resize(wtext::Length(folder.c_str()));
+        if (!folder.empty()) folder += static_cast<WCHAR>('\\');
+        TestFile(list, folder.c_str(), PathFindFileNameW(node->GetFileName()), node, needProperties,
+                 insertIndex);
+    }
+    return true;
+}
+
+bool ShowProgress(SRxFoundList& list, const WCHAR*) {
+    return !list.stopRequested;
+}

@@ -1,0 +1,23 @@
+// Who hears what a search looks at: a host that counts and reports. Calls come on the search's
+// thread in the middle of the search; an observer may set `stopRequested` of the record.
+#pragma once
+
+#include "platform/win.h"
+
+struct SRxFoundList;
+
+class SRxSearchObserver {
+public:
+    virtual void OnFolder(SRxFoundList& list, const WCHAR* folder) = 0;
+    // The folder could not be listed, or not to its end.
+    virtual void OnFolderFailed(const WCHAR* folder) = 0;
+    virtual void OnFile(SRxFoundList& list) = 0;
+    // The type filter spared a read of the file's properties.
+    virtual void OnPassedOver() = 0;
+    // `status` is the result of the attempt: negative on failure, or one of MDxProperties' positive
+    // results.
+    virtual void OnPropertiesRead(const WCHAR* file, HRESULT status) = 0;
+
+protected:
+    ~SRxSearchObserver() = default;
+};

@@ -1,0 +1,164 @@
+#include "search/value_comparison.h"
+
+#include <cmath>
+
+#include "platform/number_text.h"
+
+namespace {
+
+bool IsPrintableAscii(WTextView text) {
+    for (const WCHAR unit : text) {
+        if (unit < 0x20 || unit > 0x7E) return false;
+    }
+    return true;
+}
+
+WCHAR FoldAscii(WCHAR unit) {
+    return unit >= 'A' && unit <= 'Z' ? static_cast<WCHAR>(unit + ('a' - 'A')) : unit;
+}
+
+bool AsciiEqual(WTextView a, WTextView b, bool ignoreCase) {
+    if (!ignoreCase) return a == b;
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (FoldAscii(a[i]) != FoldAscii(b[i])) return false;
+    }
+    return true;
+}
+
+bool SystemEqual(WTextView a, WTextView b, DWORD flags) {
+    return CompareStringW(LOCALE_USER_DEFAULT, flags, a.data(), static_cast<int>(a.size()),
+                          b.data(), static_cast<int>(b.size())) == CSTR_EQUAL;
+}
+
+// Printable ASCII has no two characters that are equal but for case when hyphen and apostrophe count
+// (SORT_STRINGSORT), so a plain loop answers as CompareStringW does, ten times as fast.
+bool Contains(WTextView value, WTextView text, DWORD flags) {
+    if (text.empty() || value.size() < text.size()) return false;
+    const bool ascii = IsPrintableAscii(text) && IsPrintableAscii(value);
+    const bool ignoreCase = (flags & NORM_IGNORECASE) != 0;
+    for (std::size_t at = 0; at + text.size() <= value.size(); ++at) {
+        const WTextView window = value.substr(at, text.size());
+        if (ascii ? AsciiEqual(window, text, ignoreCase) : SystemEqual(window, text, flags)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+DWORD TextFlags(const SRxFoundList& list) { return list.matchCase != 0 ? kExactText : kFoldText; }
+
+bool EqualsString(const SRxFoundList& list, UINT id, const WCHAR* text) {
+    WCHAR word[kLabelLength];
+    if (LoadStringW(list.dialog->resourceInstance, id, word, kLabelLength) < 1) return false;
+    return CompareStringW(LOCALE_USER_DEFAULT, kFoldWord, word, -1, text, -1) == CSTR_EQUAL;
+}
+
+}  // namespace
+
+bool TextsEqual(WTextView a, WTextView b, DWORD flags) {
+    if ((flags & SORT_STRINGSORT) != 0 && IsPrintableAscii(a) && IsPrintableAscii(b)) {
+        return AsciiEqual(a, b, (flags & NORM_IGNORECASE) != 0);
+    }
+    return SystemEqual(a, b, flags);
+}
+
+bool CompareStringValue(const SRxFoundList& list, const WCHAR* value, const WCHAR* text,
+                        unsigned conditionId) {
+    const WTextView wanted = text != nullptr ? WTextView(text) : WTextView();
+    if (value == nullptr || *value == 0) {
+        return conditionId == COND_DIFFERS || (conditionId == COND_EQUALS && wanted.empty());
+    }
+    const WTextView have(value);
+    const DWORD flags = TextFlags(list);
+    const bool fits = have.size() >= wanted.size();
+    switch (conditionId) {
+        case COND_ANY_VALUE:
+            return true;
+        case COND_BEGINS_WITH:
+            return fits && TextsEqual(have.substr(0, wanted.size()), wanted, flags);
+        case COND_ENDS_WITH:
+            return fits && TextsEqual(have.substr(have.size() - wanted.size()), wanted, flags);
+        case COND_CONTAINS:
+            return Contains(have, wanted, flags);
+        case COND_EQUALS:
+            return TextsEqual(have, wanted, flags);
+        case COND_DIFFERS:
+            return !TextsEqual(have, wanted, flags);
+        default:
+            return false;
+    }
+}
+
+bool CompareTextValue(const SRxFoundList& list, const WCHAR* value, const WCHAR* text,
+                      unsigned conditionId) {
+    if (value == nullptr || *value == 0) {
+        return conditionId == COND_IS_EMPTY || conditionId == COND_DIFFERS;
+    }
+    switch (conditionId) {
+        case COND_IS_EMPTY:
+            return false;
+        case COND_IS_LOGIN_USER:
+            return TextsEqual(value, list.dialog->loginUserName, TextFlags(list));
+        case COND_IS_APP_USER:
+            return TextsEqual(value, list.dialog->appUserName, TextFlags(list));
+        case COND_BEGINS_WITH:
+        case COND_ENDS_WITH:
+        case COND_CONTAINS:
+        case COND_EQUALS:
+        case COND_DIFFERS:
+            return CompareStringValue(list, value, text, conditionId);
+        default:
+            // Has a value, has any value, and every condition that says nothing about a text.
+            return true;
+    }
+}
+
+bool CompareRealValues(const SRxFoundList&, double value, double target, unsigned conditionId,
+                       double tolerance) {
+    switch (conditionId) {
+        case COND_ANY_VALUE:
+            return true;
+        case COND_NUM_EQUALS:
+        case COND_EQUALS:
+            return tolerance < 0 ? value == target : tolerance > std::fabs(value - target);
+        case COND_GREATER_THAN:
+            return value > target;
+        case COND_LESS_THAN:
+            return value < target;
+        case COND_DIFFERS:
+        case COND_NUM_DIFFERS:
+            return value != target;
+        default:
+            return false;
+    }
+}
+
+bool CompareRealText(const SRxFoundList& list, double value, const WCHAR* text,
+                     unsigned conditionId, double tolerance) {
+    double target = 0;
+    std::size_t consumed = 0;
+    (void)ParseReal(text, target, consumed);
+    if (text[consumed] != 0) return false;
+    return CompareRealValues(list, value, target, conditionId, tolerance);
+}
+
+bool CompareBoolValue(const SRxFoundList& list, bool value, const WCHAR* text,
+                      unsigned conditionId) {
+    switch (conditionId) {
+        case COND_ANY_VALUE:
+            return true;
+        case COND_IS_NO_ALT:
+        case COND_IS_NO:
+            return !value;
+        case COND_IS_YES:
+        case COND_IS_YES_ALT:
+            return value;
+        case COND_DIFFERS:
+            return value !=
+                   (EqualsString(list, STR_YES_WORD, text) ||
+                    EqualsString(list, COND_IS_YES_ALT, text));
+        default:
+            return false;
+    }
+}
