@@ -95,6 +95,7 @@ private:
     friend class MDxProperties;
 
     ChainIndex& IndexAsHead();
+    const GUID& RootClass();
 
     BLxWString fileName_;
     MDxFileNameNode* next_ = nullptr;

@@ -11,12 +11,14 @@ struct IMDxDv;  // a callback that nobody gives
 inline constexpr HRESULT kNoPropertySets = 1;     // the file is no compound file
 inline constexpr HRESULT kSomeSetsUnreadable = 2;  // at least one set is sound, at least one isn't
 
+namespace mddoc {
 class DocumentProperties;
+}
 
 // Properties by number. A date that the document doesn't have is all zero, a number 0, a text null.
 class MD_API MDxGeneralProperties {
 public:
-    explicit MDxGeneralProperties(DocumentProperties& document);
+    explicit MDxGeneralProperties(mddoc::DocumentProperties& document);
     ~MDxGeneralProperties();
 
     // The text holds until the next call; null when the document doesn't have it.
@@ -37,7 +39,7 @@ private:
 
 class MD_API MDxControlProperties {
 public:
-    explicit MDxControlProperties(DocumentProperties& document);
+    explicit MDxControlProperties(mddoc::DocumentProperties& document);
     ~MDxControlProperties();
 
     // `cch` is the size of `buffer` in units. The length of the text, 0 when the document doesn't
@@ -56,7 +58,7 @@ struct MDxCustomProperty;
 // Properties by the name that a user gave.
 class MD_API MDxCustomProperties {
 public:
-    explicit MDxCustomProperties(DocumentProperties& document);
+    explicit MDxCustomProperties(mddoc::DocumentProperties& document);
     ~MDxCustomProperties();
 
     // Null when the document doesn't have it; `create` has to be false. Holds until another name is
@@ -65,6 +67,8 @@ public:
     VARTYPE GetType(const WCHAR* name);
     bool GetBoolValue(const WCHAR* name);
     bool GetDateValue(const WCHAR* name, SYSTEMTIME* date);
+    // What was asked for last belongs to another document.
+    void Forget();
 
 private:
     struct State;

@@ -1,6 +1,7 @@
 // A path as the operating system takes it: UTF-16 text in the Windows build, bytes natively.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -21,3 +22,5 @@ WText AbsoluteWidePath(const NativePath& path);
 std::string DisplayPath(WTextView path);
 // A file name as a person types it, in the form in which the names of files are compared.
 WText WideNameFromTyped(std::string_view name);
+// The size of the file in bytes; false when it can't be looked at.
+[[nodiscard]] bool FileSize(WTextView path, std::uint64_t& bytes);

@@ -1,6 +1,7 @@
 // Criteria about things inside a document. The search only carries the question: whoever receives
 // the hit applies its records to the document's contents.
 #include "outside/md_property_rows.h"
+#include "platform/wtext.h"
 #include "search/property_criteria.h"
 
 namespace {

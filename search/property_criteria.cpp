@@ -83,7 +83,6 @@ bool IsVerifiedKind(int kind) {
            std::end(kVerifiedKinds);
 }
 
-bool IsEmpty(const WCHAR* text) { return text == nullptr || *text == 0; }
 
 unsigned Condition(const SRxCriteriaNode& c) { return static_cast<unsigned>(c.conditionId); }
 

@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include "platform/files/path_mapping.h"
 #include "platform/native_path.h"
 
@@ -26,4 +28,11 @@ WText WideNameFromTyped(std::string_view name) {
     WText wide;
     platform::AppendNameFromBytes(wide, name);
     return wide;
+}
+
+bool FileSize(WTextView path, std::uint64_t& bytes) {
+    struct stat status {};
+    if (stat(NativePathFromWide(path).c_str(), &status) != 0) return false;
+    bytes = static_cast<std::uint64_t>(status.st_size);
+    return true;
 }

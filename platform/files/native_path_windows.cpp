@@ -14,3 +14,10 @@ WText AbsoluteWidePath(const NativePath& path) {
 std::string DisplayPath(WTextView path) { return wtext::ToUtf8(path); }
 
 WText WideNameFromTyped(std::string_view name) { return wtext::FromUtf8(name); }
+
+bool FileSize(WTextView path, std::uint64_t& bytes) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(NativePath(path).c_str(), GetFileExInfoStandard, &data)) return false;
+    bytes = (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
+    return true;
+}

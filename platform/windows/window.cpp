@@ -282,3 +282,7 @@ HCURSOR SetCursor(HCURSOR cursor) {
     static HCURSOR current = LoadCursorW(nullptr, IDC_ARROW);
     return std::exchange(current, cursor);
 }
+
+BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes) {
+    return classes != nullptr && classes->dwSize == sizeof(INITCOMMONCONTROLSEX);
+}

@@ -63,3 +63,13 @@ inline LPCWSTR const IDC_ARROW = MAKEINTRESOURCEW(32512);
 inline LPCWSTR const IDC_WAIT = MAKEINTRESOURCEW(32514);
 HCURSOR LoadCursorW(HINSTANCE module, LPCWSTR name);
 HCURSOR SetCursor(HCURSOR cursor);
+
+inline constexpr DWORD ICC_LISTVIEW_CLASSES = 0x00000001;
+inline constexpr DWORD ICC_BAR_CLASSES = 0x00000004;
+inline constexpr DWORD ICC_DATE_CLASSES = 0x00000100;
+struct INITCOMMONCONTROLSEX {
+    DWORD dwSize;
+    DWORD dwICC;
+};
+// False for a record of another size; the classes themselves are always there.
+BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes);

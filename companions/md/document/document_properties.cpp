@@ -1,0 +1,179 @@
+#include "companions/md/document/document_properties.h"
+
+namespace mddoc {
+
+namespace {
+
+constexpr const WCHAR* kSummaryStream = TEXT("\005SummaryInformation");
+constexpr const WCHAR* kDocumentSummaryStream = TEXT("\005DocumentSummaryInformation");
+constexpr GUID kUserDefinedFormat = {
+    0xD5CDD505, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
+
+const WCHAR* StreamName(eSetKind kind) {
+    switch (kind) {
+        case eSetKind::Summary:
+            return kSummaryStream;
+        case eSetKind::DocumentSummary:
+        case eSetKind::UserDefined:
+            return kDocumentSummaryStream;
+        case eSetKind::Product:
+            return kProductStream;
+    }
+    return kSummaryStream;
+}
+
+// Whether a stream's section holds the set. The first section of the two summaries is theirs
+// under any format id: writers got the id wrong more often than the contents.
+bool IsSectionOf(eSetKind kind, std::size_t index, const GUID& format) {
+    switch (kind) {
+        case eSetKind::Summary:
+            return index == 0;
+        case eSetKind::DocumentSummary:
+            return index == 0 && !(format == kUserDefinedFormat);
+        case eSetKind::UserDefined:
+            return format == kUserDefinedFormat;
+        case eSetKind::Product:
+            return format == kProductFormat;
+    }
+    return false;
+}
+
+}  // namespace
+
+HRESULT DocumentProperties::Open(const DocumentPath& path) {
+    Close();
+    status_ = file_.Open(path);
+    if (status_ == STG_E_FILEALREADYEXISTS) status_ = S_FALSE;
+    return status_;
+}
+
+void DocumentProperties::Close() {
+    file_.Close();
+    for (StreamState& state : streams_) state.isLoaded = false;
+    for (SetState& state : sets_) {
+        state.isLoaded = false;
+        state.section.Reset();
+    }
+    status_ = S_FALSE;
+}
+
+DocumentProperties::StreamState& DocumentProperties::StreamOf(eSetKind kind) {
+    switch (kind) {
+        case eSetKind::Summary:
+            return streams_[0];
+        case eSetKind::DocumentSummary:
+        case eSetKind::UserDefined:
+            return streams_[1];
+        case eSetKind::Product:
+            return streams_[2];
+    }
+    return streams_[0];
+}
+
+HRESULT DocumentProperties::LoadStream(StreamState& state, WTextView name) {
+    if (state.isLoaded) return state.status;
+    CompoundFile::Stream stream;
+    state.status = file_.FindStream(name, stream);
+    if (state.status == S_OK) state.status = state.stream.Open(file_, stream);
+    state.isLoaded = true;
+    return state.status;
+}
+
+HRESULT DocumentProperties::LoadSet(eSetKind kind, SetState& state) {
+    StreamState& holder = StreamOf(kind);
+    const HRESULT status = LoadStream(holder, StreamName(kind));
+    if (status != S_OK) return status;
+    const auto& sections = holder.stream.Sections();
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        if (!IsSectionOf(kind, i, sections[i].format)) continue;
+        return state.section.Load(holder.stream.Window(), decoder_, sections[i].offset,
+                                  kind == eSetKind::UserDefined);
+    }
+    return S_FALSE;
+}
+
+HRESULT DocumentProperties::SetStatus(eSetKind kind) {
+    if (status_ != S_OK) return status_;
+    SetState& state = sets_[static_cast<std::size_t>(kind)];
+    if (!state.isLoaded) {
+        state.status = LoadSet(kind, state);
+        // What a damaged set seems to hold must not be found.
+        if (FAILED(state.status)) state.section.Reset();
+        state.isLoaded = true;
+    }
+    return state.status;
+}
+
+HRESULT DocumentProperties::ReadSlot(eSetKind kind, const PropertySection::Slot& slot,
+                                     PropertyValue& value) {
+    const PropertySection& section = sets_[static_cast<std::size_t>(kind)].section;
+    ValueReader reader = section.Reader(StreamOf(kind).stream.Window(), decoder_);
+    const HRESULT status = reader.Read(slot.offset, value);
+    if (FAILED(status)) value.Clear();
+    return status;
+}
+
+HRESULT DocumentProperties::Find(eSetKind kind, DWORD id, PropertyValue& value) {
+    value.Clear();
+    const HRESULT status = SetStatus(kind);
+    if (status != S_OK) return status;
+    const auto* slot = sets_[static_cast<std::size_t>(kind)].section.Find(id);
+    return slot == nullptr ? S_FALSE : ReadSlot(kind, *slot, value);
+}
+
+HRESULT DocumentProperties::FindByName(WTextView name, PropertyValue& value) {
+    value.Clear();
+    const HRESULT status = SetStatus(eSetKind::UserDefined);
+    if (status != S_OK) return status;
+    const auto& section = sets_[static_cast<std::size_t>(eSetKind::UserDefined)].section;
+    std::uint32_t id = 0;
+    if (!section.FindName(name, id)) return S_FALSE;
+    return Find(eSetKind::UserDefined, id, value);
+}
+
+HRESULT DocumentProperties::FindBlob(eSetKind kind, DWORD id, std::uint32_t cbMost,
+                                     std::vector<BYTE>& bytes) {
+    bytes.clear();
+    const HRESULT status = SetStatus(kind);
+    if (status != S_OK) return status;
+    const PropertySection& section = sets_[static_cast<std::size_t>(kind)].section;
+    const auto* slot = section.Find(id);
+    if (slot == nullptr) return S_FALSE;
+    ValueReader reader = section.Reader(StreamOf(kind).stream.Window(), decoder_);
+    return reader.ReadBlob(slot->offset, cbMost, bytes);
+}
+
+HRESULT DocumentProperties::List(eSetKind kind, std::vector<PropertyEntry>& entries) {
+    entries.clear();
+    const HRESULT status = SetStatus(kind);
+    if (status != S_OK) return status;
+    const PropertySection& section = sets_[static_cast<std::size_t>(kind)].section;
+    for (const PropertySection::Slot& slot : section.Slots()) {
+        PropertyEntry& entry = entries.emplace_back();
+        entry.id = slot.id;
+        if (const WText* name = section.NameOf(slot.id)) entry.name = *name;
+        entry.status = ReadSlot(kind, slot, entry.value);
+    }
+    return S_OK;
+}
+
+HRESULT DocumentProperties::HasStream(WTextView name) const {
+    CompoundFile::Stream stream;
+    return status_ == S_OK ? file_.FindStream(name, stream) : status_;
+}
+
+HRESULT DocumentProperties::ReadStream(WTextView name, std::uint32_t cbMost,
+                                       std::vector<BYTE>& bytes) {
+    bytes.clear();
+    if (status_ != S_OK) return status_;
+    CompoundFile::Stream stream;
+    HRESULT status = file_.FindStream(name, stream);
+    if (status != S_OK) return status;
+    if (stream.size > cbMost) return STG_E_READFAULT;
+    bytes.resize(static_cast<std::size_t>(stream.size));
+    status = file_.Read(stream, 0, bytes.data(), bytes.size());
+    if (FAILED(status)) bytes.clear();
+    return status;
+}
+
+}  // namespace mddoc

@@ -1,0 +1,89 @@
+// What the rest of the system asks a document: its kind and the values of its property sets. The
+// answers are kept apart everywhere: a value, absent, could not be read.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "companions/md/document/property_set.h"
+
+namespace mddoc {
+
+enum class eSetKind {
+    Summary,          // \005SummaryInformation
+    DocumentSummary,  // first section of \005DocumentSummaryInformation
+    UserDefined,      // its section of named properties
+    Product,          // \005DesignProperties, the set of this system
+};
+inline constexpr std::size_t kSetKinds = 4;
+
+// The product's own set; docs/document-format.md describes it.
+inline constexpr GUID kProductFormat = {
+    0x8D5A2C41, 0x6E0B, 0x4F7C, {0x9B, 0x1D, 0x3A, 0x52, 0xC7, 0x0E, 0x94, 0xF6}};
+inline constexpr const WCHAR* kProductStream = TEXT("\005DesignProperties");
+
+struct PropertyEntry {
+    DWORD id = 0;
+    WText name;           // of the user-defined set; empty where the dictionary has none
+    HRESULT status = S_OK;  // negative: the value is there and could not be read
+    PropertyValue value;
+};
+
+// One document at a time; opened again for the next one it keeps its buffers. The file stays open
+// until Close, since sets are read when they are asked for.
+class DocumentProperties {
+public:
+    // S_OK; S_FALSE when the file is no compound file, so that everything is absent; negative when
+    // it could not be read (a status of FileBytes, STG_E_DOCFILECORRUPT).
+    [[nodiscard]] HRESULT Open(const DocumentPath& path);
+    void Close();
+
+    // All zeros where there is none.
+    const GUID& RootClass() const { return file_.RootClass(); }
+
+    // S_OK present, S_FALSE absent, negative damaged or unreadable: then so is each of its values.
+    [[nodiscard]] HRESULT SetStatus(eSetKind kind);
+
+    // S_OK, S_FALSE absent, negative unreadable. `value` is VT_EMPTY unless the result is S_OK.
+    [[nodiscard]] HRESULT Find(eSetKind kind, DWORD id, PropertyValue& value);
+    // A user-defined property; names count without case.
+    [[nodiscard]] HRESULT FindByName(WTextView name, PropertyValue& value);
+    // The bytes of a VT_BLOB or VT_CF; STG_E_READFAULT when they are more than `cbMost`.
+    [[nodiscard]] HRESULT FindBlob(eSetKind kind, DWORD id, std::uint32_t cbMost,
+                                   std::vector<BYTE>& bytes);
+    // In the order of the set, without its dictionary. The result is that of SetStatus.
+    [[nodiscard]] HRESULT List(eSetKind kind, std::vector<PropertyEntry>& entries);
+
+    // Other streams of the root storage. S_OK, S_FALSE absent, negative; STG_E_READFAULT when the
+    // stream holds more than `cbMost` bytes.
+    [[nodiscard]] HRESULT HasStream(WTextView name) const;
+    [[nodiscard]] HRESULT ReadStream(WTextView name, std::uint32_t cbMost,
+                                     std::vector<BYTE>& bytes);
+
+private:
+    static constexpr std::size_t kStreams = 3;
+    struct StreamState {
+        bool isLoaded = false;
+        HRESULT status = S_FALSE;
+        PropertySetStream stream;
+    };
+    struct SetState {
+        bool isLoaded = false;
+        HRESULT status = S_FALSE;
+        PropertySection section;
+    };
+
+    StreamState& StreamOf(eSetKind kind);
+    HRESULT LoadStream(StreamState& state, WTextView name);
+    HRESULT LoadSet(eSetKind kind, SetState& state);
+    HRESULT ReadSlot(eSetKind kind, const PropertySection::Slot& slot, PropertyValue& value);
+
+    HRESULT status_ = S_FALSE;
+    CompoundFile file_;
+    TextDecoder decoder_;
+    std::array<StreamState, kStreams> streams_;
+    std::array<SetState, kSetKinds> sets_;
+};
+
+}  // namespace mddoc

@@ -1,0 +1,44 @@
+// Read-only access to the bytes of a file at any offset. Never waits for another process, never
+// keeps a lock, and opens plain files only.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/native_path.h"
+#include "platform/win.h"
+
+namespace mddoc {
+
+// How the reader is told where a document is.
+using DocumentPath = NativePath;
+
+class FileBytes {
+public:
+    FileBytes() = default;
+    ~FileBytes() { Close(); }
+    FileBytes(const FileBytes&) = delete;
+    FileBytes& operator=(const FileBytes&) = delete;
+
+    // S_OK, or STG_E_FILENOTFOUND, _PATHNOTFOUND, _ACCESSDENIED (also a folder, a pipe, a device),
+    // _TOOMANYOPENFILES, _INSUFFICIENTMEMORY, _SHAREVIOLATION when another process keeps the file
+    // to itself, _READFAULT for the rest. Closes what was open before.
+    [[nodiscard]] HRESULT Open(const DocumentPath& path);
+    void Close();
+
+    // As it was when the file was opened.
+    std::uint64_t Size() const { return size_; }
+
+    // All `cb` bytes or a failure: STG_E_LOCKVIOLATION when another process has locked some of
+    // them, STG_E_READFAULT when the file has shrunk or can't be read.
+    [[nodiscard]] HRESULT ReadAt(std::uint64_t offset, void* buffer, std::size_t cb);
+
+private:
+    static constexpr std::intptr_t kNoFile = -1;
+
+    std::intptr_t file_ = kNoFile;  // descriptor or handle
+    std::uint64_t size_ = 0;
+    bool hasLocks_ = false;  // natively: look for a lock before each read
+};
+
+}  // namespace mddoc

@@ -1,0 +1,189 @@
+#include "dialog/find_dialog.h"
+
+#include "outside/md_server.h"
+#include "platform/wtext.h"
+#include "shell/module_state.h"
+
+namespace {
+
+constexpr std::size_t kContextLength = 261;  // units of a context's name with its terminator
+
+// The properties that office documents carry as well as models.
+constexpr LONG kOfficeProperties[] = {
+    PROP_TEXT_19125, PROP_PERSON_19133, PROP_TEXT_19134, PROP_TEXT_19136, PROP_TEXT_19140,
+    PROP_TEXT_19142, PROP_TEXT_19143,   PROP_TEXT_19144, PROP_PERSON_19145,
+};
+
+eFileTypeSearch ClassOfFileType(LONG conditionId) {
+    switch (conditionId) {
+        case FILETYPE_MODELS:
+        case FILETYPE_ASSEMBLIES:
+        case FILETYPE_PRESENTATIONS:
+        case FILETYPE_PARTS:
+        case FILETYPE_DRAWINGS:
+        case FILETYPE_DESIGN_ELEMENTS:
+        case FILETYPE_WIRE:
+            return FILE_SEARCH_MODELS;
+        case FILETYPE_OFFICE:
+        case FILETYPE_DOC:
+        case FILETYPE_PPT:
+        case FILETYPE_XLS:
+            return FILE_SEARCH_OFFICE;
+        case FILETYPE_IMPORT:
+        case FILETYPE_SAT:
+        case FILETYPE_STEP:
+        case FILETYPE_CVD:
+            return FILE_SEARCH_IMPORT;
+        default:
+            return FILE_SEARCH_ANY;
+    }
+}
+
+// Takes over a text that came as a BSTR; empty when it doesn't fit: it is never cut.
+void TakeText(WCHAR* buffer, std::size_t cch, BSTR text) {
+    if (text == nullptr) return;
+    (void)wtext::CopyWhole(buffer, cch, WTextView(text, SysStringLen(text)));
+    SysFreeString(text);
+}
+
+}  // namespace
+
+SRxFindDialog::SRxFindDialog(HINSTANCE instance, MDxFileNameNode** slot, IQxLecternServer* reader,
+                             eLookFor* mirror, SRxFindDlgNotify* listener)
+    : resourceInstance(instance),
+      selectionSlot(slot),
+      callerOwnsSelection(slot != nullptr),
+      server(reader),
+      lookForOut(mirror),
+      lookForStrings{{eLookForDocuments, STR_LOOK_FOR_DOCUMENTS},
+                     {eLookForConstraints, STR_LOOK_FOR_CONSTRAINTS},
+                     {eLookForFasAssembly, STR_LOOK_FOR_FAS_ASSEMBLY},
+                     {eLookForWelds, STR_LOOK_FOR_WELDS},
+                     {eLookForFasSketch, STR_LOOK_FOR_FAS_SKETCH},
+                     {eLookForFasPart, STR_LOOK_FOR_FAS_PART},
+                     {eLookForFiles, FILETYPE_DESIGN_DOCS}},
+      notify(listener) {
+    ++objectCount;
+    if (server != nullptr) server->AddRef();
+}
+
+SRxFindDialog::~SRxFindDialog() {
+    delete criteriaHead;
+    criteriaHead = nullptr;
+    --objectCount;
+    if (server != nullptr) server->Release();
+}
+
+bool SRxFindDialog::Initialize() {
+    INITCOMMONCONTROLSEX classes = {};
+    classes.dwSize = sizeof(classes);
+    classes.dwICC = ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_DATE_CLASSES;
+    const bool ready = InitCommonControlsEx(&classes) != FALSE;
+    if (GetServer(nullptr, nullptr, 0) != nullptr) ReadAppUserName();
+    DWORD cch = kLabelLength;
+    if (!GetUserNameW(loginUserName, &cch)) loginUserName[0] = 0;
+    return ready;
+}
+
+void SRxFindDialog::ReadAppUserName() {
+    void* found = nullptr;
+    if (FAILED(server->QueryInterface(IID_IQxServerProperties, &found)) || found == nullptr) return;
+    auto* properties = static_cast<IQxServerProperties*>(found);
+    BSTR name = nullptr;
+    if (SUCCEEDED(properties->GetTextProperty(kServerUserNameId, &name))) {
+        TakeText(appUserName, kLabelLength, name);
+    }
+    properties->Release();
+}
+
+IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t textSize) {
+    WCHAR name[kContextLength] = {};
+    HRESULT status = S_OK;
+    if (!inApp && server == nullptr) {
+        status = MDxGetLecternServer(&server, true, name, kContextLength);
+    }
+    if (text != nullptr) {
+        if (server != nullptr) status = ReadServerContext(name, kContextLength);
+        (void)wtext::CopyWhole(text, textSize, name);
+    }
+    if (hr != nullptr) *hr = status;
+    return server;
+}
+
+// The server's own answer wins over what came with the server.
+HRESULT SRxFindDialog::ReadServerContext(WCHAR* text, std::size_t textSize) {
+    IQxWorkContext* context = nullptr;
+    HRESULT status = server->GetWorkContext(&context);
+    if (context == nullptr) return status;
+    BSTR name = nullptr;
+    status = context->GetWorkContextName(&name);
+    if (SysStringLen(name) != 0) {
+        TakeText(text, textSize, name);
+    } else {
+        SysFreeString(name);
+    }
+    context->Release();
+    return status;
+}
+
+MDxFileNameNode* SRxFindDialog::GetSelection() const {
+    return selectionSlot != nullptr ? *selectionSlot : nullptr;
+}
+
+void SRxFindDialog::SetSelection(MDxFileNameNode** slot) {
+    selectionSlot = slot;
+    if (slot != nullptr) callerOwnsSelection = true;
+}
+
+void SRxFindDialog::NotifyOnOK() {
+    if (notify == nullptr) return;
+    const SRxCriteriaNode* node = criteriaHead;
+    while (node != nullptr && !node->NeedsDocumentProperties()) node = node->nextCriterion;
+    notify->OnOK(node != nullptr);
+}
+
+void SRxFindDialog::NotifyOnFindDone() {
+    if (notify != nullptr) notify->OnFindDone();
+}
+
+void SRxFindDialog::NotifyOnCancel() {
+    if (notify != nullptr) notify->OnCancel();
+}
+
+bool SRxFindDialog::SearchComplete(bool result) {
+    searching = false;
+    EnableWindow(dialogWindow, TRUE);
+    if (criteriaHead != nullptr) EnableButtons(TRUE);
+    EnableWindow(GetDlgItem(dialogWindow, IDCANCEL), TRUE);
+    return result;
+}
+
+void SRxFindDialog::EnableButtons(BOOL enable) {
+    for (const int control : {static_cast<int>(IDC_DELETE), static_cast<int>(IDC_SAVE_SEARCH),
+                              static_cast<int>(IDOK)}) {
+        EnableWindow(GetDlgItem(dialogWindow, control), enable);
+    }
+    if (!enable && !searching) EnableWindow(GetDlgItem(dialogWindow, IDC_ADD), TRUE);
+}
+
+eFileTypeSearch SRxFindDialog::GetFileSearchType(const SRxCriteriaNode& node) const {
+    const eFileTypeSearch type =
+        node.IsFileTypeCriterion() ? ClassOfFileType(node.conditionId) : FILE_SEARCH_ANY;
+    return type > fileSearchType ? type : fileSearchType;
+}
+
+eFileTypeSearch SRxFindDialog::GetPropSearchType(const SRxCriteriaNode& node) const {
+    for (const LONG property : kOfficeProperties) {
+        if (node.propertyStringId == property) return FILE_SEARCH_OFFICE;
+    }
+    const bool fact =
+        node.propertyStringId == PROP_FILE_TYPE || node.propertyStringId == PROP_FILE_NAME;
+    return fact ? FILE_SEARCH_IMPORT : FILE_SEARCH_MODELS;
+}
+
+bool SRxFindDialog::SetPropSearchType(const SRxCriteriaNode& node) {
+    // 0 is no limit yet; else the narrower class wins.
+    const eFileTypeSearch type = GetPropSearchType(node);
+    if (propSearchType == FILE_SEARCH_ANY || type < propSearchType) propSearchType = type;
+    return true;
+}
