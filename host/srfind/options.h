@@ -1,0 +1,36 @@
+// The command line of srfind.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/host/program_main.h"
+
+enum class eSort { None, Name, Folder };
+
+struct CriterionOption {
+    std::string text;
+    bool isOr;
+};
+
+struct Options {
+    std::vector<CriterionOption> criteria;
+    bool subfolders = false;
+    bool matchCase = false;
+    bool print0 = false;
+    bool stats = false;
+    eSort sort = eSort::None;
+    bool help = false;
+    bool version = false;
+    bool listCriteria = false;
+    bool haveFilesFrom = false;
+    NativePath filesFrom;
+    bool haveLookIn = false;
+    HostArgument lookIn;
+};
+
+// False with a message that names the argument at fault.
+[[nodiscard]] bool ParseOptions(const std::vector<HostArgument>& arguments, Options& options,
+                                std::string& fault);
+
+std::string UsageText();
