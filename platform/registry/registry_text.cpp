@@ -109,7 +109,15 @@ public:
     RegistryParse Read() {
         TakePrefix(rest_, kByteOrderMark);
         // An empty file is an empty registry: nothing can be lost from it.
-        if (!rest_.empty() && NextLine() != kHeader) ReportBad();
+        const std::string_view whole = rest_;
+        if (!rest_.empty() && NextLine() != kHeader) {
+            ReportBad();
+            // The first key may stand in the header's place.
+            if (whole.front() == '[') {
+                rest_ = whole;
+                line_ = 0;
+            }
+        }
         while (!rest_.empty()) {
             const std::string_view line = NextLine();
             firstLine_ = line_;
