@@ -222,7 +222,7 @@ int KanaRank(WCHAR c, bool bySyllabary) {
     const bool hiragana = c >= 0x3041 && c <= 0x3096;
     const bool katakana = (c >= 0x30A1 && c <= 0x30FA) || (c >= 0xFF66 && c <= 0xFF9D);
     if (!hiragana && !katakana) return 0;
-    return 1 + (IsSmallKana(c) ? 0 : 1) + (bySyllabary && katakana ? 2 : 0);
+    return 1 + (IsSmallKana(c) ? 0 : 1) + (bySyllabary && hiragana ? 2 : 0);
 }
 
 // Circled, raised, lowered and styled characters sort behind the plain one; 0 for any other.

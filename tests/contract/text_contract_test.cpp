@@ -1,0 +1,211 @@
+// Comparison, message texts and the user's name.
+#include <gtest/gtest.h>
+
+#include "platform/message_format.h"
+#include "tests/contract/compare_pairs.h"
+#include "tests/contract/contract.h"
+
+namespace {
+
+constexpr DWORD kWidth = NORM_IGNOREWIDTH;
+constexpr DWORD kWidthAndKana = NORM_IGNOREWIDTH | NORM_IGNOREKANATYPE;
+constexpr DWORD kFolding = kWidthAndKana | SORT_STRINGSORT | NORM_IGNORECASE;
+constexpr DWORD kFlagSets[] = {kFolding, kWidthAndKana | SORT_STRINGSORT,
+                               kWidthAndKana | NORM_IGNORECASE, kWidth | NORM_IGNORECASE};
+
+int LengthOf(LPCWSTR text) {
+    return static_cast<int>(wtext::Length(text));
+}
+
+char DigitOf(int result) {
+    return static_cast<char>('0' + result);
+}
+
+TEST(CompareString, RecordedPairs) {
+    for (const ComparePair& row : kComparePairs) {
+        SCOPED_TRACE(std::string(row.label) + ": '" + wtext::ToUtf8(row.a) + "' and '" +
+                     wtext::ToUtf8(row.b) + "'");
+        std::string got;
+        for (const DWORD flags : kFlagSets) {
+            const int result = CompareStringW(LOCALE_USER_DEFAULT, flags, row.a, -1, row.b, -1);
+            got += DigitOf(result);
+            // By lengths and the other way round the answer is the same.
+            EXPECT_EQ(result, CompareStringW(LOCALE_NEUTRAL, flags, row.a, LengthOf(row.a), row.b,
+                                             LengthOf(row.b)));
+            EXPECT_EQ(4 - result, CompareStringW(LOCALE_USER_DEFAULT, flags, row.b, -1, row.a, -1));
+        }
+        KNOWN_GAP(row.gap, got == row.results) << "got " << got << ", wanted " << row.results;
+    }
+}
+
+// Every ASCII character against every other: the order of the table, in words as alone.
+TEST(CompareString, AsciiOrderIsTotal) {
+    const std::string order =
+        " \t\n\v\f\r!\"#$%&()*,./"
+        ":;?@[\\]^_`{|}~+<=>0123456789aAbBcCdDeEfFgGhHiIjJkKlLmMnNoOpPqQrRsStT"
+        "uUvVwWxXyYzZ";
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        for (std::size_t j = 0; j < order.size(); ++j) {
+            const WCHAR a[] = {'m', static_cast<WCHAR>(order[i]), 'm', 0};
+            const WCHAR b[] = {'m', static_cast<WCHAR>(order[j]), 'm', 0};
+            const int wanted = i == j ? CSTR_EQUAL : i < j ? CSTR_LESS_THAN : CSTR_GREATER_THAN;
+            ASSERT_EQ(wanted, CompareStringW(LOCALE_USER_DEFAULT, kWidthAndKana | SORT_STRINGSORT,
+                                             a, 3, b, 3))
+                << order[i] << " and " << order[j];
+        }
+    }
+}
+
+TEST(CompareString, LengthsAndEmbeddedNul) {
+    struct Row {
+        const char* label;
+        WTextView a;
+        int cchA;
+        WTextView b;
+        int cchB;
+        int result;
+    };
+    using namespace std::string_view_literals;
+    const WCHAR withNul[] = {'a', 0, 'b', 0};
+    const WCHAR withOther[] = {'a', 0, 'c', 0};
+    const WTextView nulB(withNul, 3);
+    const WTextView nulC(withOther, 3);
+    const Row rows[] = {
+        {"counted stops in mid text", TEXT("bolts"), 4, TEXT("bolt"), -1, CSTR_EQUAL},
+        {"counted one more", TEXT("bolts"), 5, TEXT("bolt"), -1, CSTR_GREATER_THAN},
+        {"both counted to nothing", TEXT("a"), 0, TEXT("b"), 0, CSTR_EQUAL},
+        {"nothing is less", TEXT("a"), 0, TEXT("b"), 1, CSTR_LESS_THAN},
+        {"any negative length", TEXT("ab"), -5, TEXT("AB"), -1, CSTR_EQUAL},
+        {"no unit behind the count is read", TEXT("ab\u00E4"), 2, TEXT("ab"), -1, CSTR_EQUAL},
+        {"counted NUL doesn't count", nulB, 3, TEXT("ab"), 2, CSTR_EQUAL},
+        {"behind a counted NUL", nulB, 3, nulC, 3, CSTR_LESS_THAN},
+        {"a NUL at the end", nulB, 2, TEXT("a"), 1, CSTR_EQUAL},
+        {"terminated at the NUL", nulB, -1, nulC, -1, CSTR_EQUAL},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        EXPECT_EQ(row.result, CompareStringW(LOCALE_USER_DEFAULT, kFolding, row.a.data(), row.cchA,
+                                             row.b.data(), row.cchB));
+    }
+}
+
+TEST(CompareString, RefusesAndLeavesTheLastError) {
+    struct Row {
+        const char* label;
+        LCID locale;
+        DWORD flags;
+        LPCWSTR a;
+        LPCWSTR b;
+        DWORD error;  // kPoisonError: succeeds
+        eGap gap;
+    };
+    const LPCWSTR a = TEXT("a");
+    const Row rows[] = {
+        {"success", LOCALE_USER_DEFAULT, kFolding, a, a, kPoisonError, eGap::none},
+        {"null first", LOCALE_USER_DEFAULT, kFolding, nullptr, a, ERROR_INVALID_PARAMETER,
+         eGap::none},
+        {"null second", LOCALE_USER_DEFAULT, kFolding, a, nullptr, ERROR_INVALID_PARAMETER,
+         eGap::none},
+        {"no such locale", 0xFFFFF, kFolding, a, a, ERROR_INVALID_PARAMETER, eGap::none},
+        {"no such flag", LOCALE_USER_DEFAULT, 0x80000000u, a, a, ERROR_INVALID_FLAGS, eGap::none},
+        {"flags that nobody passes", LOCALE_USER_DEFAULT, 0, a, a, kPoisonError, eGap::native},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        SetLastError(kPoisonError);
+        const int result = CompareStringW(row.locale, row.flags, row.a, -1, row.b, -1);
+        const int wanted = row.error == kPoisonError ? CSTR_EQUAL : 0;
+        KNOWN_GAP(row.gap, result == wanted && GetLastError() == row.error)
+            << result << ", error " << GetLastError();
+    }
+}
+
+TEST(FormatMessage, Inserts) {
+    struct Row {
+        const char* label;
+        LPCWSTR format;
+        LPCWSTR wanted;
+    };
+    const Row rows[] = {
+        {"in order", TEXT("%1 of %2"), TEXT("one of two")},
+        {"swapped and repeated", TEXT("%2 %1 %2"), TEXT("two one two")},
+        {"two digits", TEXT("%10"), TEXT("ten")},
+        {"a digit behind two", TEXT("%101"), TEXT("ten1")},
+        {"letter behind", TEXT("%1a"), TEXT("onea")},
+        {"percent sign", TEXT("100%%"), TEXT("100%")},
+        {"text form", TEXT("%1!s!, %2!ls!"), TEXT("one, two")},
+        {"escapes", TEXT("a%nb%tc%rd%.%!% e%q"), TEXT("a\r\nb\tc\rd.! eq")},
+        {"ends at %0", TEXT("a%0b"), TEXT("a")},
+        {"line ends become two units", TEXT("a\nb\rc\r\nd"), TEXT("a\r\nb\r\nc\r\nd")},
+        {"null insert", TEXT("%3"), TEXT("(null)")},
+        {"percent at the end", TEXT("a%"), TEXT("")},
+        {"form without end", TEXT("%1!s"), TEXT("")},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        EXPECT_EQ(WText(row.wanted),
+                  FormatInserts(row.format, {TEXT("one"), TEXT("two"), nullptr, TEXT(""), TEXT(""),
+                                             TEXT(""), TEXT(""), TEXT(""), TEXT(""), TEXT("ten")}));
+    }
+    // The helper's buffer grows.
+    const WText longText(5000, 'x');
+    EXPECT_EQ(longText + TEXT("!"), FormatInserts(TEXT("%1!s!!"), {longText.c_str()}));
+}
+
+TEST(FormatMessage, SizesAndErrors) {
+    struct Row {
+        const char* label;
+        LPCWSTR format;
+        bool withInserts;
+        DWORD size;
+        DWORD written;
+        DWORD error;
+    };
+    const Row rows[] = {
+        {"size 0", TEXT("%1a"), true, 0, 0, ERROR_INSUFFICIENT_BUFFER},
+        {"one too small", TEXT("%1a"), true, 4, 0, ERROR_INSUFFICIENT_BUFFER},
+        {"exact", TEXT("%1a"), true, 5, 4, kPoisonError},
+        {"one more", TEXT("%1a"), true, 6, 4, kPoisonError},
+        {"no insert to take", TEXT("%1"), false, 9, 0, ERROR_INVALID_PARAMETER},
+        {"none needed", TEXT("abc"), false, 9, 3, kPoisonError},
+        {"percent at the end", TEXT("a%"), true, 9, 0, ERROR_INVALID_PARAMETER},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        LPCWSTR inserts[] = {TEXT("one")};
+        void* array = row.withInserts ? inserts : nullptr;
+        GuardedBuffer buffer(row.size);
+        SetLastError(kPoisonError);
+        EXPECT_EQ(
+            row.written,
+            FormatMessageW(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, row.format,
+                           0, 0, buffer.data(), row.size, static_cast<va_list*>(array)));
+        EXPECT_EQ(row.error, GetLastError());
+        KNOWN_GAP(row.size == 0 ? eGap::windows : eGap::none, buffer.IsGuardWhole());
+        if (row.written != 0) {
+            EXPECT_EQ(row.written, wtext::Length(buffer.data()));
+        }
+    }
+}
+
+TEST(UserName, Sizes) {
+    DWORD needed = 0;
+    EXPECT_FALSE(GetUserNameW(nullptr, &needed));
+    ASSERT_GT(needed, 1u);
+    for (const DWORD size : {DWORD{0}, needed - 1, needed, needed + 1}) {
+        SCOPED_TRACE(size);
+        GuardedBuffer buffer(size);
+        DWORD cch = size;
+        SetLastError(kPoisonError);
+        const bool fits = size >= needed;
+        EXPECT_EQ(fits, GetUserNameW(buffer.data(), &cch) != FALSE);
+        EXPECT_EQ(needed, cch);
+        EXPECT_EQ(fits ? kPoisonError : ERROR_INSUFFICIENT_BUFFER, GetLastError());
+        EXPECT_TRUE(fits ? buffer.IsGuardWhole() : buffer.IsUntouched());
+        if (fits) {
+            EXPECT_EQ(needed - 1, wtext::Length(buffer.data()));
+        }
+    }
+}
+
+}  // namespace
