@@ -1,5 +1,5 @@
-// The vocabulary of criteria: which conditions a property offers, what input it takes, where its value
-// comes from. Plain constant data; every text lies in the resource library under its number.
+// The vocabulary of criteria: which conditions a property offers, what input it takes, where its
+// value comes from. Plain constant data; every text lies in the resource library under its number.
 #pragma once
 
 #include <span>
@@ -23,14 +23,7 @@ enum class eConditionList {
     All  // of a custom property, whose type isn't known
 };
 
-enum class eInputType {
-    Text = 0,
-    Integer = 1,
-    Real = 2,
-    Date = 3,
-    List = 5,
-    Unclassified = 6
-};
+enum class eInputType { Text = 0, Integer = 1, Real = 2, Date = 3, List = 5, Unclassified = 6 };
 
 // Where a criterion's value comes from, unless the condition rules otherwise.
 enum class eValueSource { Edit, ListText, ListId };
@@ -61,6 +54,6 @@ eInputType InputTypeOf(LONG stringId);
 // The names of custom properties that every property list offers.
 std::span<const LONG> FixedCustomProperties();
 
-// The entries of a property's value list, in list order; empty for a property without one, and for the
-// colours, which are the caller's. Of the feature types those of all environments.
+// The entries of a property's value list, in list order; empty for a property without one, and for
+// the colours, which are the caller's. Of the feature types those of all environments.
 std::vector<LONG> ValueListOf(LONG stringId);

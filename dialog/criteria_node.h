@@ -1,6 +1,6 @@
 // One criterion of a search: a property, a condition and a value, joined to what stands before it.
-// The list is a conjunction of groups: a JOIN_AND node opens a group and the JOIN_OR nodes behind it
-// belong to it.
+// The list is a conjunction of groups: a JOIN_AND node opens a group and the JOIN_OR nodes behind
+// it belong to it.
 #pragma once
 
 #include <cstddef>

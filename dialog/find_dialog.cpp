@@ -10,7 +10,7 @@ constexpr std::size_t kContextLength = 261;  // units of a context's name with i
 
 // The properties that office documents carry as well as models.
 constexpr LONG kOfficeProperties[] = {
-    PROP_TEXT_19125, PROP_PERSON_19133, PROP_TEXT_19134, PROP_TEXT_19136, PROP_TEXT_19140,
+    PROP_TEXT_19125, PROP_PERSON_19133, PROP_TEXT_19134, PROP_TEXT_19136,   PROP_TEXT_19140,
     PROP_TEXT_19142, PROP_TEXT_19143,   PROP_TEXT_19144, PROP_PERSON_19145,
 };
 
@@ -138,7 +138,8 @@ void SRxFindDialog::SetSelection(MDxFileNameNode** slot) {
 void SRxFindDialog::NotifyOnOK() {
     if (notify == nullptr) return;
     const SRxCriteriaNode* node = criteriaHead;
-    while (node != nullptr && !node->NeedsDocumentProperties()) node = node->nextCriterion;
+    while (node != nullptr && !node->NeedsDocumentProperties())
+        node = node->nextCriterion;
     notify->OnOK(node != nullptr);
 }
 

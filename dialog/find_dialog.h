@@ -1,5 +1,5 @@
-// The object behind one opening of the find dialog: the criteria, the mode that its entry chose, the
-// reading server and the slot through which picked files go back to the caller.
+// The object behind one opening of the find dialog: the criteria, the mode that its entry chose,
+// the reading server and the slot through which picked files go back to the caller.
 #pragma once
 
 #include <cstddef>
@@ -62,8 +62,8 @@ protected:
 // Made with new by every entry; frees itself in CloseDialog.
 class SRxFindDialog {
 public:
-    // All but the first may be null. `server` gets a reference; the other three stay the caller's and
-    // outlive the object.
+    // All but the first may be null. `server` gets a reference; the other three stay the caller's
+    // and outlive the object.
     SRxFindDialog(HINSTANCE resourceInstance, MDxFileNameNode** selectionSlot,
                   IQxLecternServer* server, eLookFor* lookForOut, SRxFindDlgNotify* notify);
     ~SRxFindDialog();

@@ -44,8 +44,8 @@ public:
     static BLxResult DeleteKeyAndDescendants(HKEY root, const WCHAR* path);
 };
 
-// The subkeys of an open key, in natural order: runs of digits compare by value, so that Node2 comes
-// before Node10. The names are those at the time of the first NextKey after Attach.
+// The subkeys of an open key, in natural order: runs of digits compare by value, so that Node2
+// comes before Node10. The names are those at the time of the first NextKey after Attach.
 class BLX_API BLxPrefKeyIterator_Reg {
 public:
     // `key` stays the caller's and open while the iterator is used.

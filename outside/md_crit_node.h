@@ -1,5 +1,5 @@
-// Md.dll: an occurrence record, the question that one criterion asks of the things inside a document.
-// Records are stored and carried on file nodes; who receives the node evaluates them.
+// Md.dll: an occurrence record, the question that one criterion asks of the things inside a
+// document. Records are stored and carried on file nodes; who receives the node evaluates them.
 #pragma once
 
 #include "outside/blx_string.h"

@@ -30,10 +30,10 @@ enum eDocumentKind {
     eKindWire = 43
 };
 
-// A node owns what follows it: destroying it destroys the chain behind it, but for a node that others
-// hold too (two references or more), which only loses one and stays with its tail. Identity on a
-// chain is the exact full name. Appending, unique appending, FindInListToHere over a whole chain and
-// destruction take constant time a node; none recurses.
+// A node owns what follows it: destroying it destroys the chain behind it, but for a node that
+// others hold too (two references or more), which only loses one and stays with its tail. Identity
+// on a chain is the exact full name. Appending, unique appending, FindInListToHere over a whole
+// chain and destruction take constant time a node; none recurses.
 class MD_API MDxFileNameNode {
 public:
     // `type` -1: not known yet. No reference is held on the new node.

@@ -5,8 +5,8 @@
 #include "platform/win.h"
 
 // `style` is 0, MB_YESNO (4) or MB_YESNOCANCEL (3). `kind` chooses the picture: 0 question,
-// 1 information, 2 warning, 3 error. `context` is a help id. The result is the button pressed, 0 when
-// no box could be shown.
+// 1 information, 2 warning, 3 error. `context` is a help id. The result is the button pressed, 0
+// when no box could be shown.
 MD_API int DisplayMessageId(HINSTANCE instance, UINT id, UINT style, int kind, DWORD context,
                             HWND parent);
 // True when the user agreed; a message that is no question is agreed to.

@@ -8,7 +8,7 @@
 struct IMDxDv;  // a callback that nobody gives
 
 // Positive results of MDxProperties::InitProps.
-inline constexpr HRESULT kNoPropertySets = 1;     // the file is no compound file
+inline constexpr HRESULT kNoPropertySets = 1;      // the file is no compound file
 inline constexpr HRESULT kSomeSetsUnreadable = 2;  // at least one set is sound, at least one isn't
 
 namespace mddoc {

@@ -119,8 +119,8 @@ inline constexpr std::array<PropertyRow, 85> kPropertyRows = {{
     {PROP_COMP_FULLY_CONSTRAINED, 146, 11},
 }};
 
-// The row of a number and category; both have to fit. False leaves `*stringId` as it was. `flags` is
-// 0 and `count` 1.
+// The row of a number and category; both have to fit. False leaves `*stringId` as it was. `flags`
+// is 0 and `count` 1.
 MD_API bool FindPropID(LONG number, LONG category, LONG* stringId, int flags, int count);
 // The first row of a string id.
 MD_API bool FindPropString(LONG stringId, LONG* number, LONG* category, int flags, int count);

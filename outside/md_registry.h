@@ -4,9 +4,9 @@
 #include "outside/library_api.h"
 #include "platform/win.h"
 
-// `path` begins with a backslash and lies in a buffer of `cch` units; the product's branch is put in
-// front of it there. The open key for the caller to close, null on failure, also when the whole path
-// doesn't fit, which leaves the buffer as it was.
+// `path` begins with a backslash and lies in a buffer of `cch` units; the product's branch is put
+// in front of it there. The open key for the caller to close, null on failure, also when the whole
+// path doesn't fit, which leaves the buffer as it was.
 MD_API HKEY MDxOpenRegistryKey(HKEY root, WCHAR* path, DWORD cch);
 MD_API HKEY MDxCreateRegistryKey(HKEY root, WCHAR* path, DWORD cch);
 // Removes the subkey with all below it.

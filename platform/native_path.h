@@ -13,10 +13,11 @@ using NativePath = WText;
 using NativePath = std::string;
 #endif
 
-// The path in the form of the operating system, from one in the form of Windows. Empty, with the last
-// error, when there is no such path natively (another drive, a network path).
+// The path in the form of the operating system, from one in the form of Windows. Empty, with the
+// last error, when there is no such path natively (another drive, a network path).
 NativePath NativePathFromWide(WTextView path);
-// The absolute path in the form of Windows, from one as a person types it. Empty when there is none.
+// The absolute path in the form of Windows, from one as a person types it. Empty when there is
+// none.
 WText AbsoluteWidePath(const NativePath& path);
 // How a path in the form of Windows is shown: natively as a path of the system, byte by byte.
 std::string DisplayPath(WTextView path);

@@ -1,6 +1,5 @@
 #include "platform/wtext.h"
 
-
 namespace wtext {
 
 namespace {
@@ -98,7 +97,8 @@ bool CopyWhole(WCHAR* buffer, std::size_t cch, WTextView text) {
 
 WText FromNumber(long long value) {
     WText text;
-    for (const char c : std::to_string(value)) text += static_cast<WCHAR>(c);
+    for (const char c : std::to_string(value))
+        text += static_cast<WCHAR>(c);
     return text;
 }
 

@@ -14,7 +14,9 @@ using WTextView = std::basic_string_view<WCHAR>;
 
 namespace wtext {
 
-inline std::size_t Length(const WCHAR* text) { return std::char_traits<WCHAR>::length(text); }
+inline std::size_t Length(const WCHAR* text) {
+    return std::char_traits<WCHAR>::length(text);
+}
 
 // Exact comparison, unit by unit; negative, 0 or positive.
 int Compare(const WCHAR* a, const WCHAR* b);

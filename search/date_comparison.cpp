@@ -20,8 +20,7 @@ std::int64_t DayTicks(const SYSTEMTIME& date) {
 }
 
 SYSTEMTIME DateOfTicks(std::int64_t ticks) {
-    const FILETIME time = {static_cast<DWORD>(ticks & 0xFFFFFFFF),
-                           static_cast<DWORD>(ticks >> 32)};
+    const FILETIME time = {static_cast<DWORD>(ticks & 0xFFFFFFFF), static_cast<DWORD>(ticks >> 32)};
     SYSTEMTIME date{};
     if (!FileTimeToSystemTime(&time, &date)) return {};
     return date;

@@ -24,8 +24,8 @@ BLxWString PatternOf(const WCHAR* path) {
 
 void ReportFolder(SRxFoundList& list, const WCHAR* folder) {
     if (list.dialog->observer != nullptr) list.dialog->observer->OnFolderFailed(folder);
-    DisplayMessageFileName(list.dialog->resourceInstance, folder, MSG_PATH_NOT_FOUND,
-                           kHelpFind, list.window, MB_OK);
+    DisplayMessageFileName(list.dialog->resourceInstance, folder, MSG_PATH_NOT_FOUND, kHelpFind,
+                           list.window, MB_OK);
 }
 
 // Folders that hold what was thrown away or replaced.

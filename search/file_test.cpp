@@ -94,8 +94,7 @@ bool MatchFile(SRxFoundList& list, MDxFileNameNode* node, bool needProperties) {
                              needProperties};
     JoinRule join;
     list.outcomes.clear();
-    for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr;
-         c = c->nextCriterion) {
+    for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr; c = c->nextCriterion) {
         const CriterionOutcome outcome =
             c->IsOccurrenceCategory()
                 ? CriterionOutcome{CarryOccurrenceCriterion(list, *c, nullptr)}

@@ -32,8 +32,7 @@ constexpr FileTypeRow kFileTypes[] = {
     {FILETYPE_STEP, {TEXT(".step"), TEXT(".stp"), TEXT(".ste"), TEXT(".stpz")}},
     {FILETYPE_TXT, {TEXT(".txt")}},
     {FILETYPE_XLS, {TEXT(".xls")}},
-    {FILETYPE_DRAWABLE,
-     {TEXT(".hpa"), TEXT(".cvd"), TEXT(".hdg"), TEXT(".hdx"), TEXT(".cvp")}},
+    {FILETYPE_DRAWABLE, {TEXT(".hpa"), TEXT(".cvd"), TEXT(".hdg"), TEXT(".hdx"), TEXT(".cvp")}},
     {FILETYPE_WIRE, {TEXT(".cvw")}},
 };
 
@@ -63,8 +62,7 @@ bool CompareFileType(const SRxFoundList&, const WCHAR* fileName, unsigned typeId
 
 bool PassesFileTypeFilter(SRxFoundList& list, const WCHAR* fileName) {
     bool seen = false;
-    for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr;
-         c = c->nextCriterion) {
+    for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr; c = c->nextCriterion) {
         if (!c->IsFileTypeCriterion()) continue;
         seen = true;
         if (CompareFileType(list, fileName, static_cast<unsigned>(c->conditionId))) return true;

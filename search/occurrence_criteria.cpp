@@ -8,7 +8,8 @@ namespace {
 
 // Numbers as scanf's " %i" reads them: blanks, a sign, then decimal, 0x or 0 for octal digits.
 bool ReadInteger(const WCHAR* text, LONG& number) {
-    while (*text == ' ' || (*text >= '\t' && *text <= '\r')) ++text;
+    while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
+        ++text;
     const bool negative = *text == '-';
     if (*text == '-' || *text == '+') ++text;
     unsigned base = 10;

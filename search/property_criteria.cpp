@@ -20,15 +20,14 @@ struct GeneralRow {
     eRead read;
 };
 constexpr GeneralRow kGeneralRows[] = {
-    {2, eRead::Text},    {5, eRead::Text},         {6, eRead::Text},    {7, eRead::Text},
-    {8, eRead::Text},    {9, eRead::Text},         {16, eRead::Text},   {17, eRead::Text},
-    {20, eRead::Text},   {22, eRead::Text},        {23, eRead::Text},   {24, eRead::Text},
-    {26, eRead::Text},   {27, eRead::Text},        {29, eRead::Text},   {30, eRead::Text},
-    {55, eRead::Text},   {3, eRead::Person},       {10, eRead::Person}, {12, eRead::Person},
-    {25, eRead::Person}, {34, eRead::Person},      {41, eRead::Person}, {42, eRead::Person},
-    {43, eRead::Person}, {4, eRead::Date},         {11, eRead::Date},   {13, eRead::Date},
-    {35, eRead::Date},   {36, eRead::Currency},    {32, eRead::Subtype},
-    {40, eRead::DesignState},
+    {2, eRead::Text},    {5, eRead::Text},      {6, eRead::Text},     {7, eRead::Text},
+    {8, eRead::Text},    {9, eRead::Text},      {16, eRead::Text},    {17, eRead::Text},
+    {20, eRead::Text},   {22, eRead::Text},     {23, eRead::Text},    {24, eRead::Text},
+    {26, eRead::Text},   {27, eRead::Text},     {29, eRead::Text},    {30, eRead::Text},
+    {55, eRead::Text},   {3, eRead::Person},    {10, eRead::Person},  {12, eRead::Person},
+    {25, eRead::Person}, {34, eRead::Person},   {41, eRead::Person},  {42, eRead::Person},
+    {43, eRead::Person}, {4, eRead::Date},      {11, eRead::Date},    {13, eRead::Date},
+    {35, eRead::Date},   {36, eRead::Currency}, {32, eRead::Subtype}, {40, eRead::DesignState},
 };
 
 // The numbers of the file facts.
@@ -83,8 +82,9 @@ bool IsVerifiedKind(int kind) {
            std::end(kVerifiedKinds);
 }
 
-
-unsigned Condition(const SRxCriteriaNode& c) { return static_cast<unsigned>(c.conditionId); }
+unsigned Condition(const SRxCriteriaNode& c) {
+    return static_cast<unsigned>(c.conditionId);
+}
 
 bool MatchSubtype(MDxGeneralProperties& general, LONG conditionId) {
     GUID subtype;

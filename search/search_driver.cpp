@@ -24,8 +24,8 @@ bool PrepareCriteria(SRxCriteriaNode* head) {
 
 bool RunRoute(SRxFoundList& list, bool needProperties) {
     if (list.dialog->SearchOnlyAssem()) return SearchSelection(list, needProperties);
-    const LRESULT subfolders = SendDlgItemMessageW(list.dialog->dialogWindow, IDC_LOOK_SUBFOLDERS,
-                                                   BM_GETCHECK, 0, 0);
+    const LRESULT subfolders =
+        SendDlgItemMessageW(list.dialog->dialogWindow, IDC_LOOK_SUBFOLDERS, BM_GETCHECK, 0, 0);
     return SearchFolders(list, subfolders, needProperties);
 }
 

@@ -7,8 +7,9 @@ struct FileTypeCodeRow {
     unsigned code;
 };
 constexpr FileTypeCodeRow kFileTypeCodes[] = {
-    {FILETYPE_ALL, 1},      {FILETYPE_ASSEMBLIES, 2},      {FILETYPE_DRAWINGS, 3},
-    {FILETYPE_DESIGN_ELEMENTS, 4}, {FILETYPE_PARTS, 5}, {FILETYPE_MODELS, 1},
+    {FILETYPE_ALL, 1},      {FILETYPE_ASSEMBLIES, 2},
+    {FILETYPE_DRAWINGS, 3}, {FILETYPE_DESIGN_ELEMENTS, 4},
+    {FILETYPE_PARTS, 5},    {FILETYPE_MODELS, 1},
 };
 constexpr LONG kFileCategory = 7;
 constexpr LONG kFileTypeNumber = 100;
@@ -47,8 +48,7 @@ SRxSkippedCritNode* BuildSkippedCriteria(const SRxFoundList& list) {
     SRxSkippedCritNode* head = nullptr;
     SRxSkippedCritNode** end = &head;
     bool inGroup = false;
-    for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr;
-         c = c->nextCriterion) {
+    for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr; c = c->nextCriterion) {
         const SRxCriteriaNode* n = c->nextCriterion;
         if (inGroup || c->joinType == JOIN_OR || (n != nullptr && n->joinType == JOIN_OR)) {
             if (c->joinType == JOIN_AND) {

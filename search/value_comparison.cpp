@@ -31,8 +31,8 @@ bool SystemEqual(WTextView a, WTextView b, DWORD flags) {
                           b.data(), static_cast<int>(b.size())) == CSTR_EQUAL;
 }
 
-// Printable ASCII has no two characters that are equal but for case when hyphen and apostrophe count
-// (SORT_STRINGSORT), so a plain loop answers as CompareStringW does, ten times as fast.
+// Printable ASCII has no two characters that are equal but for case when hyphen and apostrophe
+// count (SORT_STRINGSORT), so a plain loop answers as CompareStringW does, ten times as fast.
 bool Contains(WTextView value, WTextView text, DWORD flags) {
     if (text.empty() || value.size() < text.size()) return false;
     const bool ascii = IsPrintableAscii(text) && IsPrintableAscii(value);
@@ -46,7 +46,9 @@ bool Contains(WTextView value, WTextView text, DWORD flags) {
     return false;
 }
 
-DWORD TextFlags(const SRxFoundList& list) { return list.matchCase != 0 ? kExactText : kFoldText; }
+DWORD TextFlags(const SRxFoundList& list) {
+    return list.matchCase != 0 ? kExactText : kFoldText;
+}
 
 bool EqualsString(const SRxFoundList& list, UINT id, const WCHAR* text) {
     WCHAR word[kLabelLength];
@@ -155,9 +157,8 @@ bool CompareBoolValue(const SRxFoundList& list, bool value, const WCHAR* text,
         case COND_IS_YES_ALT:
             return value;
         case COND_DIFFERS:
-            return value !=
-                   (EqualsString(list, STR_YES_WORD, text) ||
-                    EqualsString(list, COND_IS_YES_ALT, text));
+            return value != (EqualsString(list, STR_YES_WORD, text) ||
+                             EqualsString(list, COND_IS_YES_ALT, text));
         default:
             return false;
     }

@@ -14,9 +14,13 @@ SRxShellExtParameters::SRxShellExtParameters(const SRxShellExtParameters& other)
     CopyFrom(other);
 }
 
-SRxShellExtParameters::SRxShellExtParameters(const char* text) { Assign(text); }
+SRxShellExtParameters::SRxShellExtParameters(const char* text) {
+    Assign(text);
+}
 
-SRxShellExtParameters::~SRxShellExtParameters() { Destroy(); }
+SRxShellExtParameters::~SRxShellExtParameters() {
+    Destroy();
+}
 
 SRxShellExtParameters& SRxShellExtParameters::operator=(const SRxShellExtParameters& other) {
     CopyFrom(other);
@@ -29,8 +33,7 @@ SRxShellExtParameters::operator const char*() const {
 
 void SRxShellExtParameters::Assign(const char* text) {
     // The new reference first: the text may be this carrier's own block.
-    auto* shared =
-        reinterpret_cast<SRxShellExtParameterBlock*>(const_cast<char*>(text));
+    auto* shared = reinterpret_cast<SRxShellExtParameterBlock*>(const_cast<char*>(text));
     if (shared != nullptr) ++shared->refCount;
     Destroy();
     block = shared;
@@ -91,7 +94,9 @@ const BLxWString* SRxShellExtParameters::GetColor(int index) const {
     return &block->colors[static_cast<std::size_t>(index)];
 }
 
-bool SRxShellExtParameters::HaveColors() const { return GetColorCount() != 0; }
+bool SRxShellExtParameters::HaveColors() const {
+    return GetColorCount() != 0;
+}
 
 bool SRxShellExtParameters::SetServer(IQxLecternServer* server) {
     if (!Create()) return false;
@@ -104,7 +109,9 @@ IQxLecternServer* SRxShellExtParameters::GetServer() const {
     return HaveServer() ? block->server : nullptr;
 }
 
-bool SRxShellExtParameters::HaveServer() const { return valid && block->haveServer; }
+bool SRxShellExtParameters::HaveServer() const {
+    return valid && block->haveServer;
+}
 
 bool SRxShellExtParameters::SetCritForSkipped(SRxSkippedCritNode* head) {
     if (!Create()) return false;
@@ -116,4 +123,6 @@ SRxSkippedCritNode* SRxShellExtParameters::GetCritForSkipped() const {
     return valid ? block->skippedCriteria : nullptr;
 }
 
-bool SRxShellExtParameters::HaveCritForSkipped() const { return GetCritForSkipped() != nullptr; }
+bool SRxShellExtParameters::HaveCritForSkipped() const {
+    return GetCritForSkipped() != nullptr;
+}

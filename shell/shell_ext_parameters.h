@@ -1,6 +1,6 @@
-// Carries a caller's private data through an interface that has only text fields. All carriers of one
-// call share a counted block; the pointer that travels is the address of that block. In: the reading
-// server and the colour names. Out: the criteria that a search left to the caller.
+// Carries a caller's private data through an interface that has only text fields. All carriers of
+// one call share a counted block; the pointer that travels is the address of that block. In: the
+// reading server and the colour names. Out: the criteria that a search left to the caller.
 #pragma once
 
 #include <cstddef>

@@ -41,12 +41,22 @@ const BLxWString& DirectorySearch::Next() {
     return state_->name;
 }
 
-bool DirectorySearch::Done() const { return !state_->current; }
+bool DirectorySearch::Done() const {
+    return !state_->current;
+}
 
-bool DirectorySearch::Failed() const { return state_->listing.Failed(); }
+bool DirectorySearch::Failed() const {
+    return state_->listing.Failed();
+}
 
-bool DirectorySearch::IsDirectory() const { return state_->current && state_->entry.isDirectory; }
+bool DirectorySearch::IsDirectory() const {
+    return state_->current && state_->entry.isDirectory;
+}
 
-bool DirectorySearch::IsDot() const { return state_->current && state_->entry.isDot; }
+bool DirectorySearch::IsDot() const {
+    return state_->current && state_->entry.isDot;
+}
 
-void DirectorySearch::SetSkipDots(bool skip) { state_->skipDots = skip; }
+void DirectorySearch::SetSkipDots(bool skip) {
+    state_->skipDots = skip;
+}

@@ -2,7 +2,9 @@
 
 namespace {
 
-bool IsDigit(WCHAR unit) { return unit >= '0' && unit <= '9'; }
+bool IsDigit(WCHAR unit) {
+    return unit >= '0' && unit <= '9';
+}
 
 WCHAR Fold(WCHAR unit) {
     return unit >= 'A' && unit <= 'Z' ? static_cast<WCHAR>(unit + ('a' - 'A')) : unit;
@@ -12,10 +14,12 @@ WCHAR Fold(WCHAR unit) {
 // compare so: the longer run is the greater.
 WTextView TakeNumber(WTextView& text) {
     std::size_t end = 0;
-    while (end < text.size() && IsDigit(text[end])) ++end;
+    while (end < text.size() && IsDigit(text[end]))
+        ++end;
     WTextView digits = text.substr(0, end);
     text.remove_prefix(end);
-    while (!digits.empty() && digits.front() == '0') digits.remove_prefix(1);
+    while (!digits.empty() && digits.front() == '0')
+        digits.remove_prefix(1);
     return digits;
 }
 

@@ -11,9 +11,13 @@ namespace {
 // A key's name has at most 255 units.
 constexpr DWORD kMaxKeyName = 256;
 
-BLxResult Result(LSTATUS status) { return BLxResult(static_cast<DWORD>(status)); }
+BLxResult Result(LSTATUS status) {
+    return BLxResult(static_cast<DWORD>(status));
+}
 
-const BYTE* Bytes(const void* data) { return static_cast<const BYTE*>(data); }
+const BYTE* Bytes(const void* data) {
+    return static_cast<const BYTE*>(data);
+}
 
 }  // namespace
 
@@ -28,7 +32,9 @@ BLxResult BLxPref_Reg::CreateKey(HKEY root, const WCHAR* path, HKEY* key) {
                                   nullptr, key, nullptr));
 }
 
-BLxResult BLxPref_Reg::CloseKey(HKEY key) { return Result(RegCloseKey(key)); }
+BLxResult BLxPref_Reg::CloseKey(HKEY key) {
+    return Result(RegCloseKey(key));
+}
 
 BLxResult BLxPref_Reg::Read(HKEY key, const WCHAR* name, LONG* value) {
     DWORD type = REG_NONE;
@@ -52,8 +58,8 @@ BLxResult BLxPref_Reg::Read(HKEY key, const WCHAR* name, BLxWString* value) {
         if (type != REG_SZ) return BLxResult(ERROR_INVALID_DATA);
         text.assign(cb / sizeof(WCHAR) + 1, 0);
         cb = static_cast<DWORD>((text.size() - 1) * sizeof(WCHAR));
-        status = RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(text.data()),
-                                  &cb);
+        status =
+            RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(text.data()), &cb);
         if (status == ERROR_SUCCESS) {
             // A stored text may lack its terminator, hold several, or have an odd size.
             text.resize(cb / sizeof(WCHAR));

@@ -4,9 +4,13 @@
 
 namespace BLxShared {
 
-void* StringAllocate(std::size_t cb) { return std::malloc(cb != 0 ? cb : 1); }
+void* StringAllocate(std::size_t cb) {
+    return std::malloc(cb != 0 ? cb : 1);
+}
 
-void StringDeallocate(void* block) { std::free(block); }
+void StringDeallocate(void* block) {
+    std::free(block);
+}
 
 std::size_t StringAllocHint(std::size_t cb) {
     constexpr std::size_t kGrain = 16;

@@ -1,7 +1,7 @@
 #include <map>
 
-#include "outside/blx_util.h"
 #include "outside/blx_registry.h"
+#include "outside/blx_util.h"
 #include "platform/wtext.h"
 
 namespace {
@@ -17,15 +17,14 @@ std::map<WText, DWORD>& HelpIds() {
 BLxWString ThisLibraryPath() {
     static const char anchor = 0;
     HMODULE self = nullptr;
-    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                            reinterpret_cast<LPCWSTR>(&anchor), &self)) {
+    if (!GetModuleHandleExW(
+            GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+            reinterpret_cast<LPCWSTR>(&anchor), &self)) {
         return {};
     }
     BLxWString path(MAX_PATH, 0);
     for (;;) {
-        const DWORD length =
-            GetModuleFileNameW(self, path.data(), static_cast<DWORD>(path.size()));
+        const DWORD length = GetModuleFileNameW(self, path.data(), static_cast<DWORD>(path.size()));
         if (length < path.size()) {
             path.resize(length);
             return path;
@@ -54,7 +53,9 @@ BLxWString BLxUtil::GetLPResourceDLLPath(const WCHAR* name) {
     return path + name;
 }
 
-BLxWString BLx::GetWorkspacePath() { return ReadWorkspaceValue(TEXT("Path")); }
+BLxWString BLx::GetWorkspacePath() {
+    return ReadWorkspaceValue(TEXT("Path"));
+}
 
 void BLx::GetWorkspacesDir(BLxWString& folder) {
     folder = ReadWorkspaceValue(TEXT("Folder"));

@@ -21,7 +21,9 @@ void MDxCritNode::SetText(eCritTest test, LONG condition, const WCHAR* value) {
     text_ = value;
 }
 
-void MDxCritNode::NoCrit(bool truth) { SetFlag(eCritTest::Fixed, 0, truth); }
+void MDxCritNode::NoCrit(bool truth) {
+    SetFlag(eCritTest::Fixed, 0, truth);
+}
 
 void MDxCritNode::CritProperties(const SRxCriteriaNode* criterion) {
     SetText(eCritTest::Properties, criterion->conditionId, criterion->value);
@@ -31,11 +33,21 @@ void MDxCritNode::CritProperties(const SRxCriteriaNode* criterion) {
     number_ = criterion->valueId;
 }
 
-void MDxCritNode::CritAdaptive(bool flag) { SetFlag(eCritTest::Adaptive, 0, flag); }
-void MDxCritNode::CritEnabled(bool flag) { SetFlag(eCritTest::Enabled, 0, flag); }
-void MDxCritNode::CritGrounded(bool flag) { SetFlag(eCritTest::Grounded, 0, flag); }
-void MDxCritNode::CritVisible(bool flag) { SetFlag(eCritTest::Visible, 0, flag); }
-void MDxCritNode::CritTransparent(bool flag) { SetFlag(eCritTest::Transparent, 0, flag); }
+void MDxCritNode::CritAdaptive(bool flag) {
+    SetFlag(eCritTest::Adaptive, 0, flag);
+}
+void MDxCritNode::CritEnabled(bool flag) {
+    SetFlag(eCritTest::Enabled, 0, flag);
+}
+void MDxCritNode::CritGrounded(bool flag) {
+    SetFlag(eCritTest::Grounded, 0, flag);
+}
+void MDxCritNode::CritVisible(bool flag) {
+    SetFlag(eCritTest::Visible, 0, flag);
+}
+void MDxCritNode::CritTransparent(bool flag) {
+    SetFlag(eCritTest::Transparent, 0, flag);
+}
 void MDxCritNode::CritFullyConstrained(bool flag) {
     SetFlag(eCritTest::FullyConstrained, 0, flag);
 }

@@ -103,7 +103,8 @@ void MDxFileNameNode::AddFileNode(MDxFileNameNode** head) {
     }
     ChainIndex& index = (*head)->IndexAsHead();
     if (index.tail == nullptr) index.tail = *head;
-    while (index.tail->next_ != nullptr) index.tail = index.tail->next_;
+    while (index.tail->next_ != nullptr)
+        index.tail = index.tail->next_;
     index.tail->SetNextNode(this);
     index.tail = this;
 }
@@ -111,7 +112,8 @@ void MDxFileNameNode::AddFileNode(MDxFileNameNode** head) {
 bool MDxFileNameNode::AddFileNodeUnique(MDxFileNameNode** head) {
     if (*head != nullptr) {
         ChainIndex& index = (*head)->IndexAsHead();
-        while (index.NameNext(**head) != nullptr) continue;
+        while (index.NameNext(**head) != nullptr)
+            continue;
         if (index.names.count(fileName_) != 0) return false;
     }
     AddFileNode(head);

@@ -21,13 +21,13 @@ struct OfficeRow {
     DWORD id;
 };
 constexpr OfficeRow kOfficeRows[] = {
-    {22, eSetKind::Summary, 2},          // title
-    {24, eSetKind::Summary, 3},          // subject
-    {3, eSetKind::Summary, 4},           // author
-    {6, eSetKind::Summary, 5},           // keywords
-    {2, eSetKind::Summary, 6},           // comments
-    {8, eSetKind::Summary, 9},           // revision number
-    {27, eSetKind::DocumentSummary, 2},  // category
+    {22, eSetKind::Summary, 2},           // title
+    {24, eSetKind::Summary, 3},           // subject
+    {3, eSetKind::Summary, 4},            // author
+    {6, eSetKind::Summary, 5},            // keywords
+    {2, eSetKind::Summary, 6},            // comments
+    {8, eSetKind::Summary, 9},            // revision number
+    {27, eSetKind::DocumentSummary, 2},   // category
     {25, eSetKind::DocumentSummary, 14},  // manager
     {26, eSetKind::DocumentSummary, 15},  // company
 };
@@ -40,8 +40,9 @@ struct Place {
 };
 
 Place PlaceOf(int number) {
-    const auto* row = std::find_if(std::begin(kOfficeRows), std::end(kOfficeRows),
-                                   [number](const OfficeRow& each) { return each.number == number; });
+    const auto* row =
+        std::find_if(std::begin(kOfficeRows), std::end(kOfficeRows),
+                     [number](const OfficeRow& each) { return each.number == number; });
     if (row != std::end(kOfficeRows)) return {row->set, row->id};
     return {eSetKind::Product, static_cast<DWORD>(number)};
 }
@@ -102,9 +103,15 @@ HRESULT MDxProperties::InitProps(MDxFileNameNode& node, int, void*) {
     return S_OK;
 }
 
-MDxGeneralProperties& MDxProperties::GenProp() { return state_->general; }
-MDxControlProperties& MDxProperties::ControlProp() { return state_->control; }
-MDxCustomProperties& MDxProperties::CustomProp() { return state_->custom; }
+MDxGeneralProperties& MDxProperties::GenProp() {
+    return state_->general;
+}
+MDxControlProperties& MDxProperties::ControlProp() {
+    return state_->control;
+}
+MDxCustomProperties& MDxProperties::CustomProp() {
+    return state_->custom;
+}
 
 struct MDxGeneralProperties::State {
     DocumentProperties& document;
@@ -124,8 +131,7 @@ const WCHAR* MDxGeneralProperties::Property(int id) {
 
 bool MDxGeneralProperties::GetDateValue(int id, SYSTEMTIME* date) {
     *date = SYSTEMTIME{};
-    return FindAt(state_->document, PlaceOf(id), state_->value) &&
-           ToLocalDate(state_->value, date);
+    return FindAt(state_->document, PlaceOf(id), state_->value) && ToLocalDate(state_->value, date);
 }
 
 bool MDxGeneralProperties::GetCurrencyValue(int id, LONGLONG* value) {
@@ -148,8 +154,7 @@ bool MDxGeneralProperties::GetLongValue(int id, LONG* value) {
 
 bool MDxGeneralProperties::GetGuidValue(int id, GUID* value) {
     ClearRevId(value);
-    if (!FindAt(state_->document, PlaceOf(id), state_->value) ||
-        state_->value.type != VT_CLSID) {
+    if (!FindAt(state_->document, PlaceOf(id), state_->value) || state_->value.type != VT_CLSID) {
         return false;
     }
     *value = state_->value.guid;
@@ -165,8 +170,8 @@ struct MDxControlProperties::State {
     PropertyValue value;
 
     bool Find(int id) {
-        return FindAt(document,
-                      {eSetKind::Product, mdfacts::kControlBase + static_cast<DWORD>(id)}, value);
+        return FindAt(document, {eSetKind::Product, mdfacts::kControlBase + static_cast<DWORD>(id)},
+                      value);
     }
 };
 
@@ -210,7 +215,9 @@ MDxCustomProperties::MDxCustomProperties(DocumentProperties& document)
     : state_(new State{document, {}}) {}
 MDxCustomProperties::~MDxCustomProperties() = default;
 
-void MDxCustomProperties::Forget() { state_->asked = false; }
+void MDxCustomProperties::Forget() {
+    state_->asked = false;
+}
 
 const MDxCustomProperty* MDxCustomProperties::Property(const WCHAR* name, bool create) {
     if (create) return nullptr;

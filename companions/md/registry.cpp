@@ -15,7 +15,9 @@ bool PutBranchInFront(WCHAR* path, DWORD cch) {
 
 }  // namespace
 
-const WCHAR* MDxRegistryBranch() { return kBranch; }
+const WCHAR* MDxRegistryBranch() {
+    return kBranch;
+}
 
 HKEY MDxOpenRegistryKey(HKEY root, WCHAR* path, DWORD cch) {
     HKEY key = nullptr;

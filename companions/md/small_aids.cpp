@@ -19,4 +19,6 @@ void SysTimeFromOleDate(DATE date, SYSTEMTIME* time) {
     if (!VariantTimeToSystemTime(date, time)) *time = SYSTEMTIME{};
 }
 
-void ClearRevId(GUID* id) { *id = GUID{}; }
+void ClearRevId(GUID* id) {
+    *id = GUID{};
+}

@@ -4,13 +4,16 @@
 
 namespace {
 
-// The states in the order of their numbers, which begin with 1. The texts are those of the value list.
+// The states in the order of their numbers, which begin with 1. The texts are those of the value
+// list.
 constexpr const WCHAR* kStates[] = {TEXT("Work in progress"), TEXT("Pending"), TEXT("Released")};
 constexpr LONG kStateCount = sizeof(kStates) / sizeof(kStates[0]);
 
 WTextView Trim(WTextView text) {
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
     return text;
 }
 

@@ -13,7 +13,9 @@ namespace {
 
 constexpr std::size_t kNearest = 3;
 
-char FoldAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+char FoldAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
 
 // The length of `name` when it stands at the front of `text` as whole words, case ignored; else 0.
 std::size_t MatchFront(std::string_view text, std::string_view name) {
@@ -25,7 +27,8 @@ std::size_t MatchFront(std::string_view text, std::string_view name) {
 }
 
 void SkipBlanks(std::string_view& text) {
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
 }
 
 // A whole number of digits at the front that ends there or before `stop`.
@@ -40,7 +43,8 @@ bool TakeNumber(std::string_view& text, LONG& number) {
 
 std::size_t EditDistance(std::string_view a, std::string_view b) {
     std::vector<std::size_t> row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+    for (std::size_t j = 0; j <= b.size(); ++j)
+        row[j] = j;
     for (std::size_t i = 1; i <= a.size(); ++i) {
         std::size_t diagonal = row[0];
         row[0] = i;
@@ -54,7 +58,9 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
     return row[b.size()];
 }
 
-std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+std::string Quoted(std::string_view text) {
+    return "\"" + std::string(text) + "\"";
+}
 
 bool IsLeapYear(unsigned year) {
     return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
@@ -86,8 +92,9 @@ WText StoredDate(std::string_view typed) {
 
 CriterionParser::CriterionParser(HINSTANCE resources) : resources_(resources) {
     for (const PropertyRow& row : kPropertyRows) {
-        const bool known = std::any_of(properties_.begin(), properties_.end(),
-                                       [&row](const Name& each) { return each.id == row.stringId; });
+        const bool known =
+            std::any_of(properties_.begin(), properties_.end(),
+                        [&row](const Name& each) { return each.id == row.stringId; });
         if (!known) properties_.push_back({row.stringId, TextOf(row.stringId)});
     }
 }
@@ -242,8 +249,7 @@ bool CriterionParser::TakeCondition(std::string_view& text, const Property& prop
 
 bool CriterionParser::TakeValue(std::string_view text, const Property& property, LONG condition,
                                 WText& value, LONG& valueId, std::string& fault) const {
-    const std::string shown =
-        Quoted(wtext::ToUtf8(property.shown) + " " + Shown(condition));
+    const std::string shown = Quoted(wtext::ToUtf8(property.shown) + " " + Shown(condition));
     const PropertyKind* kind =
         property.custom.empty() ? FindPropertyKind(property.stringId) : nullptr;
     const bool fromList = kind != nullptr && kind->source != eValueSource::Edit;
@@ -325,7 +331,8 @@ std::string CriterionParser::NearestProperties(std::string_view text) const {
 }
 
 std::string CriterionParser::Catalogue() const {
-    constexpr const char* kInputs[] = {"text", "whole number", "number", "date", "", "choice", "text"};
+    constexpr const char* kInputs[] = {"text", "whole number", "number", "date",
+                                       "",     "choice",       "text"};
     std::string text;
     for (const PropertyRow& row : kPropertyRows) {
         const PropertyKind* kind = FindPropertyKind(row.stringId);

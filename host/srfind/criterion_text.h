@@ -28,15 +28,14 @@ private:
     };
     struct Property {
         LONG stringId = 0;
-        LONG number = 0;    // 0: the first row of the string id
+        LONG number = 0;  // 0: the first row of the string id
         LONG category = 0;
-        WText custom;       // not empty: a property of the user's own
+        WText custom;  // not empty: a property of the user's own
         WText shown;
     };
 
     bool TakeProperty(std::string_view& text, Property& property, std::string& fault) const;
-    bool TakeNumberedProperty(std::string_view& text, Property& property,
-                              std::string& fault) const;
+    bool TakeNumberedProperty(std::string_view& text, Property& property, std::string& fault) const;
     bool TakeCondition(std::string_view& text, const Property& property, LONG& condition,
                        std::string& fault) const;
     bool TakeValue(std::string_view text, const Property& property, LONG condition, WText& value,

@@ -4,7 +4,6 @@
 
 #include "platform/host/host_files.h"
 
-
 namespace {
 
 struct OptionRow {
@@ -19,7 +18,8 @@ constexpr OptionRow kOptions[] = {
     {'o', "or", "CRITERION", "or this one instead of the criterion before it"},
     {'r', "subfolders", nullptr, "look in subfolders too"},
     {'c', "match-case", nullptr, "upper and lower case are different"},
-    {0, "files-from", "FILE", "look at the files that FILE names, one a line (- for standard input)"},
+    {0, "files-from", "FILE",
+     "look at the files that FILE names, one a line (- for standard input)"},
     {'0', "print0", nullptr, "end each hit with a null instead of a line feed"},
     {0, "sort", "ORDER", "sort the hits by name or by folder"},
     {0, "stats", nullptr, "tell at the end what was looked at"},

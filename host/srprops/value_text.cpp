@@ -107,7 +107,7 @@ std::string CurrencyText(std::int64_t value) {
     const auto whole = static_cast<long long>(value / kCurrencyUnit);
     const auto part = static_cast<int>(value % kCurrencyUnit);
     const char* sign = value < 0 && whole == 0 ? "-" : "";
-    return sign + std::to_string(whole) + Printed(".%04d", part < 0 ? -part : part);
+    return Printed("%s%s.%04d", sign, std::to_string(whole).c_str(), part < 0 ? -part : part);
 }
 
 std::string GuidText(const GUID& guid) {
@@ -123,10 +123,10 @@ std::string GuidText(const GUID& guid) {
 
 std::string TypeText(VARTYPE type) {
     if ((type & kVectorBit) != 0) {
-        return "VT_VECTOR|" + TypeText(static_cast<VARTYPE>(type & ~kVectorBit));
+        return std::string("VT_VECTOR|") + TypeText(static_cast<VARTYPE>(type & ~kVectorBit));
     }
     if ((type & kArrayBit) != 0) {
-        return "VT_ARRAY|" + TypeText(static_cast<VARTYPE>(type & ~kArrayBit));
+        return std::string("VT_ARRAY|") + TypeText(static_cast<VARTYPE>(type & ~kArrayBit));
     }
     for (const TypeName& row : kTypeNames) {
         if (row.type == type) return row.name;
@@ -137,13 +137,13 @@ std::string TypeText(VARTYPE type) {
 std::string EscapedText(WTextView text) {
     std::string out;
     for (const char c : wtext::ToUtf8(text)) {
-        const auto byte = static_cast<unsigned char>(c);
+        const auto unit = static_cast<unsigned char>(c);
         // Behind C2 comes the second half of the control characters.
-        const bool isUpperControl = byte >= 0x80 && byte < 0xA0 && !out.empty() &&
+        const bool isUpperControl = unit >= 0x80 && unit < 0xA0 && !out.empty() &&
                                     static_cast<unsigned char>(out.back()) == 0xC2;
         if (isUpperControl) {
             out.pop_back();
-            out += Printed("\\u%04X", static_cast<unsigned>(byte));
+            out += Printed("\\u%04X", static_cast<unsigned>(unit));
         } else if (c == '\\') {
             out += "\\\\";
         } else if (c == '\t') {
@@ -152,8 +152,8 @@ std::string EscapedText(WTextView text) {
             out += "\\n";
         } else if (c == '\r') {
             out += "\\r";
-        } else if (byte < 0x20 || byte == 0x7F) {
-            out += Printed("\\u%04X", static_cast<unsigned>(byte));
+        } else if (unit < 0x20 || unit == 0x7F) {
+            out += Printed("\\u%04X", static_cast<unsigned>(unit));
         } else {
             out += c;
         }

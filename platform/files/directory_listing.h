@@ -23,8 +23,8 @@ public:
     DirectoryListing& operator=(DirectoryListing&&) noexcept;
 
     // `pattern` is a folder, a backslash and a name with a star at its end, which stands for any
-    // text; other wildcards fail with ERROR_NOT_SUPPORTED natively. Closes an earlier listing. False
-    // with the last error when the folder can't be listed. Case of letters plays no part.
+    // text; other wildcards fail with ERROR_NOT_SUPPORTED natively. Closes an earlier listing.
+    // False with the last error when the folder can't be listed. Case of letters plays no part.
     [[nodiscard]] bool Open(const WCHAR* pattern);
     // False at the end (`Failed` then tells whether the system reported a fault there).
     [[nodiscard]] bool Next(Entry& entry);

@@ -62,11 +62,11 @@ void DirectoryListing::State::Classify(const KernelEntry& raw, Entry& entry) con
     if (type == DT_UNKNOWN && fstatat(descriptor, raw.name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
         type = IFTODT(status.st_mode);
     }
-    entry.isFolderLink = type == DT_LNK && fstatat(descriptor, raw.name, &status, 0) == 0 &&
-                         S_ISDIR(status.st_mode);
+    entry.isFolderLink =
+        type == DT_LNK && fstatat(descriptor, raw.name, &status, 0) == 0 && S_ISDIR(status.st_mode);
     entry.isDirectory = type == DT_DIR || entry.isFolderLink;
-    entry.isDot = raw.name[0] == '.' &&
-                  (raw.name[1] == 0 || (raw.name[1] == '.' && raw.name[2] == 0));
+    entry.isDot =
+        raw.name[0] == '.' && (raw.name[1] == 0 || (raw.name[1] == '.' && raw.name[2] == 0));
 }
 
 bool DirectoryListing::State::HasPrefix() const {
@@ -126,4 +126,6 @@ bool DirectoryListing::Next(Entry& entry) {
     }
 }
 
-bool DirectoryListing::Failed() const { return state_->failed; }
+bool DirectoryListing::Failed() const {
+    return state_->failed;
+}

@@ -2,10 +2,12 @@
 
 namespace {
 
-// A reparse point that names another place (a link, a mount point) has this bit in its tag; one that
-// only marks where the content lies, as of a cloud store, hasn't, and is an ordinary folder. Tag 0
-// is what Wine gives for a link.
-bool IsLinkTag(DWORD tag) { return tag == 0 || IsReparseTagNameSurrogate(tag); }
+// A reparse point that names another place (a link, a mount point) has this bit in its tag; one
+// that only marks where the content lies, as of a cloud store, hasn't, and is an ordinary folder.
+// Tag 0 is what Wine gives for a link.
+bool IsLinkTag(DWORD tag) {
+    return tag == 0 || IsReparseTagNameSurrogate(tag);
+}
 
 }  // namespace
 
@@ -53,4 +55,6 @@ bool DirectoryListing::Next(Entry& entry) {
     return true;
 }
 
-bool DirectoryListing::Failed() const { return state_->failed; }
+bool DirectoryListing::Failed() const {
+    return state_->failed;
+}

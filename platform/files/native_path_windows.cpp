@@ -1,6 +1,8 @@
 #include "platform/native_path.h"
 
-NativePath NativePathFromWide(WTextView path) { return NativePath(path); }
+NativePath NativePathFromWide(WTextView path) {
+    return NativePath(path);
+}
 
 WText AbsoluteWidePath(const NativePath& path) {
     if (path.empty()) return {};
@@ -11,9 +13,13 @@ WText AbsoluteWidePath(const NativePath& path) {
     return full;
 }
 
-std::string DisplayPath(WTextView path) { return wtext::ToUtf8(path); }
+std::string DisplayPath(WTextView path) {
+    return wtext::ToUtf8(path);
+}
 
-WText WideNameFromTyped(std::string_view name) { return wtext::FromUtf8(name); }
+WText WideNameFromTyped(std::string_view name) {
+    return wtext::FromUtf8(name);
+}
 
 bool FileSize(WTextView path, std::uint64_t& bytes) {
     WIN32_FILE_ATTRIBUTE_DATA data{};

@@ -8,7 +8,9 @@ namespace {
 
 constexpr WCHAR kByteBase = 0xF000;
 
-bool IsSeparator(WCHAR unit) { return unit == '\\' || unit == '/'; }
+bool IsSeparator(WCHAR unit) {
+    return unit == '\\' || unit == '/';
+}
 
 bool IsForbidden(unsigned char byte) {
     switch (byte) {
@@ -26,7 +28,9 @@ bool IsForbidden(unsigned char byte) {
     }
 }
 
-bool IsMappedUnit(WCHAR unit) { return unit > kByteBase && unit <= kByteBase + 0xFF; }
+bool IsMappedUnit(WCHAR unit) {
+    return unit > kByteBase && unit <= kByteBase + 0xFF;
+}
 
 void AppendMapped(WText& out, std::string_view bytes) {
     for (const char c : bytes) {
@@ -90,7 +94,8 @@ void AppendNameToBytes(std::string& out, WTextView name) {
             continue;
         }
         std::size_t run = 1;
-        while (run < name.size() && !IsMappedUnit(name[run])) ++run;
+        while (run < name.size() && !IsMappedUnit(name[run]))
+            ++run;
         out += wtext::ToUtf8(name.substr(0, run));
         name.remove_prefix(run);
     }
@@ -127,7 +132,8 @@ bool PathToBytes(WTextView path, std::string& out) {
     }
     while (!path.empty()) {
         std::size_t end = 0;
-        while (end < path.size() && !IsSeparator(path[end])) ++end;
+        while (end < path.size() && !IsSeparator(path[end]))
+            ++end;
         AppendNameToBytes(out, path.substr(0, end));
         if (end == path.size()) break;
         out += '/';

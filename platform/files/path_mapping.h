@@ -1,7 +1,7 @@
 // Native build: paths in the form of Windows to and from the bytes of the file system. Z:\ is the
-// root. A name keeps every byte: what Windows forbids in a name (\ : * ? " < > |) and bytes that are
-// no UTF-8 stand as U+F000 plus the byte; characters of that range itself are written byte by byte,
-// so that no two names collide.
+// root. A name keeps every byte: what Windows forbids in a name (\ : * ? " < > |) and bytes that
+// are no UTF-8 stand as U+F000 plus the byte; characters of that range itself are written byte by
+// byte, so that no two names collide.
 #pragma once
 
 #include <string>
@@ -19,8 +19,8 @@ void AppendNameToBytes(std::string& out, WTextView name);
 WText PathFromBytes(std::string_view path);
 
 // Both separators are taken. Relative paths stay relative. False, with the last error
-// ERROR_PATH_NOT_FOUND, for another drive and for a network path; ERROR_INVALID_NAME for a text with
-// an embedded null.
+// ERROR_PATH_NOT_FOUND, for another drive and for a network path; ERROR_INVALID_NAME for a text
+// with an embedded null.
 [[nodiscard]] bool PathToBytes(WTextView path, std::string& out);
 
 // The last error that stands for an errno value of a file operation.

@@ -12,10 +12,12 @@
 
 namespace {
 
-bool IsSeparator(WCHAR unit) { return unit == '\\' || unit == '/'; }
+bool IsSeparator(WCHAR unit) {
+    return unit == '\\' || unit == '/';
+}
 
-// Copies out as the Windows calls do: the units without the terminator, or, when it doesn't fit, the
-// units needed with it and the buffer untouched.
+// Copies out as the Windows calls do: the units without the terminator, or, when it doesn't fit,
+// the units needed with it and the buffer untouched.
 DWORD CopyOrMeasure(const WText& text, DWORD cch, LPWSTR buffer) {
     if (text.size() + 1 > cch) return static_cast<DWORD>(text.size() + 1);
     text.copy(buffer, text.size());
@@ -63,7 +65,8 @@ bool StatPath(LPCWSTR path, struct stat& status) {
 void AppendComponents(std::vector<WTextView>& components, WTextView path) {
     while (!path.empty()) {
         std::size_t end = 0;
-        while (end < path.size() && !IsSeparator(path[end])) ++end;
+        while (end < path.size() && !IsSeparator(path[end]))
+            ++end;
         const WTextView name = path.substr(0, end);
         if (name == TEXT("..")) {
             if (!components.empty()) components.pop_back();
@@ -194,8 +197,8 @@ DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD cch) {
 
 BOOL GetModuleHandleExW(DWORD flags, LPCWSTR address, HMODULE* module) {
     *module = nullptr;
-    if (flags != (GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
-                  GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT)) {
+    if (flags !=
+        (GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT)) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return FALSE;
     }
@@ -208,4 +211,6 @@ BOOL GetModuleHandleExW(DWORD flags, LPCWSTR address, HMODULE* module) {
     return TRUE;
 }
 
-DWORD GetCurrentProcessId() { return static_cast<DWORD>(getpid()); }
+DWORD GetCurrentProcessId() {
+    return static_cast<DWORD>(getpid());
+}

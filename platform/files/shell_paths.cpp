@@ -3,7 +3,9 @@
 
 namespace {
 
-bool IsSeparator(WCHAR unit) { return unit == '\\' || unit == '/'; }
+bool IsSeparator(WCHAR unit) {
+    return unit == '\\' || unit == '/';
+}
 
 }  // namespace
 
@@ -41,7 +43,8 @@ BOOL PathRemoveFileSpecW(LPWSTR path) {
     // The root stays: one or two leading separators, or a drive with its separator.
     LPWSTR cut = path;
     LPWSTR at = path;
-    for (int i = 0; i < 2 && *at == '\\'; ++i) cut = ++at;
+    for (int i = 0; i < 2 && *at == '\\'; ++i)
+        cut = ++at;
     for (; *at != 0; ++at) {
         if (*at == '\\') {
             cut = at;

@@ -14,7 +14,9 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-void OnInterrupt(int) { interrupted = 1; }
+void OnInterrupt(int) {
+    interrupted = 1;
+}
 
 std::FILE* OpenForReading(const NativePath& path) {
 #ifdef _WIN32
@@ -60,6 +62,10 @@ bool IsErrorTerminal() {
 #endif
 }
 
-void NoteInterrupts() { std::signal(SIGINT, OnInterrupt); }
+void NoteInterrupts() {
+    std::signal(SIGINT, OnInterrupt);
+}
 
-bool WasInterrupted() { return interrupted != 0; }
+bool WasInterrupted() {
+    return interrupted != 0;
+}

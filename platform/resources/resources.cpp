@@ -118,8 +118,7 @@ HMODULE LoadLibraryExW(LPCWSTR path, HANDLE file, DWORD flags) {
         SetLastError(ERROR_BAD_EXE_FORMAT);
         return nullptr;
     }
-    auto* handle =
-        reinterpret_cast<HMODULE>(const_cast<std::byte*>(mapped->Bytes().data()));
+    auto* handle = reinterpret_cast<HMODULE>(const_cast<std::byte*>(mapped->Bytes().data()));
     OpenLibraries().emplace(handle, Library{bytes, std::move(mapped), *image, 1});
     return handle;
 }

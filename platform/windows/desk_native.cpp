@@ -4,9 +4,13 @@ namespace {
 thread_local Desk* current = nullptr;
 }  // namespace
 
-DeskScope::DeskScope(Desk& desk) : earlier_(current) { current = &desk; }
+DeskScope::DeskScope(Desk& desk) : earlier_(current) {
+    current = &desk;
+}
 
-DeskScope::~DeskScope() { current = earlier_; }
+DeskScope::~DeskScope() {
+    current = earlier_;
+}
 
 int MessageBoxW(HWND, LPCWSTR text, LPCWSTR caption, UINT type) {
     if (current == nullptr) {

@@ -49,7 +49,8 @@ public:
     void Remove(HWND handle) {
         const std::unique_ptr<Window> window = std::move(windows_[handle]);
         windows_.erase(handle);
-        for (const HWND child : window->children) Remove(child);
+        for (const HWND child : window->children)
+            Remove(child);
     }
 
 private:
@@ -130,8 +131,8 @@ LRESULT SendToComboBox(Window& window, UINT message, WPARAM wParam, LPARAM lPara
         case CB_ADDSTRING:
             return InsertItem(window, window.items.size(), lParam);
         case CB_INSERTSTRING:
-            return InsertItem(window, wParam == static_cast<WPARAM>(-1) ? window.items.size() : wParam,
-                              lParam);
+            return InsertItem(
+                window, wParam == static_cast<WPARAM>(-1) ? window.items.size() : wParam, lParam);
         case CB_DELETESTRING:
             return DeleteItem(window, wParam);
         case CB_GETCOUNT:
@@ -141,9 +142,8 @@ LRESULT SendToComboBox(Window& window, UINT message, WPARAM wParam, LPARAM lPara
         case CB_SETCURSEL:
             return SelectItem(window, wParam);
         case CB_GETLBTEXTLEN:
-            return wParam < window.items.size()
-                       ? static_cast<LRESULT>(window.items[wParam].size())
-                       : CB_ERR;
+            return wParam < window.items.size() ? static_cast<LRESULT>(window.items[wParam].size())
+                                                : CB_ERR;
         case CB_GETLBTEXT:
             if (wParam >= window.items.size()) return CB_ERR;
             return CopyText(window.items[wParam], window.items[wParam].size() + 1, lParam);
@@ -200,7 +200,9 @@ BOOL DestroyWindow(HWND window) {
     return TRUE;
 }
 
-BOOL IsWindow(HWND window) { return Windows().Find(window) != nullptr; }
+BOOL IsWindow(HWND window) {
+    return Windows().Find(window) != nullptr;
+}
 
 BOOL EnableWindow(HWND window, BOOL enable) {
     Window* found = Windows().Require(window);

@@ -86,8 +86,8 @@ HRESULT DocumentProperties::LoadSet(eSetKind kind, SetState& state) {
     const auto& sections = holder.stream.Sections();
     for (std::size_t i = 0; i < sections.size(); ++i) {
         if (!IsSectionOf(kind, i, sections[i].format)) continue;
-        return state.section.Load(holder.stream.Window(), decoder_, sections[i].offset,
-                                  kind == eSetKind::UserDefined);
+        return state.section.Load(holder.stream.Window(), decoder_,
+                                  sections[i].offset);
     }
     return S_FALSE;
 }

@@ -45,8 +45,7 @@ void PropertySection::Reset() {
     codePage_ = kDefaultCodePage;
 }
 
-HRESULT PropertySection::Load(StreamWindow& window, TextDecoder& decoder, std::uint32_t offset,
-                              bool withNames) {
+HRESULT PropertySection::Load(StreamWindow& window, TextDecoder& decoder, std::uint32_t offset) {
     Reset();
     const BYTE* bytes = nullptr;
     HRESULT status = window.Fetch(offset, kSectionHeadBytes, bytes);
@@ -65,7 +64,7 @@ HRESULT PropertySection::Load(StreamWindow& window, TextDecoder& decoder, std::u
     ValueReader reader = Reader(window, decoder);
     status = ReadCodePage(reader);
     if (SUCCEEDED(status)) status = CheckValues(reader);
-    if (SUCCEEDED(status) && withNames && dictionary_ != 0) {
+    if (SUCCEEDED(status) && dictionary_ != 0) {
         status = ReadNames(window, decoder, dictionary_);
     }
     return status;

@@ -25,10 +25,8 @@ public:
         WText text;
     };
 
-    // S_OK or a failure, which is then the status of every value in here. With `withNames` the
-    // dictionary counts too.
-    [[nodiscard]] HRESULT Load(StreamWindow& window, TextDecoder& decoder, std::uint32_t offset,
-                               bool withNames);
+    // S_OK or a failure, which is then the status of every value in here.
+    [[nodiscard]] HRESULT Load(StreamWindow& window, TextDecoder& decoder, std::uint32_t offset);
     void Reset();
 
     // In the order of the section, the dictionary left out.

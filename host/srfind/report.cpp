@@ -1,0 +1,138 @@
+#include "host/srfind/report.h"
+
+#include <cstdio>
+
+#include "outside/md_properties.h"
+#include "platform/host/host_files.h"
+#include "platform/host/program_main.h"
+#include "platform/native_path.h"
+#include "resource/string_ids.h"
+#include "search/found_list.h"
+
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenLines{100};
+
+WText ResourceText(HINSTANCE resources, UINT id) {
+    const WCHAR* text = nullptr;
+    const int length = LoadStringW(resources, id, reinterpret_cast<LPWSTR>(&text), 0);
+    return length > 0 ? WText(text, static_cast<std::size_t>(length)) : WText();
+}
+
+std::string Reason(HRESULT status) {
+    switch (status) {
+        case STG_E_SHAREVIOLATION:
+        case STG_E_LOCKVIOLATION:
+            return "is in use by another program";
+        case STG_E_ACCESSDENIED:
+            return "may not be read";
+        case STG_E_FILENOTFOUND:
+        case STG_E_PATHNOTFOUND:
+            return "is not there any more";
+        case STG_E_DOCFILECORRUPT:
+            return "is damaged";
+        case kSomeSetsUnreadable:
+            return "is damaged in part: some of its property sets could not be read";
+        default: {
+            char code[16];
+            std::snprintf(code, sizeof(code), "0x%08X", static_cast<unsigned>(status));
+            return std::string("could not be read (") + code + ")";
+        }
+    }
+}
+
+}  // namespace
+
+SearchReport::SearchReport(HINSTANCE resources)
+    : resources_(resources), terminal_(IsErrorTerminal()) {}
+
+void SearchReport::Say(const std::string& text) {
+    ClearProgressLine();
+    WriteError("srfind: " + text + "\n");
+}
+
+void SearchReport::OnFolder(SRxFoundList& list, const WCHAR* folder) {
+    if (WasInterrupted()) list.stopRequested = true;
+    if (terminal_) ShowProgressLine(folder);
+}
+
+void SearchReport::OnFile(SRxFoundList& list) {
+    ++files_;
+    if (WasInterrupted()) list.stopRequested = true;
+}
+
+void SearchReport::OnFolderFailed(const WCHAR* folder) {
+    ++badFolders_;
+    const WText format = ResourceText(resources_, MSG_PATH_NOT_FOUND);
+    expectedBox_ = wtext::Format(format, {folder});
+    const std::string text = wtext::ToUtf8(format);
+    const std::size_t insert = text.find("%s");
+    Say(insert == std::string::npos
+            ? text + " " + DisplayPath(folder)
+            : text.substr(0, insert) + DisplayPath(folder) + text.substr(insert + 2));
+}
+
+void SearchReport::OnPropertiesRead(const WCHAR* file, HRESULT status) {
+    ++propertiesRead_;
+    if (status == kNoPropertySets) ++withoutSets_;
+    if (status >= 0 && status != kSomeSetsUnreadable) return;
+    ++unreadable_;
+    Say(DisplayPath(file) + " " + Reason(status));
+    if (status == STG_E_SHAREVIOLATION || status == STG_E_LOCKVIOLATION) {
+        expectedBox_ = wtext::Format(ResourceText(resources_, MSG_FILE_LOCKED), {file});
+    }
+}
+
+void SearchReport::OnMissing(const WCHAR* file) {
+    ++unreadable_;
+    Say(DisplayPath(file) + " is not there");
+}
+
+int SearchReport::AnswerMessageBox(const MessageBoxQuestion& question) {
+    if (question.text != expectedBox_) Say(wtext::ToUtf8(question.text));
+    expectedBox_.clear();
+    constexpr UINT kButtons = 0x0F;
+    switch (question.type & kButtons) {
+        case MB_YESNO:
+            return IDNO;
+        case MB_YESNOCANCEL:
+            return IDCANCEL;
+        default:
+            return IDOK;
+    }
+}
+
+void SearchReport::ShowProgressLine(const WCHAR* folder) {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - lastLine_ < kBetweenLines) return;
+    lastLine_ = now;
+    lineShown_ = true;
+    WriteError("\r\x1b[K" + std::to_string(files_) + " files, " + DisplayPath(folder));
+    std::fflush(stderr);
+}
+
+void SearchReport::ClearProgressLine() {
+    if (lineShown_) WriteError("\r\x1b[K");
+    lineShown_ = false;
+}
+
+void SearchReport::PrintPassedOver() const {
+    if (passedOver_ == 0) return;
+    WriteError("srfind: " + std::to_string(passedOver_) +
+               " file(s) were passed over by their type: they can't be hits by a property\n");
+}
+
+void SearchReport::PrintStats(std::size_t hits) const {
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start_;
+    char time[32];
+    std::snprintf(time, sizeof(time), "%.3f", seconds.count());
+    const auto line = [](const char* name, std::size_t count) {
+        return std::string(name) + std::to_string(count) + "\n";
+    };
+    WriteError(
+        line("files looked at        ", files_) + line("property sets read     ", propertiesRead_) +
+        line("without property sets  ", withoutSets_) +
+        line("passed over by type    ", passedOver_) + line("hits                   ", hits) +
+        line("unreadable files       ", unreadable_) +
+        line("unreadable folders     ", badFolders_) + "seconds                " + time + "\n");
+}

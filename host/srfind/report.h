@@ -1,0 +1,48 @@
+// What srfind tells about a search on stderr: messages, places that could not be read, counts.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+#include "platform/desk.h"
+#include "search/search_observer.h"
+
+class SearchReport : public SRxSearchObserver, public Desk {
+public:
+    explicit SearchReport(HINSTANCE resources);
+    virtual ~SearchReport() = default;
+
+    void OnFolder(SRxFoundList& list, const WCHAR* folder) override;
+    void OnFolderFailed(const WCHAR* folder) override;
+    void OnFile(SRxFoundList& list) override;
+    void OnPassedOver() override { ++passedOver_; }
+    void OnPropertiesRead(const WCHAR* file, HRESULT status) override;
+    // Prints the message and gives the answer that changes nothing.
+    int AnswerMessageBox(const MessageBoxQuestion& question) override;
+
+    // A file of a list that isn't there.
+    void OnMissing(const WCHAR* file);
+    bool SomethingUnreadable() const { return unreadable_ + badFolders_ != 0; }
+    void PrintPassedOver() const;
+    void PrintStats(std::size_t hits) const;
+
+private:
+    void Say(const std::string& text);
+    void ShowProgressLine(const WCHAR* folder);
+    void ClearProgressLine();
+
+    HINSTANCE resources_;
+    // Boxes that say what was printed already, with the path in the system's own form.
+    WText expectedBox_;
+    std::size_t files_ = 0;
+    std::size_t propertiesRead_ = 0;
+    std::size_t withoutSets_ = 0;
+    std::size_t passedOver_ = 0;
+    std::size_t unreadable_ = 0;
+    std::size_t badFolders_ = 0;
+    bool terminal_;
+    bool lineShown_ = false;
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+    std::chrono::steady_clock::time_point lastLine_{};
+};
