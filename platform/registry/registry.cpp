@@ -52,26 +52,26 @@ public:
         return changed && !pending_.empty() ? Commit() : ERROR_SUCCESS;
     }
 
-    // Holds until a changed key is closed.
+    // Waits until a changed key is closed.
     void Change(RegistryChange change) {
         ApplyChange(file_.root(), change);
         pending_.push_back(std::move(change));
     }
 
+    // A change to the values of an open key. That of a root is made at once: nobody closes a root.
+    DWORD ChangeValue(OpenKey& open, RegistryChange change) {
+        if (&open == &root_) return ChangeNow(std::move(change));
+        Change(std::move(change));
+        open.changed = true;
+        return ERROR_SUCCESS;
+    }
+
     // Goes to the file at once; on failure nothing is changed.
     DWORD ChangeNow(RegistryChange change) {
-        const RegistryPath path = change.path;
-        const bool keepsKey = change.kind == eRegistryChange::clearKey;
         pending_.push_back(std::move(change));
-        if (const DWORD error = Commit(); error != ERROR_SUCCESS) {
-            pending_.pop_back();
-            return error;
-        }
-        for (auto& [handle, open] : open_) {
-            const bool isKey = open.path.size() == path.size();
-            if (IsBelow(open.path, path) && !(isKey && keepsKey)) open.deleted = true;
-        }
-        return ERROR_SUCCESS;
+        const DWORD error = Commit();
+        if (error != ERROR_SUCCESS) pending_.pop_back();
+        return error;
     }
 
     std::mutex& mutex() { return mutex_; }
@@ -250,9 +250,8 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const
     if (const DWORD error = registry.Use(key, KEY_SET_VALUE, open)) return Status(error);
     RegistryValue value = {WText(valueName), type, {}};
     if (cb != 0) value.data.assign(data, data + cb);
-    registry.Change({eRegistryChange::setValue, open->path, std::move(value)});
-    open->changed = true;
-    return ERROR_SUCCESS;
+    return Status(
+        registry.ChangeValue(*open, {eRegistryChange::setValue, open->path, std::move(value)}));
 }
 
 LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name) {
@@ -263,9 +262,8 @@ LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name) {
     if (const DWORD error = registry.Use(key, KEY_SET_VALUE, open)) return Status(error);
     const RegistryKey& node = *registry.Key(open->path);
     if (node.values.count(FoldName(NameOf(name))) == 0) return ERROR_FILE_NOT_FOUND;
-    registry.Change({eRegistryChange::deleteValue, open->path, {WText(NameOf(name)), 0, {}}});
-    open->changed = true;
-    return ERROR_SUCCESS;
+    return Status(registry.ChangeValue(
+        *open, {eRegistryChange::deleteValue, open->path, {WText(NameOf(name)), 0, {}}}));
 }
 
 LSTATUS RegDeleteKeyW(HKEY key, LPCWSTR path) {

@@ -27,6 +27,9 @@ struct SECURITY_ATTRIBUTES;
 
 // Each returns ERROR_SUCCESS or the error, and leaves the last error alone. Names and paths are
 // null-terminated, compared without case; a null value name is the default value.
+//
+// Changes are in the file when the key that they were made through has been closed: RegCloseKey
+// tells when that failed, and they are tried again with the next. Deleting a key is done at once.
 LSTATUS RegOpenKeyExW(HKEY root, LPCWSTR path, DWORD options, REGSAM access, HKEY* key);
 LSTATUS RegCreateKeyExW(HKEY root, LPCWSTR path, DWORD reserved, LPWSTR keyClass, DWORD options,
                         REGSAM access, const SECURITY_ATTRIBUTES* security, HKEY* key,

@@ -62,6 +62,11 @@ WCHAR UnitAt(const WCHAR* at, const WCHAR* end) {
     return at == end ? WCHAR{0} : *at;
 }
 
+// ASCII save NUL.
+bool IsPlainAscii(WCHAR c) {
+    return c - 1u < 0x7Fu;
+}
+
 // True where a text really ends; an embedded NUL of a counted text is no end.
 bool IsEnd(const WCHAR* at, const WCHAR* end) {
     return end == nullptr || at == end;
@@ -78,6 +83,9 @@ eOutcome CompareAscii(Span left, Span right) {
     const WCHAR* b = right.begin;
     int tie = 0;  // the first difference that counts only when all else is equal
     for (;;) {
+        // Equal units first, which most names begin with.
+        while (a != left.end && b != right.end && *a == *b && IsPlainAscii(*a))
+            ++a, ++b;
         const WCHAR x = UnitAt(a, left.end);
         const WCHAR y = UnitAt(b, right.end);
         if ((x | y) >= 0x80) return eOutcome::undecided;
@@ -227,7 +235,8 @@ int KanaRank(WCHAR c, bool bySyllabary) {
 
 // Circled, raised, lowered and styled characters sort behind the plain one; 0 for any other.
 int StyleRank(UChar32 c) {
-    if (c < 0xAA) return 0;
+    // Most letters are known to have no such form; asking for each would be slow.
+    if (c < 0xAA || (c >= 0xC0 && c < 0x2B0) || (c >= 0x300 && c < 0x1000)) return 0;
     switch (u_getIntPropertyValue(c, UCHAR_DECOMPOSITION_TYPE)) {
         case U_DT_CIRCLE:
         case U_DT_FONT:

@@ -159,6 +159,10 @@ TEST(TypedDate, ReplacesItsSource) {
     EXPECT_EQ(S_OK, VariantChangeType(&value, &value, 0, VT_DATE));
     EXPECT_EQ(VT_DATE, value.vt);
     EXPECT_EQ(45358, value.date);
+    // Any other pair of types.
+    value.vt = VT_I4;
+    value.lVal = 7;
+    KNOWN_GAP(eGap::native, VariantChangeType(&value, &value, 0, VT_R8) == S_OK);
 }
 
 }  // namespace

@@ -139,6 +139,15 @@ TEST_F(RegistryFileTest, FixedForm) {
     EXPECT_EQ(before + "\n[HKEY_CURRENT_USER\\Z]\n\"n\"=dword:00000001\n", ReadFile(file_));
 }
 
+TEST_F(RegistryFileTest, ValuesOfTheRootAreWrittenAtOnce) {
+    EXPECT_EQ(0, Run([] {
+                  const BYTE number[4] = {7};
+                  return static_cast<int>(RegSetValueExW(HKEY_CURRENT_USER, TEXT("n"), 0, REG_DWORD,
+                                                         number, sizeof number));
+              }));
+    EXPECT_EQ(0, Run([] { return GetNumber(TEXT("")) == 7 ? 0 : 1; }));
+}
+
 TEST_F(RegistryFileTest, ReadsWhatEditorsWrite) {
     WriteFile(file_,
               "\xEF\xBB\xBFWindows Registry Editor Version 5.00\r\n\r\n; a comment\r\n"
