@@ -204,7 +204,7 @@ TEST(PropertySet, DamageIsTheStatusOfTheSet) {
         {"section longer than the stream", number(48, 0xFFFFFFFF), S_OK},
         {"properties of four billion", number(52, 0xFFFFFFFF), kCorrupt},
         {"no properties", number(52, 0), S_OK},
-        {"value over the list", number(60, 8), kCorrupt},
+        {"value over the list", number(68, 8), kCorrupt},
         {"value behind the end", number(68, 0x7FFFFFFF), kCorrupt},
         {"value at the last bytes", number(68, 44), kCorrupt},
         {"one id twice", number(64, 1), kCorrupt},
