@@ -7,30 +7,37 @@ namespace {
 
 using Text = const WCHAR*;
 
-constexpr Text kThings[] = {
-    TEXT("Bracket"), TEXT("Shaft"),   TEXT("Housing"), TEXT("Flange"), TEXT("Cover"),
-    TEXT("Gear"),    TEXT("Bearing"), TEXT("Spring"),  TEXT("Plate"),  TEXT("Dowel pin"),
-    TEXT("Washer"),  TEXT("Bolt"),    TEXT("Lever"),   TEXT("Bushing"), TEXT("Clamp"),
-    TEXT("Rail"),    TEXT("Seal"),    TEXT("Spacer"),  TEXT("Handle"), TEXT("Base")};
-constexpr Text kGroups[] = {TEXT("Drive unit"), TEXT("Gearbox"),      TEXT("Frame"),
+constexpr Text kThings[] = {TEXT("Bracket"), TEXT("Shaft"),     TEXT("Housing"), TEXT("Flange"),
+                            TEXT("Cover"),   TEXT("Gear"),      TEXT("Bearing"), TEXT("Spring"),
+                            TEXT("Plate"),   TEXT("Dowel pin"), TEXT("Washer"),  TEXT("Bolt"),
+                            TEXT("Lever"),   TEXT("Bushing"),   TEXT("Clamp"),   TEXT("Rail"),
+                            TEXT("Seal"),    TEXT("Spacer"),    TEXT("Handle"),  TEXT("Base")};
+constexpr Text kGroups[] = {TEXT("Drive unit"), TEXT("Gearbox"),       TEXT("Frame"),
                             TEXT("Feeder"),     TEXT("Clamping unit"), TEXT("Tool changer"),
                             TEXT("Lift table"), TEXT("Valve block")};
 constexpr Text kPapers[] = {TEXT("Offer"),       TEXT("Minutes"),  TEXT("Bill of material"),
                             TEXT("Test report"), TEXT("Schedule"), TEXT("Risk review")};
 constexpr Text kAttributes[] = {TEXT(""),       TEXT(" left"),   TEXT(" right"), TEXT(" upper"),
                                 TEXT(" lower"), TEXT(" welded"), TEXT(" short"), TEXT(" long")};
-constexpr Text kMachines[] = {TEXT("Gear pump"),      TEXT("Conveyor"),       TEXT("Robot arm"),
-                              TEXT("Packing line"),   TEXT("Test stand"),     TEXT("Wind tracker"),
-                              TEXT("F\u00F6rderband"), TEXT("Presse \u00C4hre")};
+constexpr Text kMachines[] = {
+    TEXT("Gear pump"),  TEXT("Conveyor"),     TEXT("Robot arm"),       TEXT("Packing line"),
+    TEXT("Test stand"), TEXT("Wind tracker"), TEXT("F\u00F6rderband"), TEXT("Presse \u00C4hre")};
 constexpr Text kCompanies[] = {TEXT("Northfield Machines"), TEXT("Kr\u00E4mer & S\u00F6hne"),
                                TEXT("Atelier Lef\u00E8vre"), TEXT("Harbour Tools Ltd")};
-constexpr Text kPersons[] = {TEXT("Anna M\u00FCller"), TEXT("Tom Baker"), TEXT("Jos\u00E9 Garc\u00EDa"),
-                             TEXT("Priya Rao"), TEXT("\u0141ukasz Nowak"), TEXT("Ingrid S\u00F8rensen"),
-                             TEXT("\u7530\u4E2D \u512A\u5B50"), TEXT("\u041E\u043B\u044C\u0433\u0430 \u0418\u0432\u0430\u043D\u043E\u0432\u0430"),
-                             TEXT("Bob O'Neil"), TEXT("Claire Martin-Roux")};
-constexpr Text kMaterials[] = {TEXT("Steel S235"), TEXT("Steel C45"), TEXT("Aluminium 6061"),
-                               TEXT("Grey cast iron 250"), TEXT("Brass"), TEXT("POM"),
-                               TEXT("Stainless 1.4301")};
+constexpr Text kPersons[] = {
+    TEXT("Anna M\u00FCller"),
+    TEXT("Tom Baker"),
+    TEXT("Jos\u00E9 Garc\u00EDa"),
+    TEXT("Priya Rao"),
+    TEXT("\u0141ukasz Nowak"),
+    TEXT("Ingrid S\u00F8rensen"),
+    TEXT("\u7530\u4E2D \u512A\u5B50"),
+    TEXT("\u041E\u043B\u044C\u0433\u0430 \u0418\u0432\u0430\u043D\u043E\u0432\u0430"),
+    TEXT("Bob O'Neil"),
+    TEXT("Claire Martin-Roux")};
+constexpr Text kMaterials[] = {
+    TEXT("Steel S235"), TEXT("Steel C45"), TEXT("Aluminium 6061"),  TEXT("Grey cast iron 250"),
+    TEXT("Brass"),      TEXT("POM"),       TEXT("Stainless 1.4301")};
 constexpr Text kFinishes[] = {TEXT("blank"), TEXT("zinc plated"), TEXT("anodized"),
                               TEXT("powder coated"), TEXT("hardened 58+2 HRC")};
 constexpr Text kVendors[] = {TEXT("Norm & Co"), TEXT("B\u00E9rard"), TEXT("City Steel"),
@@ -56,9 +63,19 @@ constexpr std::uint32_t kDaysTo2015 = 151208;  // from 1601
 
 // Numbers of the properties in the sets.
 enum eOfficeId : std::uint32_t {
-    kTitle = 2, kSubject = 3, kAuthor = 4, kKeywords = 5, kComments = 6, kLastAuthor = 8,
-    kRevision = 9, kCreated = 12, kSaved = 13, kProgram = 18,
-    kCategory = 2, kManager = 14, kCompany = 15,
+    kTitle = 2,
+    kSubject = 3,
+    kAuthor = 4,
+    kKeywords = 5,
+    kComments = 6,
+    kLastAuthor = 8,
+    kRevision = 9,
+    kCreated = 12,
+    kSaved = 13,
+    kProgram = 18,
+    kCategory = 2,
+    kManager = 14,
+    kCompany = 15,
 };
 constexpr std::uint32_t kTextIds[] = {5, 55, 9, 7, 30, 29, 17, 20, 23, 16};
 constexpr std::uint32_t kPersonIds[] = {10, 12, 34, 41, 42, 43};
@@ -112,7 +129,8 @@ void Filler::Summaries(WTextView title) {
     const eSetKind summary = eSetKind::Summary;
     AddText(summary, kTitle, title);
     if (random_.Chance(70)) AddText(summary, kSubject, project_.title);
-    AddText(summary, kAuthor, random_.Chance(50) ? project_.designer : WText(random_.Pick(kPersons)));
+    AddText(summary, kAuthor,
+            random_.Chance(50) ? project_.designer : WText(random_.Pick(kPersons)));
     if (random_.Chance(50)) {
         const WText material = random_.Pick(kMaterials);
         AddText(summary, kKeywords, material + TEXT(", ") + random_.Pick(kCategories));
@@ -214,19 +232,22 @@ WText AttributedThing(SampleRandom& random) {
 
 std::vector<std::uint8_t> Noise(SampleRandom& random, std::size_t size) {
     std::vector<std::uint8_t> bytes(size);
-    for (std::uint8_t& value : bytes) value = static_cast<std::uint8_t>(random.Next() >> 56);
+    for (std::uint8_t& value : bytes)
+        value = static_cast<std::uint8_t>(random.Next() >> 56);
     return bytes;
 }
 
 void AppendBytes(std::vector<std::uint8_t>& bytes, WTextView text) {
-    for (const char c : wtext::ToUtf8(text)) bytes.push_back(static_cast<std::uint8_t>(c));
+    for (const char c : wtext::ToUtf8(text))
+        bytes.push_back(static_cast<std::uint8_t>(c));
 }
 
 void FillPlainFile(SampleRandom& random, const SampleProject& project, WTextView title,
                    SampleDocument& document) {
     const bool isPage = document.kind == eSampleKind::Page;
     const WText head = WText(title) + TEXT(" - ") + project.title;
-    WText text = isPage ? TEXT("<!DOCTYPE html>\n<title>") + head + TEXT("</title>\n") : head + TEXT("\n\n");
+    WText text =
+        isPage ? TEXT("<!DOCTYPE html>\n<title>") + head + TEXT("</title>\n") : head + TEXT("\n\n");
     for (std::uint32_t line = 3 + random.Below(20); line > 0; --line) {
         if (isPage) text += TEXT("<p>");
         text += random.Pick(kPersons);
@@ -251,7 +272,8 @@ SampleProject MakeProject(SampleRandom& random, std::uint32_t index) {
     project.company = random.Pick(kCompanies);
     project.manager = random.Pick(kPersons);
     project.designer = random.Pick(kPersons);
-    project.folder = TEXT("Projects\\") + wtext::FromNumber(project.number) + TEXT(" ") + project.title;
+    project.folder =
+        TEXT("Projects\\") + wtext::FromNumber(project.number) + TEXT(" ") + project.title;
     return project;
 }
 

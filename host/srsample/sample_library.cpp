@@ -35,8 +35,10 @@ WText RelativePath(const WText& from, const WText& to) {
         if (from[i] == TEXT('\\')) common = i + 1;
     }
     WText path;
-    const auto steps = std::count(from.begin() + static_cast<std::ptrdiff_t>(common), from.end(), TEXT('\\'));
-    for (auto i = steps; i > 0; --i) path += TEXT("..\\");
+    const auto steps =
+        std::count(from.begin() + static_cast<std::ptrdiff_t>(common), from.end(), TEXT('\\'));
+    for (auto i = steps; i > 0; --i)
+        path += TEXT("..\\");
     return path + to.substr(common);
 }
 
@@ -94,8 +96,9 @@ bool SampleLibrary::MakeNext(SampleDocument& document) {
         BeginProject();
     }
     document.kind = isPurchased ? eSampleKind::Part : NextKind();
-    const WText folder =
-        isPurchased ? kPurchasedFolder : project_.folder + TEXT("\\") + FolderOf(document.kind) + TEXT("\\");
+    const WText folder = isPurchased
+                             ? kPurchasedFolder
+                             : project_.folder + TEXT("\\") + FolderOf(document.kind) + TEXT("\\");
     // The number makes names unique, whatever letters' case means to the file system.
     document.path = folder + MakeThingName(random_, document.kind) + TEXT(" ") +
                     wtext::FromNumber(1000 + ++made_);

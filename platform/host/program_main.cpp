@@ -45,7 +45,8 @@ extern "C" int wmain(int count, wchar_t** values) {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
     std::vector<HostArgument> arguments;
-    for (int i = 1; i < count; ++i) arguments.push_back({values[i], wtext::ToUtf8(values[i])});
+    for (int i = 1; i < count; ++i)
+        arguments.push_back({values[i], wtext::ToUtf8(values[i])});
     return RunProgram(arguments);
 }
 
@@ -53,7 +54,8 @@ extern "C" int wmain(int count, wchar_t** values) {
 
 int main(int count, char** values) {
     std::vector<HostArgument> arguments;
-    for (int i = 1; i < count; ++i) arguments.push_back({values[i], values[i]});
+    for (int i = 1; i < count; ++i)
+        arguments.push_back({values[i], values[i]});
     return RunProgram(arguments);
 }
 

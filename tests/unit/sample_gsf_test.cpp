@@ -27,7 +27,8 @@ std::string Output(const std::string& command) {
 std::vector<std::string> Lines(const std::string& text) {
     std::vector<std::string> lines;
     std::size_t begin = 0;
-    for (std::size_t end = 0; (end = text.find('\n', begin)) != std::string::npos; begin = end + 1) {
+    for (std::size_t end = 0; (end = text.find('\n', begin)) != std::string::npos;
+         begin = end + 1) {
         lines.push_back(text.substr(begin, end - begin));
     }
     return lines;
@@ -101,8 +102,8 @@ TEST(SampleGsf, SeesTheStreamsAndTheValues) {
         EXPECT_EQ(FileContents(contents.begin(), contents.end()), document.contents);
         const std::string listed = Output(SR_GSF " list " + path);
         for (const char* name : {"DesignProperties", "References"}) {
-            const bool isWanted = name[0] == 'R' ? document.HasReferences()
-                                                 : document.kind != eSampleKind::Office;
+            const bool isWanted =
+                name[0] == 'R' ? document.HasReferences() : document.kind != eSampleKind::Office;
             EXPECT_EQ(isWanted, listed.find(name) != std::string::npos) << name;
         }
         std::string command = SR_GSF " props " + path;

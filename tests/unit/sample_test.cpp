@@ -103,7 +103,8 @@ WText Resolved(WText from, WText relative) {
         from.resize(from.find_last_of(TEXT('\\')) + 1);
     };
     from.resize(from.find_last_of(TEXT('\\')) + 1);
-    for (; relative.starts_with(TEXT("..\\")); relative.erase(0, 3)) dropLast();
+    for (; relative.starts_with(TEXT("..\\")); relative.erase(0, 3))
+        dropLast();
     return from + relative;
 }
 
@@ -117,8 +118,8 @@ TEST(Sample, ReferencesLead) {
         EXPECT_TRUE(paths.insert(document.path).second) << "one path twice";
         for (const DocumentReference& reference : document.references) {
             const WText target = Resolved(document.path, reference.relativePath);
-            EXPECT_EQ(1u, paths.count(target)) << wtext::ToUtf8(document.path) << " -> "
-                                               << wtext::ToUtf8(reference.relativePath);
+            EXPECT_EQ(1u, paths.count(target))
+                << wtext::ToUtf8(document.path) << " -> " << wtext::ToUtf8(reference.relativePath);
             EXPECT_TRUE(reference.fullPath.ends_with(target));
             ++references;
         }
@@ -153,10 +154,14 @@ TEST(Sample, DamagedReferencesAreNoReferences) {
     // Version, count, a path of two units, an empty one.
     const FileContents good = {1, 0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 'a', 0, 'b', 0, 0, 0, 0, 0};
     const Row rows[] = {
-        {"untouched", 0, 1},        {"later version", 0, 2},
-        {"two claimed", 4, 2},      {"four billion claimed", 4, 0xFFFFFFFF},
-        {"none claimed", 4, 0},     {"path too long", 8, 5},
-        {"path of four billion", 8, 0xFFFFFFFF}, {"path too short", 8, 1},
+        {"untouched", 0, 1},
+        {"later version", 0, 2},
+        {"two claimed", 4, 2},
+        {"four billion claimed", 4, 0xFFFFFFFF},
+        {"none claimed", 4, 0},
+        {"path too long", 8, 5},
+        {"path of four billion", 8, 0xFFFFFFFF},
+        {"path too short", 8, 1},
         {"second path too long", 16, 1},
     };
     const TempFolder folder;
