@@ -75,7 +75,8 @@ bool PropertyLister::List(const mddoc::DocumentPath& path, const std::string& sh
         return false;
     }
     bool allRead = true;
-    for (const SetName& set : kSets) allRead = ListSet(set.kind, set.name) && allRead;
+    for (const SetName& set : kSets)
+        allRead = ListSet(set.kind, set.name) && allRead;
     document_.Close();
     return allRead;
 }
@@ -93,7 +94,8 @@ bool PropertyLister::ListSet(eSetKind kind, const char* set) {
     }
     if (entries_.empty()) Row(set, "-", "EMPTYSET", "");
     bool allRead = true;
-    for (const PropertyEntry& entry : entries_) allRead = ListEntry(kind, set, entry) && allRead;
+    for (const PropertyEntry& entry : entries_)
+        allRead = ListEntry(kind, set, entry) && allRead;
     return allRead;
 }
 
@@ -112,8 +114,7 @@ bool PropertyLister::ListEntry(eSetKind kind, const char* set, const PropertyEnt
         if (SUCCEEDED(status)) text = BlobText(bytes_);
     } else if (value.type == VT_I2 && entry.id == mddoc::kCodePageId) {
         text = std::to_string(static_cast<std::uint16_t>(value.number));
-    } else if (kind == eSetKind::Summary && entry.id == kEditingTime &&
-               value.type == VT_FILETIME) {
+    } else if (kind == eSetKind::Summary && entry.id == kEditingTime && value.type == VT_FILETIME) {
         text = std::to_string(mddoc::Ticks(value.time));
     } else {
         text = ValueText(value);
@@ -127,7 +128,7 @@ bool PropertyLister::ListEntry(eSetKind kind, const char* set, const PropertyEnt
 }
 
 void PropertyLister::Row(const char* set, const std::string& id, const std::string& type,
-                  const std::string& value) {
+                         const std::string& value) {
     rows_ += file_ + "\t" + set + "\t" + id + "\t" + type + "\t" + value + "\n";
 }
 

@@ -24,7 +24,8 @@ void AddBlock(const std::uint8_t* block, State& state) {
     std::uint32_t w[kBlockBytes];
     for (std::size_t i = 0; i < 16; ++i) {
         w[i] = 0;
-        for (std::size_t j = 0; j < 4; ++j) w[i] = (w[i] << 8) | block[4 * i + j];
+        for (std::size_t j = 0; j < 4; ++j)
+            w[i] = (w[i] << 8) | block[4 * i + j];
     }
     for (std::size_t i = 16; i < kBlockBytes; ++i) {
         const std::uint32_t s0 =
@@ -43,7 +44,8 @@ void AddBlock(const std::uint8_t* block, State& state) {
         d = c, c = b, b = a, a = t1 + t2;
     }
     const State added = {a, b, c, d, e, f, g, h};
-    for (std::size_t i = 0; i < state.size(); ++i) state[i] += added[i];
+    for (std::size_t i = 0; i < state.size(); ++i)
+        state[i] += added[i];
 }
 
 }  // namespace
@@ -52,7 +54,8 @@ Sha256Digest Sha256(const std::uint8_t* bytes, std::size_t cb) {
     State state = {0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a,
                    0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
     const std::size_t whole = cb / kBlockBytes * kBlockBytes;
-    for (std::size_t i = 0; i < whole; i += kBlockBytes) AddBlock(bytes + i, state);
+    for (std::size_t i = 0; i < whole; i += kBlockBytes)
+        AddBlock(bytes + i, state);
     // The rest, a single bit, and the length in bits at the end of one block or two.
     std::array<std::uint8_t, 2 * kBlockBytes> tail = {};
     const std::size_t rest = cb - whole;
@@ -64,7 +67,8 @@ Sha256Digest Sha256(const std::uint8_t* bytes, std::size_t cb) {
     for (std::size_t i = 0; i < kLengthBytes; ++i, bits >>= 8) {
         tail[cbTail - 1 - i] = static_cast<std::uint8_t>(bits);
     }
-    for (std::size_t i = 0; i < cbTail; i += kBlockBytes) AddBlock(tail.data() + i, state);
+    for (std::size_t i = 0; i < cbTail; i += kBlockBytes)
+        AddBlock(tail.data() + i, state);
     Sha256Digest digest = {};
     for (std::size_t i = 0; i < digest.size(); ++i) {
         digest[i] = static_cast<std::uint8_t>(state[i / 4] >> (24 - 8 * (i % 4)));

@@ -111,8 +111,9 @@ std::string CurrencyText(std::int64_t value) {
 }
 
 std::string GuidText(const GUID& guid) {
-    std::string text = Printed("{%08X-%04X-%04X-", static_cast<unsigned>(guid.Data1),
-                               static_cast<unsigned>(guid.Data2), static_cast<unsigned>(guid.Data3));
+    std::string text =
+        Printed("{%08X-%04X-%04X-", static_cast<unsigned>(guid.Data1),
+                static_cast<unsigned>(guid.Data2), static_cast<unsigned>(guid.Data3));
     for (int i = 0; i < 8; ++i) {
         text += Printed(i == 2 ? "-%02X" : "%02X", static_cast<unsigned>(guid.Data4[i]));
     }

@@ -17,20 +17,21 @@ public:
         Number32(guid.Data1);
         Number16(guid.Data2);
         Number16(guid.Data3);
-        for (const std::uint8_t byteOfId : guid.Data4) Byte(byteOfId);
+        for (const std::uint8_t byteOfId : guid.Data4)
+            Byte(byteOfId);
     }
     void Units(WTextView text) {
-        for (const WCHAR unit : text) Number16(static_cast<std::uint16_t>(unit));
+        for (const WCHAR unit : text)
+            Number16(static_cast<std::uint16_t>(unit));
     }
     void Bytes(const std::vector<std::uint8_t>& bytes) {
         bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
     }
-    void Fill(std::uint8_t value, std::size_t count) {
-        bytes_.insert(bytes_.end(), count, value);
-    }
+    void Fill(std::uint8_t value, std::size_t count) { bytes_.insert(bytes_.end(), count, value); }
     // Up to a multiple of `step`.
     void Pad(std::size_t step, std::uint8_t value = 0) {
-        while (bytes_.size() % step != 0) Byte(value);
+        while (bytes_.size() % step != 0)
+            Byte(value);
     }
     // A number that was not known when its place was written.
     void Set32(std::size_t offset, std::uint32_t value) {
@@ -44,7 +45,8 @@ public:
 
 private:
     void Number(std::uint64_t value, int count) {
-        for (int i = 0; i < count; ++i) Byte(static_cast<std::uint8_t>(value >> (8 * i)));
+        for (int i = 0; i < count; ++i)
+            Byte(static_cast<std::uint8_t>(value >> (8 * i)));
     }
 
     std::vector<std::uint8_t> bytes_;

@@ -27,7 +27,9 @@ bool ComesBefore(WTextView a, WTextView b) {
                                         [](WCHAR x, WCHAR y) { return Upper(x) < Upper(y); });
 }
 
-std::uint32_t Count(std::size_t number) { return static_cast<std::uint32_t>(number); }
+std::uint32_t Count(std::size_t number) {
+    return static_cast<std::uint32_t>(number);
+}
 
 }  // namespace
 
@@ -45,7 +47,8 @@ public:
         bytes_.Bytes(bytes);
         bytes_.Pad(SectorBytes(), filler);
         const std::uint32_t end = Count(bytes_.Size() >> shift_);
-        for (std::uint32_t next = start + 1; next < end; ++next) fat_.push_back(next);
+        for (std::uint32_t next = start + 1; next < end; ++next)
+            fat_.push_back(next);
         fat_.push_back(kEndOfChain);
         return start;
     }
@@ -75,7 +78,8 @@ public:
             }
             bytes_.Number32(list + 1 < lists ? data + list + 1 : kEndOfChain);
         }
-        for (const std::uint32_t next : fat_) bytes_.Number32(next);
+        for (const std::uint32_t next : fat_)
+            bytes_.Number32(next);
     }
 
     const std::vector<std::uint8_t>& Bytes() const { return bytes_.Done(); }
@@ -123,7 +127,8 @@ std::vector<std::uint8_t> CompoundWriter::Directory(const std::vector<Place>& pl
     enum : std::uint8_t { kStream = 2, kRoot = 5, kRed = 0, kBlack = 1 };
     std::vector<Sibling> tree(streams_.size(), {kNoEntry, kNoEntry, false});
     std::uint32_t deepest = 0;
-    while ((std::size_t{2} << deepest) <= streams_.size()) ++deepest;
+    while ((std::size_t{2} << deepest) <= streams_.size())
+        ++deepest;
     std::uint32_t child = kNoEntry;
     BuildTree(0, streams_.size(), 0, deepest, tree, child);
 
@@ -194,14 +199,14 @@ std::vector<std::uint8_t> CompoundWriter::Build() const {
         mini.Bytes(stream.bytes);
         mini.Pad(std::size_t{1} << kMiniShift);
         const std::uint32_t end = Count(mini.Size() >> kMiniShift);
-        for (std::uint32_t next = start + 1; next < end; ++next) miniFat.Number32(next);
+        for (std::uint32_t next = start + 1; next < end; ++next)
+            miniFat.Number32(next);
         if (end > start) miniFat.Number32(kEndOfChain);
         places.push_back({end > start ? start : kEndOfChain, size});
     }
     const Place miniStream = {body.AddChain(mini.Done()), mini.Size()};
     const std::size_t sectorBytes = body.SectorBytes();
-    const std::uint32_t miniFatSectors =
-        Count((miniFat.Size() + sectorBytes - 1) / sectorBytes);
+    const std::uint32_t miniFatSectors = Count((miniFat.Size() + sectorBytes - 1) / sectorBytes);
     const std::uint32_t miniFatStart = body.AddChain(miniFat.Done(), 0xFF);
     std::vector<std::uint8_t> directory = Directory(places, miniStream);
     // Places of no entry have no neighbours either.

@@ -36,7 +36,8 @@ std::vector<std::uint8_t> PropertySectionWriter::Encoded(WTextView text) const {
         return out.Done();
     }
     if (codePage_ == kUtf8) {
-        for (const char c : wtext::ToUtf8(text)) out.Byte(static_cast<std::uint8_t>(c));
+        for (const char c : wtext::ToUtf8(text))
+            out.Byte(static_cast<std::uint8_t>(c));
     } else {
         for (const WCHAR unit : text) {
             const bool isSame = unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF);
@@ -81,7 +82,8 @@ void PropertySectionWriter::AddId(std::uint32_t id, const GUID& value) {
 
 void PropertySectionWriter::AddTexts(std::uint32_t id, const std::vector<WText>& texts) {
     const bool isWide = codePage_ == kUtf16;
-    ByteWriter& out = Add(id, static_cast<std::uint32_t>(VT_VECTOR) | (isWide ? VT_LPWSTR : VT_LPSTR));
+    ByteWriter& out =
+        Add(id, static_cast<std::uint32_t>(VT_VECTOR) | (isWide ? VT_LPWSTR : VT_LPSTR));
     out.Number32(static_cast<std::uint32_t>(texts.size()));
     for (const WText& text : texts) {
         const auto bytes = Encoded(text);
@@ -131,7 +133,8 @@ std::vector<std::uint8_t> PropertySectionWriter::Build() const {
         values.Pad(4);
     };
     if (!names_.empty()) place(0, Dictionary());
-    for (const Value& value : values_) place(value.id, value.bytes.Done());
+    for (const Value& value : values_)
+        place(value.id, value.bytes.Done());
     ByteWriter out;
     out.Number32(valuesBegin + static_cast<std::uint32_t>(values.Size()));
     out.Number32(static_cast<std::uint32_t>(count));

@@ -20,7 +20,8 @@ using Row = std::vector<std::string>;
 std::vector<Row> RowsOf(const std::string& text) {
     std::vector<Row> rows;
     std::size_t begin = 0;
-    for (std::size_t end = 0; (end = text.find('\n', begin)) != std::string::npos; begin = end + 1) {
+    for (std::size_t end = 0; (end = text.find('\n', begin)) != std::string::npos;
+         begin = end + 1) {
         Row row(1);
         for (const char c : text.substr(begin, end - begin)) {
             if (c == '\t') {
@@ -55,11 +56,13 @@ class Corpus : public testing::Test {
 protected:
     void SetUp() override {
         const char* place = std::getenv("SR_CORPUS");
-        folder_ = place != nullptr ? fs::path(place) : fs::path(SR_SOURCE_FOLDER "/../shared/corpus");
+        folder_ =
+            place != nullptr ? fs::path(place) : fs::path(SR_SOURCE_FOLDER "/../shared/corpus");
         if (!fs::exists(folder_ / "properties.tsv")) {
             GTEST_SKIP() << "The corpus is not at hand; SR_CORPUS may name its folder.";
         }
-        for (const Row& row : ReadRows(folder_ / "damaged.txt")) damage_[row.at(0)] = row.at(1);
+        for (const Row& row : ReadRows(folder_ / "damaged.txt"))
+            damage_[row.at(0)] = row.at(1);
         for (const Row& row : ReadRows(folder_ / "properties.tsv")) {
             ASSERT_EQ(std::size_t{kColumns}, row.size()) << row[0];
             if (row[kFile] != "file") wanted_[row[kFile]].push_back(row);
@@ -86,14 +89,12 @@ TEST_F(Corpus, ListingIsTheManifest) {
         EXPECT_EQ(damage == damage_.end(), isRead) << lister.Faults();
         std::vector<Row> got = RowsOf(lister.Rows());
         const std::vector<Row>& wanted = wanted_[name];
-        if (damage != damage_.end()) std::erase_if(got, [&](const Row& row) {
-            return !HasSet(wanted, row[kSet]);
-        });
+        if (damage != damage_.end())
+            std::erase_if(got, [&](const Row& row) { return !HasSet(wanted, row[kSet]); });
         ASSERT_EQ(wanted.size(), got.size()) << lister.Rows();
         for (std::size_t i = 0; i < wanted.size(); ++i) {
-            EXPECT_TRUE(Agrees(wanted[i], got[i]))
-                << "wanted " << testing::PrintToString(wanted[i]) << "\ngot    "
-                << testing::PrintToString(got[i]);
+            EXPECT_TRUE(Agrees(wanted[i], got[i])) << "wanted " << testing::PrintToString(wanted[i])
+                                                   << "\ngot    " << testing::PrintToString(got[i]);
             ++compared;
         }
     }

@@ -44,7 +44,8 @@ private:
 };
 
 inline void Put16(FileContents& bytes, std::size_t offset, std::uint32_t value) {
-    for (std::size_t i = 0; i < 2; ++i) bytes.at(offset + i) = static_cast<std::uint8_t>(value >> (8 * i));
+    for (std::size_t i = 0; i < 2; ++i)
+        bytes.at(offset + i) = static_cast<std::uint8_t>(value >> (8 * i));
 }
 
 inline void Put32(FileContents& bytes, std::size_t offset, std::uint32_t value) {
@@ -54,6 +55,7 @@ inline void Put32(FileContents& bytes, std::size_t offset, std::uint32_t value) 
 
 inline std::uint32_t Get32(const FileContents& bytes, std::size_t offset) {
     std::uint32_t value = 0;
-    for (std::size_t i = 4; i-- > 0;) value = (value << 8) | bytes.at(offset + i);
+    for (std::size_t i = 4; i-- > 0;)
+        value = (value << 8) | bytes.at(offset + i);
     return value;
 }

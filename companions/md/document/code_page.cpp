@@ -15,8 +15,8 @@ constexpr std::uint32_t kUtf8 = 65001;
 
 // Code pages in which the bytes below 0x80 don't stand for the characters of ASCII.
 bool DiffersFromAscii(std::uint32_t codePage) {
-    const bool isEbcdic = codePage == 37 || codePage == 500 || codePage == 870 ||
-                          codePage == 875 || (codePage >= 1026 && codePage <= 1149) ||
+    const bool isEbcdic = codePage == 37 || codePage == 500 || codePage == 870 || codePage == 875 ||
+                          (codePage >= 1026 && codePage <= 1149) ||
                           (codePage >= 20273 && codePage <= 20424) || codePage == 20871 ||
                           codePage == 20880 || codePage == 20905 || codePage == 20924 ||
                           codePage == 21025;

@@ -20,19 +20,19 @@ struct NamedPage {
 // Where the name doesn't follow from the number. Of the Macintosh's double-byte sets the standard
 // that each extends stands in: what differs is a handful of marks.
 constexpr NamedPage kNamedPages[] = {
-    {10000, "macintosh"},         {10001, "Shift_JIS"},
-    {10002, "Big5"},              {10003, "EUC-KR"},
-    {10006, "x-mac-greek"},       {10007, "x-mac-cyrillic"},
-    {10008, "GB2312"},            {10029, "x-mac-centraleurroman"},
-    {10081, "x-mac-turkish"},     {20127, "US-ASCII"},
-    {20866, "KOI8-R"},            {20932, "EUC-JP"},
-    {20936, "GB2312"},            {20949, "EUC-KR"},
-    {21866, "KOI8-U"},            {50220, "ISO-2022-JP"},
-    {50221, "ISO-2022-JP"},       {50222, "ISO-2022-JP"},
-    {50225, "ISO-2022-KR"},       {50227, "ISO-2022-CN"},
-    {51932, "EUC-JP"},            {51936, "GB2312"},
-    {51949, "EUC-KR"},            {52936, "HZ-GB-2312"},
-    {54936, "GB18030"},           {65000, "UTF-7"},
+    {10000, "macintosh"},     {10001, "Shift_JIS"},
+    {10002, "Big5"},          {10003, "EUC-KR"},
+    {10006, "x-mac-greek"},   {10007, "x-mac-cyrillic"},
+    {10008, "GB2312"},        {10029, "x-mac-centraleurroman"},
+    {10081, "x-mac-turkish"}, {20127, "US-ASCII"},
+    {20866, "KOI8-R"},        {20932, "EUC-JP"},
+    {20936, "GB2312"},        {20949, "EUC-KR"},
+    {21866, "KOI8-U"},        {50220, "ISO-2022-JP"},
+    {50221, "ISO-2022-JP"},   {50222, "ISO-2022-JP"},
+    {50225, "ISO-2022-KR"},   {50227, "ISO-2022-CN"},
+    {51932, "EUC-JP"},        {51936, "GB2312"},
+    {51949, "EUC-KR"},        {52936, "HZ-GB-2312"},
+    {54936, "GB18030"},       {65000, "UTF-7"},
 };
 
 UConverter* OpenConverter(std::uint32_t codePage) {
@@ -80,10 +80,9 @@ HRESULT TextDecoder::Convert(std::uint32_t codePage, const BYTE* bytes, std::siz
     // No code page makes more than two units of one byte.
     text.resize(2 * cb + 2);
     UErrorCode error = U_ZERO_ERROR;
-    const std::int32_t length =
-        ucnv_toUChars(static_cast<UConverter*>(converter_), text.data(),
-                      static_cast<std::int32_t>(text.size()), reinterpret_cast<const char*>(bytes),
-                      static_cast<std::int32_t>(cb), &error);
+    const std::int32_t length = ucnv_toUChars(
+        static_cast<UConverter*>(converter_), text.data(), static_cast<std::int32_t>(text.size()),
+        reinterpret_cast<const char*>(bytes), static_cast<std::int32_t>(cb), &error);
     if (U_FAILURE(error)) {
         text.clear();
         return HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION);

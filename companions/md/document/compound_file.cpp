@@ -57,7 +57,9 @@ void CompoundFile::Chain::Reset() {
     loaded = false;
 }
 
-CompoundFile::CompoundFile() : blocks_(kBlocks * kBlockBytes) { Close(); }
+CompoundFile::CompoundFile() : blocks_(kBlocks * kBlockBytes) {
+    Close();
+}
 
 void CompoundFile::Close() {
     file_.Close();
@@ -90,7 +92,8 @@ HRESULT CompoundFile::ReadHeader() {
     const auto first = static_cast<std::size_t>(std::min<std::uint64_t>(size, kFirstRead));
     const HRESULT status = file_.ReadAt(0, blocks_.data(), first);
     if (FAILED(status)) return status;
-    for (std::size_t slot = 0; slot * kBlockBytes < first; ++slot) blockOf_[slot] = slot;
+    for (std::size_t slot = 0; slot * kBlockBytes < first; ++slot)
+        blockOf_[slot] = slot;
     const BYTE* header = blocks_.data();
     if (std::memcmp(header, kSignature, sizeof kSignature) != 0) return STG_E_FILEALREADYEXISTS;
     if (size < kHeaderBytes) return STG_E_DOCFILECORRUPT;

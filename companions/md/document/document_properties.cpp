@@ -49,7 +49,8 @@ HRESULT DocumentProperties::Open(const DocumentPath& path) {
 
 void DocumentProperties::Close() {
     file_.Close();
-    for (StreamState& state : streams_) state.isLoaded = false;
+    for (StreamState& state : streams_)
+        state.isLoaded = false;
     for (SetState& state : sets_) {
         state.isLoaded = false;
         state.section.Reset();
@@ -86,8 +87,7 @@ HRESULT DocumentProperties::LoadSet(eSetKind kind, SetState& state) {
     const auto& sections = holder.stream.Sections();
     for (std::size_t i = 0; i < sections.size(); ++i) {
         if (!IsSectionOf(kind, i, sections[i].format)) continue;
-        return state.section.Load(holder.stream.Window(), decoder_,
-                                  sections[i].offset);
+        return state.section.Load(holder.stream.Window(), decoder_, sections[i].offset);
     }
     return S_FALSE;
 }

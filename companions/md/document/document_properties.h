@@ -25,7 +25,7 @@ inline constexpr const WCHAR* kProductStream = TEXT("\005DesignProperties");
 
 struct PropertyEntry {
     DWORD id = 0;
-    WText name;           // of the user-defined set; empty where the dictionary has none
+    WText name;             // of the user-defined set; empty where the dictionary has none
     HRESULT status = S_OK;  // negative: the value is there and could not be read
     PropertyValue value;
 };

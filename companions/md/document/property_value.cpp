@@ -304,10 +304,8 @@ HRESULT ValueReader::WalkVector(VARTYPE element, std::uint32_t offset, PropertyV
     // Byte texts mostly follow each other without padding, wide ones mostly with it. The layout
     // in which each text ends with its NUL is the right one; where none does, the first that fits.
     const bool paddedFirst = element == VT_LPWSTR || codePage_ == kUtf16CodePage;
-    const Layout layouts[] = {{paddedFirst, true},
-                              {!paddedFirst, true},
-                              {paddedFirst, false},
-                              {!paddedFirst, false}};
+    const Layout layouts[] = {
+        {paddedFirst, true}, {!paddedFirst, true}, {paddedFirst, false}, {!paddedFirst, false}};
     for (const Layout& layout : layouts) {
         if (value != nullptr) value->elements.clear();
         status = WalkElements(element, begin, count, layout, value, next);
@@ -317,8 +315,7 @@ HRESULT ValueReader::WalkVector(VARTYPE element, std::uint32_t offset, PropertyV
 }
 
 HRESULT ValueReader::WalkElements(VARTYPE element, std::uint32_t offset, std::uint32_t count,
-                                  const Layout& layout, PropertyValue* value,
-                                  std::uint32_t& next) {
+                                  const Layout& layout, PropertyValue* value, std::uint32_t& next) {
     next = offset;
     for (std::uint32_t i = 0; i < count; ++i) {
         VARTYPE type = element;

@@ -64,8 +64,8 @@ private:
     HRESULT Walk(VARTYPE type, std::uint32_t offset, PropertyValue* value, std::uint32_t& next);
     HRESULT WalkScalar(VARTYPE type, std::uint32_t offset, const Layout& layout,
                        PropertyValue* value, std::uint32_t& next);
-    HRESULT WalkText(VARTYPE type, std::uint32_t offset, const Layout& layout,
-                     PropertyValue* value, std::uint32_t& next);
+    HRESULT WalkText(VARTYPE type, std::uint32_t offset, const Layout& layout, PropertyValue* value,
+                     std::uint32_t& next);
     HRESULT WalkVector(VARTYPE element, std::uint32_t offset, PropertyValue* value,
                        std::uint32_t& next);
     HRESULT WalkElements(VARTYPE element, std::uint32_t offset, std::uint32_t count,

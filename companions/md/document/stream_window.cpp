@@ -28,8 +28,8 @@ void StreamWindow::Attach(CompoundFile& file, const CompoundFile::Stream& stream
 HRESULT StreamWindow::Fetch(std::uint32_t offset, std::uint32_t cb, const BYTE*& bytes) {
     bytes = nullptr;
     if (cb > size_ || offset > size_ - cb) return STG_E_DOCFILECORRUPT;
-    const bool isInside = offset >= begin_ && offset - begin_ <= length_ &&
-                          cb <= length_ - (offset - begin_);
+    const bool isInside =
+        offset >= begin_ && offset - begin_ <= length_ && cb <= length_ - (offset - begin_);
     if (!isInside) {
         const std::uint32_t doublings = std::min(misses_ / kMissesToGrow, kMostDoublings);
         ++misses_;

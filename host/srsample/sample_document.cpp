@@ -1,0 +1,159 @@
+#include "host/srsample/sample_document.h"
+
+#include "host/srsample/compound_writer.h"
+#include "host/srsample/property_set_writer.h"
+
+using mddoc::eSetKind;
+using mddoc::PropertyValue;
+
+namespace {
+
+constexpr GUID kPartClass = {
+    0x4D29B490, 0x49B2, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}};
+constexpr GUID kAssemblyClass = {
+    0xE60F81E1, 0x49B3, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}};
+constexpr GUID kDrawingClass = {
+    0xBBF9FDF1, 0x52DC, 0x11D0, {0x8C, 0x04, 0x08, 0x00, 0x09, 0x0B, 0xE8, 0xEC}};
+constexpr GUID kPresentationClass = {
+    0x76283A80, 0x50DD, 0x11D3, {0xA7, 0xE3, 0x00, 0xC0, 0x4F, 0x79, 0xD7, 0xBC}};
+constexpr GUID kDesignElementClass = {
+    0x62FBB030, 0x24C7, 0x11D3, {0xB7, 0x8D, 0x00, 0x60, 0xB0, 0xF1, 0x59, 0xEF}};
+
+constexpr GUID kSummaryFormat = {
+    0xF29F85E0, 0x4FF9, 0x1068, {0xAB, 0x91, 0x08, 0x00, 0x2B, 0x27, 0xB3, 0xD9}};
+constexpr GUID kDocumentSummaryFormat = {
+    0xD5CDD502, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
+constexpr GUID kUserDefinedFormat = {
+    0xD5CDD505, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
+
+constexpr std::uint32_t kPreviewId = 17;
+
+void AddValue(PropertySectionWriter& section, std::uint32_t id, const PropertyValue& value) {
+    switch (value.type) {
+        case VT_I4:
+            section.AddNumber(id, static_cast<std::int32_t>(value.number));
+            break;
+        case VT_BOOL:
+            section.AddYesNo(id, value.number != 0);
+            break;
+        case VT_CY:
+            section.AddCurrency(id, value.number);
+            break;
+        case VT_R8:
+            section.AddReal(id, value.real);
+            break;
+        case VT_FILETIME:
+            section.AddTime(id, mddoc::Ticks(value.time));
+            break;
+        case VT_CLSID:
+            section.AddId(id, value.guid);
+            break;
+        default:
+            section.AddText(id, value.text);
+            break;
+    }
+}
+
+// The section of one set; `isUsed` tells whether the document has any property in it.
+PropertySectionWriter SectionOf(const SampleDocument& document, eSetKind set, const GUID& format,
+                                bool& isUsed) {
+    PropertySectionWriter section(format, document.codePage);
+    isUsed = false;
+    for (const SampleProperty& property : document.properties) {
+        if (property.set != set) continue;
+        isUsed = true;
+        AddValue(section, property.id, property.value);
+        if (!property.name.empty()) section.AddName(property.id, property.name);
+    }
+    return section;
+}
+
+std::vector<std::uint8_t> References(const SampleDocument& document) {
+    ByteWriter out;
+    out.Number32(mddoc::kReferencesVersion);
+    out.Number32(static_cast<std::uint32_t>(document.references.size()));
+    for (const mddoc::DocumentReference& reference : document.references) {
+        for (const WText* path : {&reference.relativePath, &reference.fullPath}) {
+            out.Number32(static_cast<std::uint32_t>(path->size()));
+            out.Units(*path);
+        }
+    }
+    return out.Done();
+}
+
+}  // namespace
+
+GUID RootClassOf(eSampleKind kind) {
+    switch (kind) {
+        case eSampleKind::Part:
+            return kPartClass;
+        case eSampleKind::Assembly:
+            return kAssemblyClass;
+        case eSampleKind::Drawing:
+            return kDrawingClass;
+        case eSampleKind::Presentation:
+            return kPresentationClass;
+        case eSampleKind::DesignElement:
+            return kDesignElementClass;
+        case eSampleKind::Office:
+        case eSampleKind::Text:
+        case eSampleKind::Page:
+            return GUID{};
+    }
+    return GUID{};
+}
+
+const WCHAR* ExtensionOf(eSampleKind kind, std::uint32_t variant) {
+    static constexpr const WCHAR* kOffice[] = {TEXT(".doc"), TEXT(".xls"), TEXT(".ppt")};
+    switch (kind) {
+        case eSampleKind::Part:
+            return TEXT(".hpa");
+        case eSampleKind::Assembly:
+            return TEXT(".hsb");
+        case eSampleKind::Drawing:
+            return TEXT(".hdg");
+        case eSampleKind::Presentation:
+            return TEXT(".hpr");
+        case eSampleKind::DesignElement:
+            return TEXT(".hdx");
+        case eSampleKind::Office:
+            return kOffice[variant % 3];
+        case eSampleKind::Text:
+            return TEXT(".txt");
+        case eSampleKind::Page:
+            return TEXT(".html");
+    }
+    return TEXT("");
+}
+
+const WCHAR* ContentsStreamOf(const SampleDocument& document) {
+    if (document.kind != eSampleKind::Office) return TEXT("DesignData");
+    if (document.path.ends_with(TEXT(".doc"))) return TEXT("WordDocument");
+    return document.path.ends_with(TEXT(".xls")) ? TEXT("Workbook") : TEXT("PowerPoint Document");
+}
+
+std::vector<std::uint8_t> BuildDocument(const SampleDocument& document) {
+    if (!document.IsCompound()) return document.contents;
+    CompoundWriter writer;
+    writer.SetRootClass(RootClassOf(document.kind));
+    bool isUsed = false;
+    PropertySectionWriter summary = SectionOf(document, eSetKind::Summary, kSummaryFormat, isUsed);
+    if (!document.preview.empty()) summary.AddPicture(kPreviewId, document.preview);
+    writer.AddStream(TEXT("\005SummaryInformation"), BuildPropertySet({summary}));
+
+    std::vector<PropertySectionWriter> office = {
+        SectionOf(document, eSetKind::DocumentSummary, kDocumentSummaryFormat, isUsed)};
+    PropertySectionWriter custom =
+        SectionOf(document, eSetKind::UserDefined, kUserDefinedFormat, isUsed);
+    if (isUsed) office.push_back(custom);
+    writer.AddStream(TEXT("\005DocumentSummaryInformation"), BuildPropertySet(office));
+
+    PropertySectionWriter product =
+        SectionOf(document, eSetKind::Product, mddoc::kProductFormat, isUsed);
+    if (isUsed) writer.AddStream(mddoc::kProductStream, BuildPropertySet({product}));
+    if (document.HasReferences()) {
+        writer.AddStream(mddoc::kReferencesStream, References(document));
+    }
+    writer.AddStream(ContentsStreamOf(document), document.contents);
+    return writer.Build();
+}
