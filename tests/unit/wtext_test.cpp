@@ -20,7 +20,10 @@ TEST(WText, Utf8RoundTripAndBadInput) {
         {"two bytes", "\xC3\xA4", TEXT("\u00E4"), true},
         {"three bytes", "\xE2\x82\xAC", TEXT("\u20AC"), true},
         {"surrogate pair", "\xF0\x9F\x98\x80", pair, true},
-        {"stray byte", "a\xFF" "b", bad, false},
+        {"stray byte",
+         "a\xFF"
+         "b",
+         bad, false},
         {"overlong slash", "\xC0\xAF", twoBad, false},
         {"encoded surrogate", "\xED\xA0\x80", threeBad, false},
         {"cut short", "a\xE2\x82", WText(TEXT("a")) + twoBad, false},
@@ -49,7 +52,8 @@ TEST(WText, CopyWholeNeverCuts) {
 }
 
 TEST(WText, FormatFillsInOrder) {
-    EXPECT_EQ(WText(TEXT("3 of b, 100%")), wtext::Format(TEXT("%d of %s, 100%"), {TEXT("3"), TEXT("b")}));
+    EXPECT_EQ(WText(TEXT("3 of b, 100%")),
+              wtext::Format(TEXT("%d of %s, 100%"), {TEXT("3"), TEXT("b")}));
     EXPECT_EQ(WText(TEXT("%s stays")), wtext::Format(TEXT("%s stays"), {TEXT("%s")}));
     EXPECT_EQ(WText(TEXT("none: ")), wtext::Format(TEXT("none: %ld"), {}));
 }
