@@ -1,0 +1,169 @@
+#include "tests/unit/search_fixture.h"
+
+#include <algorithm>
+
+#include "companions/md/document/document_properties.h"
+#include "platform/host/host_files.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr GUID kSummary = {
+    0xF29F85E0, 0x4FF9, 0x1068, {0xAB, 0x91, 0x08, 0x00, 0x2B, 0x27, 0xB3, 0xD9}};
+constexpr GUID kDocumentSummary = {
+    0xD5CDD502, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
+constexpr GUID kUserDefined = {
+    0xD5CDD505, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
+
+GUID RootClassOf(const std::string& file) {
+    constexpr GUID kAssembly = {
+        0xE60F81E1, 0x49B3, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}};
+    constexpr GUID kPart = {
+        0x4D29B490, 0x49B2, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}};
+    const std::string extension = fs::path(file).extension().string();
+    return extension == ".hpa" ? kPart : extension == ".hsb" ? kAssembly : GUID{};
+}
+
+fs::path NewFolder() {
+    static unsigned count = 0;
+    const fs::path folder =
+        fs::temp_directory_path() /
+        ("search-test-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count));
+    fs::create_directories(folder);
+    return folder;
+}
+
+}  // namespace
+
+SearchTest::SearchTest()
+    : folder_(NewFolder()), dialog_(SrResReturnHandle(), &slot_, nullptr, nullptr, nullptr) {
+    EXPECT_NE(nullptr, dialog_.resourceInstance);
+    EXPECT_NE(nullptr, controls_.Window());
+    dialog_.dialogWindow = controls_.Window();
+    dialog_.observer = this;
+}
+
+SearchTest::~SearchTest() {
+    delete slot_;
+    std::error_code ignored;
+    fs::current_path(fs::temp_directory_path(), ignored);
+    fs::remove_all(folder_, ignored);
+}
+
+void SearchTest::Tree(const std::vector<std::string>& files) {
+    for (const std::string& file : files) {
+        if (file.back() == '/') {
+            fs::create_directories(folder_ / file);
+        } else {
+            WriteFile(file, {});
+        }
+    }
+}
+
+void SearchTest::WriteFile(const std::string& file, const std::vector<std::uint8_t>& bytes) {
+    const fs::path path = folder_ / file;
+    fs::create_directories(path.parent_path());
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(bytes.data()),
+              static_cast<std::streamsize>(bytes.size()));
+    ASSERT_TRUE(out.good()) << path;
+}
+
+void SearchTest::Document(const std::string& file, const FillSection& product,
+                          const FillSection& userDefined, const FillSection& summary) {
+    constexpr std::uint16_t kUtf8 = 65001;
+    CompoundWriter writer;
+    writer.SetRootClass(RootClassOf(file));
+    if (product) {
+        PropertySectionWriter section(mddoc::kProductFormat, kUtf8);
+        product(section);
+        writer.AddStream(mddoc::kProductStream, BuildPropertySet({section}));
+    }
+    if (userDefined) {
+        const PropertySectionWriter first(kDocumentSummary, kUtf8);
+        PropertySectionWriter second(kUserDefined, kUtf8);
+        userDefined(second);
+        writer.AddStream(TEXT("\005DocumentSummaryInformation"), BuildPropertySet({first, second}));
+    }
+    if (summary) {
+        PropertySectionWriter section(kSummary, kUtf8);
+        summary(section);
+        writer.AddStream(TEXT("\005SummaryInformation"), BuildPropertySet({section}));
+    }
+    WriteFile(file, writer.Build());
+}
+
+void SearchTest::Criterion(const std::string& text) {
+    const bool isOr = text.rfind("or: ", 0) == 0;
+    std::string fault;
+    const CriterionParser parser(dialog_.resourceInstance);
+    auto node = parser.Parse(isOr ? text.substr(4) : text, isOr ? JOIN_OR : JOIN_AND, fault);
+    ASSERT_NE(nullptr, node) << fault;
+    if (!node->IsFileTypeCriterion()) dialog_.SetPropSearchType(*node);
+    SRxCriteriaNode** end = &dialog_.criteriaHead;
+    while (*end != nullptr)
+        end = &(*end)->nextCriterion;
+    *end = node.release();
+}
+
+WText SearchTest::Wide(const std::string& file) const {
+    const fs::path path = file.empty() ? folder_ : folder_ / file;
+    return AbsoluteWidePath(NativePathFromLine(path.string()));
+}
+
+std::string SearchTest::Relative(const WCHAR* path) const {
+    const std::size_t root = Wide("").size() + 1;
+    const WText text = wtext::Length(path) < root ? WText() : WText(path + root);
+    std::string relative = DisplayPath(text);
+    std::replace(relative.begin(), relative.end(), '\\', '/');
+    return relative;
+}
+
+std::vector<std::string> SearchTest::RunFolders(bool subfolders, const std::string& lookIn) {
+    dialog_.SetOnlyAssem(false);
+    controls_.SetLookIn(Wide(lookIn));
+    controls_.Check(IDC_LOOK_SUBFOLDERS, subfolders);
+    return Run();
+}
+
+std::vector<std::string> SearchTest::RunSelection(const std::vector<std::string>& files) {
+    delete slot_;
+    slot_ = nullptr;
+    for (const std::string& file : files) {
+        (new MDxFileNameNode(Wide(file).c_str(), -1, false))->AddFileNode(&slot_);
+    }
+    dialog_.SetOnlyAssem(true);
+    MDxFileNameNode* const input = slot_;
+    std::vector<std::string> hits = Run();
+    delete input;
+    return hits;
+}
+
+std::vector<std::string> SearchTest::Run() {
+    if (!dialog_.SearchOnlyAssem()) {
+        delete slot_;
+        slot_ = nullptr;
+    }
+    SRxFoundList list(dialog_, &slot_);
+    routeResult_ = RunSearch(list);
+    std::vector<std::string> hits;
+    for (const MDxFileNameNode* hit = slot_; hit != nullptr; hit = hit->GetNextNode()) {
+        hits.push_back(Relative(hit->GetFileName()));
+    }
+    return hits;
+}
+
+void SearchTest::OnFolder(SRxFoundList&, const WCHAR* folder) {
+    folders_.push_back(Relative(folder));
+}
+
+void SearchTest::OnFile(SRxFoundList& list) {
+    ++files_;
+    if (onFile_) onFile_(list);
+}
+
+std::vector<std::string> Sorted(std::vector<std::string> names) {
+    std::sort(names.begin(), names.end());
+    return names;
+}

@@ -1,0 +1,100 @@
+// A folder of its own, documents in it, criteria in words, and a search over it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/srfind/criterion_text.h"
+#include "host/srfind/dialog_controls.h"
+#include "host/srsample/compound_writer.h"
+#include "host/srsample/property_set_writer.h"
+#include "platform/desk.h"
+#include "platform/native_path.h"
+#include "search/search.h"
+#include "search/search_observer.h"
+#include "shell/module_state.h"
+
+// Answers the boxes that a test expects, in their order. A box that nobody expects and an answer
+// that nobody asks for fail the test.
+class ScriptedDesk : public Desk {
+public:
+    ~ScriptedDesk() override {
+        EXPECT_TRUE(expected_.empty()) << "no box said " << expected_.front();
+    }
+    // `part` stands somewhere in the box's text.
+    void Expect(std::string part, int answer = IDOK) {
+        expected_.push_back(std::move(part));
+        answers_.push_back(answer);
+    }
+    int AnswerMessageBox(const MessageBoxQuestion& question) override {
+        const std::string text = wtext::ToUtf8(question.text);
+        if (expected_.empty() || text.find(expected_.front()) == std::string::npos) {
+            ADD_FAILURE() << "unexpected box: " << text;
+            return IDCANCEL;
+        }
+        const int answer = answers_.front();
+        expected_.pop_front();
+        answers_.pop_front();
+        return answer;
+    }
+
+private:
+    std::deque<std::string> expected_;
+    std::deque<int> answers_;
+};
+
+// Where a property of the product's own set stands, in a form that a table can hold.
+using FillSection = std::function<void(PropertySectionWriter&)>;
+
+class SearchTest : public ::testing::Test, public SRxSearchObserver {
+protected:
+    SearchTest();
+    ~SearchTest() override;
+
+    // Empty files, with the folders on their way. Slashes part the names.
+    void Tree(const std::vector<std::string>& files);
+    // A design document whose root class fits its extension.
+    void Document(const std::string& file, const FillSection& product,
+                  const FillSection& userDefined = nullptr, const FillSection& summary = nullptr);
+    void WriteFile(const std::string& file, const std::vector<std::uint8_t>& bytes);
+
+    // "and" by default; a text that begins with "or: " joins by Or.
+    void Criterion(const std::string& text);
+    // The hits of a folder search, from the folder, in the order of their finding.
+    std::vector<std::string> RunFolders(bool subfolders = true, const std::string& lookIn = "");
+    // The hits of a search over these files.
+    std::vector<std::string> RunSelection(const std::vector<std::string>& files);
+    WText Wide(const std::string& file) const;
+
+    void OnFolder(SRxFoundList& list, const WCHAR* folder) override;
+    void OnFolderFailed(const WCHAR*) override { ++failedFolders_; }
+    void OnFile(SRxFoundList& list) override;
+    void OnPassedOver() override { ++passedOver_; }
+    void OnPropertiesRead(const WCHAR*, HRESULT status) override { statuses_.push_back(status); }
+
+    std::filesystem::path folder_;
+    ScriptedDesk desk_;
+    MDxFileNameNode* slot_ = nullptr;
+    SRxFindDialog dialog_;
+    DialogControls controls_;
+    bool routeResult_ = false;
+    std::size_t failedFolders_ = 0;
+    std::size_t passedOver_ = 0;
+    std::size_t files_ = 0;
+    std::vector<std::string> folders_;
+    std::vector<HRESULT> statuses_;
+    std::function<void(SRxFoundList&)> onFile_;
+
+private:
+    std::vector<std::string> Run();
+    std::string Relative(const WCHAR* path) const;
+    DeskScope deskScope_{desk_};
+};
+
+std::vector<std::string> Sorted(std::vector<std::string> names);

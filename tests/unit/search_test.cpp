@@ -1,0 +1,233 @@
+// The routes of a search: folder trees, chains of files, and what is passed over.
+#include <algorithm>
+#include <utility>
+
+#include "tests/unit/search_fixture.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST_F(SearchTest, WalksDepthFirstAndSkipsNames) {
+    Tree({"a/b/deep.hpa", "a/one.hpa", "c/two.hpa", "top.hpa", "Recycler/x.hpa",
+          "oldVERSIONS/y.hpa", "a/RECYCLER/z.hpa", "Recycler2/kept.hpa", "empty/"});
+    Criterion("File name contains .hpa");
+    EXPECT_EQ((Names{"Recycler2/kept.hpa", "a/b/deep.hpa", "a/one.hpa", "c/two.hpa", "top.hpa"}),
+              Sorted(RunFolders()));
+    EXPECT_TRUE(routeResult_);
+    // Right behind its parent comes a folder's subfolder, before any sibling.
+    const auto parent = std::find(folders_.begin(), folders_.end(), "a");
+    ASSERT_NE(folders_.end(), parent);
+    EXPECT_EQ("a/b", *(parent + 1));
+    EXPECT_EQ((Names{"top.hpa"}), RunFolders(false));
+    // A skipped name that is looked in itself is walked.
+    EXPECT_EQ((Names{"Recycler/x.hpa"}), RunFolders(true, "Recycler"));
+}
+
+TEST_F(SearchTest, RemembersFolderAndRestoresCurrentDirectory) {
+    Tree({"a/b/x.hpa"});
+    Criterion("File name contains x");
+    RunFolders();
+    WCHAR current[kPathLength] = {};
+    ASSERT_NE(0u, GetCurrentDirectoryW(kPathLength, current));
+    EXPECT_EQ(CSTR_EQUAL,
+              CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH, current, -1,
+                             Wide("").c_str(), static_cast<int>(wtext::Length(current))));
+}
+
+TEST_F(SearchTest, StopTakesEffectAtTheEndOfTheFolder) {
+    Tree({"one.hpa", "two.hpa", "three.hpa", "sub/four.hpa"});
+    Criterion("File name contains .hpa");
+    onFile_ = [](SRxFoundList& list) { list.stopRequested = true; };
+    EXPECT_EQ((Names{"one.hpa", "three.hpa", "two.hpa"}), Sorted(RunFolders()));
+    EXPECT_EQ(3u, files_);
+}
+
+TEST_F(SearchTest, BadFoldersAreToldAndTheWalkGoesOn) {
+    Tree({"a/x.hpa", "gone/y.hpa", "z.hpa"});
+    Criterion("File name contains .hpa");
+    // The folder vanishes between its listing and its own turn.
+    onFile_ = [this](SRxFoundList&) { std::filesystem::remove_all(folder_ / "gone"); };
+    desk_.Expect("gone");
+    EXPECT_EQ((Names{"a/x.hpa", "z.hpa"}), Sorted(RunFolders()));
+    EXPECT_EQ(1u, failedFolders_);
+}
+
+TEST_F(SearchTest, LongPathsAreToldNeverCut) {
+    // The pattern of a folder can have 260 units: the root, \f\, a long name, a backslash and a star.
+    const std::string name(260 - Wide("").size() - 5, 'n');
+    Tree({"f/" + name + "/in.hpa"});
+    Criterion("File name contains .hpa");
+    EXPECT_EQ(1u, RunFolders().size());
+    EXPECT_EQ(0u, failedFolders_);
+    std::filesystem::rename(folder_ / "f", folder_ / "ff");
+    desk_.Expect("260 characters");
+    desk_.Expect("No files");
+    EXPECT_EQ(Names{}, RunFolders());
+    EXPECT_FALSE(routeResult_) << "the last folder failed";
+
+    const std::string text(kPathLength, 'x');
+    desk_.Expect(text);
+    desk_.Expect("No files");
+    EXPECT_EQ(Names{}, RunFolders(true, text));
+    EXPECT_FALSE(routeResult_);
+}
+
+TEST_F(SearchTest, SelectionKeepsRecordsForEveryCriterion) {
+    Tree({"a.hpa", "b.hpa"});
+    Criterion("File name contains a");
+    Criterion("or: Component adaptive is set to yes");
+    Criterion("\"Supplier\" equals Miller");
+    // Twice the same file is one hit.
+    EXPECT_EQ((Names{"a.hpa", "b.hpa"}), RunSelection({"a.hpa", "b.hpa", "a.hpa"}));
+    auto& records = slot_->GetNextNode()->GetOccCritList();
+    ASSERT_EQ(3u, records.size());
+    EXPECT_EQ(eCritTest::Fixed, records[0].Test());
+    EXPECT_FALSE(records[0].Flag());
+    EXPECT_EQ(eJoinOr, records[1].Join());
+    EXPECT_EQ(eCritTest::Adaptive, records[1].Test());
+    EXPECT_TRUE(records[1].Flag());
+    EXPECT_EQ(eCritTest::Properties, records[2].Test());
+    EXPECT_EQ(BLxWString(TEXT("Supplier")), records[2].CustomName());
+    EXPECT_EQ(BLxWString(TEXT("Miller")), records[2].Text());
+}
+
+TEST_F(SearchTest, SkippedCriteriaReachTheCaller) {
+    Tree({"a.hpa"});
+    SRxShellExtParameters caller;
+    ASSERT_TRUE(caller.SetServer(nullptr));
+    Criterion("Interference checked is set to no");
+    Criterion("File type is Models (parts and assemblies)");
+    Criterion("or: File type is Presentations");
+    SRxFoundList list(dialog_, &slot_);
+    list.params = caller;
+    list.params.SetCritForSkipped(BuildSkippedCriteria(list));
+    const SRxSkippedCritNode* link = caller.GetCritForSkipped();
+    ASSERT_NE(nullptr, link);
+    EXPECT_EQ(eSkippedKind::YesNo, link->kind);
+    EXPECT_FALSE(link->flag);
+    ASSERT_NE(nullptr, link->next);
+    EXPECT_EQ(eSkippedKind::FileType, link->next->kind);
+    EXPECT_EQ(1u, link->next->fileTypeCode);
+    EXPECT_EQ(nullptr, link->next->next) << "presentations have no code and stood in the or-group";
+    // The same type joined by And leaves nothing that could be told.
+    Criterion("File type is Presentations");
+    EXPECT_EQ(nullptr, BuildSkippedCriteria(list));
+}
+
+TEST_F(SearchTest, ReadsNoPropertiesWithoutNeed) {
+    Tree({"a.hpa", "b.txt", "c.xyz"});
+    Criterion("File name contains c");
+    Criterion("or: File type is Plain text (.txt)");
+    EXPECT_EQ((Names{"b.txt", "c.xyz"}), Sorted(RunFolders()));
+    EXPECT_TRUE(statuses_.empty());
+    Criterion("or: Title contains x");
+    RunFolders();
+    EXPECT_EQ(1u, statuses_.size()) << "only the file of the type that the list names";
+    EXPECT_EQ(2u, passedOver_);
+}
+
+// Rows: a document with one property of each kind, and criteria that it meets or doesn't.
+struct JudgedRow {
+    const char* criterion;
+    bool hit;
+};
+
+TEST_F(SearchTest, JudgesEachKindOfProperty) {
+    constexpr GUID kSheetMetal = {
+        0x9C464203, 0x9BAE, 0x11D3, {0x8B, 0xAD, 0x00, 0x60, 0xB0, 0xCE, 0x6B, 0xB4}};
+    constexpr std::uint64_t k2024March7Noon = 133542720000000000;
+    Document(
+        "full.hpa",
+        [&](PropertySectionWriter& set) {
+            set.AddText(17, TEXT("Stainless steel"));
+            set.AddText(10, TEXT("Ada Miller"));
+            set.AddTime(11, k2024March7Noon);
+            set.AddCurrency(36, 125000);
+            set.AddNumber(40, 3);
+            set.AddId(31, kSheetMetal);
+            set.AddText(1005, TEXT("Bo Lund"));
+            set.AddTime(1008, k2024March7Noon);
+            set.AddNumber(1103, 1);
+            set.AddNumber(1108, 2);
+        },
+        [&](PropertySectionWriter& set) {
+            set.AddYesNo(2, true);
+            set.AddName(2, TEXT("Checked twice"));
+            set.AddTime(3, k2024March7Noon);
+            set.AddName(3, TEXT("Delivered"));
+            set.AddText(4, TEXT("blue"));
+            set.AddName(4, TEXT("Paint"));
+        },
+        [](PropertySectionWriter& set) { set.AddText(2, TEXT("Bracket, left")); });
+    const JudgedRow rows[] = {
+        {"Title begins with bracket", true},
+        {"Title ends with LEFT", true},
+        {"Title equals Bracket", false},
+        {"Subject differs from anything", true},
+        {"Subject contains a", false},
+        {"Material contains less ST", true},
+        {"Checked by is empty", false},
+        {"Checked by has a value", true},
+        {"Designer is empty", true},
+        {"Designer has a value", false},
+        {"Date checked falls on 2024-03-07", true},
+        {"Date checked is on or after 2024-03-08", false},
+        {"Date checked does not fall on 2024-03-06", true},
+        {"Date created has any date", false},
+        {"Date created does not fall on 2024-03-06", true},
+        {"Estimated cost is equal to 12.5", true},
+        {"Estimated cost is greater than 12.5", false},
+        {"Design state is equal to Released", true},
+        {"Design state is not equal to Released", false},
+        {"Document subtype is a sheet metal part", true},
+        {"Document subtype is a standard document", false},
+        {"Last saved by begins with bo", true},
+        {"Date last saved is on or before 2024-03-07", true},
+        {"Date last printed is today", false},
+        {"Needs update is set to yes", true},
+        {"Document origin is a parts library", true},
+        {"Document origin is not a parts library", false},
+        {"Interference checked is set to no", true},
+        {"Interference checked is set to yes", false},
+        {"\"Checked twice\" is set to yes", true},
+        {"\"checked TWICE\" is set to no", false},
+        {"\"Delivered\" falls on 2024-03-07", true},
+        {"\"Delivered\" is today", false},
+        {"\"Paint\" equals red", true},  // a text can't exclude a file here
+        {"\"Missing\" is set to yes", true},
+        {"File type is Parts", true},
+        {"File type is Assemblies", false},
+        {"File name equals full", true},
+        {"File name equals full.hpa", true},
+        {"File name equals full.hsb", false},
+        {"19132:6 differs from x", true},
+    };
+    for (const JudgedRow& row : rows) {
+        SCOPED_TRACE(row.criterion);
+        delete std::exchange(dialog_.criteriaHead, nullptr);
+        dialog_.propSearchType = FILE_SEARCH_ANY;
+        Criterion(row.criterion);
+        if (!row.hit && std::string(row.criterion).find("Interference") == std::string::npos) {
+            desk_.Expect("No files");
+        }
+        EXPECT_EQ(row.hit ? 1u : 0u, RunFolders().size());
+    }
+}
+
+TEST_F(SearchTest, WhatCannotBeReadIsNeverAHitByAProperty) {
+    Document("good.hpa", nullptr, nullptr,
+             [](PropertySectionWriter& set) { set.AddText(2, TEXT("x")); });
+    WriteFile("cut.hpa", {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1, 0, 0});
+    Tree({"empty.hpa", "plain.txt"});
+    Criterion("Title differs from y");
+    // A file that is no compound file has no title, so its title differs; of a damaged one nothing
+    // is known.
+    EXPECT_EQ((Names{"empty.hpa", "good.hpa", "plain.txt"}), Sorted(RunFolders()));
+    delete std::exchange(dialog_.criteriaHead, nullptr);
+    // A part that isn't genuine fails a criterion on its type.
+    Criterion("File type is Parts");
+    EXPECT_EQ((Names{"good.hpa"}), RunFolders());
+}
+
+}  // namespace
