@@ -127,6 +127,18 @@ std::vector<std::string> SearchTest::RunFolders(bool subfolders, const std::stri
     return Run();
 }
 
+std::vector<std::string> SearchTest::RunAt(const std::filesystem::path& folder) {
+    dialog_.SetOnlyAssem(false);
+    controls_.SetLookIn(AbsoluteWidePath(NativePathFromLine(folder.string())));
+    controls_.Check(IDC_LOOK_SUBFOLDERS, false);
+    (void)Run();
+    std::vector<std::string> paths;
+    for (const MDxFileNameNode* hit = slot_; hit != nullptr; hit = hit->GetNextNode()) {
+        paths.push_back(DisplayPath(hit->GetFileName()));
+    }
+    return paths;
+}
+
 std::vector<std::string> SearchTest::RunSelection(const std::vector<std::string>& files) {
     delete slot_;
     slot_ = nullptr;
