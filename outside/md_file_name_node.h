@@ -10,8 +10,6 @@
 #include "outside/md_crit_node.h"
 #include "outside/md_server.h"
 
-struct Application;  // the running application; its interface belongs to the product
-
 struct tagBUILDINFO {
     DWORD major;
     DWORD minor;
@@ -75,11 +73,10 @@ public:
     // Fills `docStatus`; negative on failure, which leaves it at -1.
     HRESULT GetDocTypeProps(IQxLecternServer* server, tagBUILDINFO* info, void* reserved);
 
-    // New nodes for the documents that this one refers to, or null; negative on failure.
+    // New nodes for the documents that this one refers to and that are there, or null; negative on
+    // failure. `flags` is 15 and `depth` 0: the direct references of every kind.
     HRESULT GetRelatedDocs(MDxFileNameNode** docs, unsigned flags, int depth,
                            IQxLecternServer* server);
-    HRESULT GetRelatedDocs(Application& application, MDxFileNameNode** docs, unsigned flags,
-                           int depth);
 
     bool HaveOccCriteria() const { return !records_.empty(); }
     std::vector<MDxCritNode>& GetOccCritList() { return records_; }

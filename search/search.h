@@ -9,6 +9,8 @@ bool RunSearch(SRxFoundList& list);
 // The routes. `needProperties`: some criterion asks for properties of a document.
 bool SearchSelection(SRxFoundList& list, bool needProperties);
 bool SearchFolders(SRxFoundList& list, LRESULT subfolders, bool needProperties);
+// The document in the look-in box and everything that it and each document found refers to.
+bool SearchRelatedDocs(SRxFoundList& list, bool needProperties);
 
 // Lists one folder and tests its files. True when it could be listed. `*newFolders` (may be null)
 // becomes the chain of its subfolders when `subfolders` is above 0; the caller owns it.
@@ -18,6 +20,10 @@ bool WalkDirectory(SRxFoundList& list, const WCHAR* path, LRESULT subfolders, bo
 // What was searched last, kept for the look-in box. True when it was written.
 bool RememberRecentPath(SRxFoundList& list, const WCHAR* path);
 bool RememberRecentFiles(SRxFoundList& list, const WCHAR* path);
+
+// A full name as the file test takes it: the folder with its backslash (empty without one) and the
+// name, which points into `fullName`.
+const WCHAR* SplitFullName(const WCHAR* fullName, BLxWString& folder);
 
 // Tests one candidate and publishes a hit. `folder` ends in a backslash unless it is empty; `name`
 // has no folder. The node stays the caller's. Always true.

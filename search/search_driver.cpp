@@ -24,6 +24,7 @@ bool PrepareCriteria(SRxCriteriaNode* head) {
 
 bool RunRoute(SRxFoundList& list, bool needProperties) {
     if (list.dialog->SearchOnlyAssem()) return SearchSelection(list, needProperties);
+    if (IsChecked(list, IDC_LOOK_RELATED)) return SearchRelatedDocs(list, needProperties);
     const LRESULT subfolders =
         SendDlgItemMessageW(list.dialog->dialogWindow, IDC_LOOK_SUBFOLDERS, BM_GETCHECK, 0, 0);
     return SearchFolders(list, subfolders, needProperties);
@@ -56,6 +57,14 @@ bool RunSearch(SRxFoundList& list) {
     return list.dialog->SearchComplete(result);
 }
 
+const WCHAR* SplitFullName(const WCHAR* fullName, BLxWString& folder) {
+    folder = fullName;
+    PathRemoveFileSpecW(folder.data());
+    folder.resize(wtext::Length(folder.c_str()));
+    if (!folder.empty() && folder.back() != '\\') folder += static_cast<WCHAR>('\\');
+    return PathFindFileNameW(fullName);
+}
+
 bool SearchSelection(SRxFoundList& list, bool needProperties) {
     // A progress text for every eleventh file, the first one soon.
     int tick = 5;
@@ -69,12 +78,8 @@ bool SearchSelection(SRxFoundList& list, bool needProperties) {
             ShowProgress(list, node->GetFileName());
             tick = 0;
         }
-        folder = node->GetFileName();
-        PathRemoveFileSpecW(folder.data());
-        folder.resize(wtext::Length(folder.c_str()));
-        if (!folder.empty()) folder += static_cast<WCHAR>('\\');
-        TestFile(list, folder.c_str(), PathFindFileNameW(node->GetFileName()), node, needProperties,
-                 insertIndex);
+        const WCHAR* name = SplitFullName(node->GetFileName(), folder);
+        TestFile(list, folder.c_str(), name, node, needProperties, insertIndex);
     }
     return true;
 }

@@ -35,6 +35,8 @@ void WriteOutput(std::string_view text) {
 }
 
 void WriteError(std::string_view text) {
+    // What was printed before comes before, also where both go to one place.
+    static_cast<void>(std::fflush(stdout));
     // Where even this fails there is nobody left to tell.
     static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "host/srsample/sample_document.h"
 #include "tests/unit/search_fixture.h"
 
 namespace {
@@ -54,7 +55,8 @@ TEST_F(SearchTest, BadFoldersAreToldAndTheWalkGoesOn) {
 }
 
 TEST_F(SearchTest, LongPathsAreToldNeverCut) {
-    // The pattern of a folder can have 260 units: the root, \f\, a long name, a backslash and a star.
+    // The pattern of a folder can have 260 units: the root, \f\, a long name, a backslash and a
+    // star.
     const std::string name(260 - Wide("").size() - 5, 'n');
     Tree({"f/" + name + "/in.hpa"});
     Criterion("File name contains .hpa");
@@ -113,6 +115,33 @@ TEST_F(SearchTest, SkippedCriteriaReachTheCaller) {
     // The same type joined by And leaves nothing that could be told.
     Criterion("File type is Presentations");
     EXPECT_EQ(nullptr, BuildSkippedCriteria(list));
+}
+
+TEST_F(SearchTest, FollowsReferencesOnceEach) {
+    const auto write = [this](const std::string& file, const std::vector<const WCHAR*>& others) {
+        SampleDocument document;
+        document.kind = eSampleKind::Assembly;
+        for (const WCHAR* other : others)
+            document.references.push_back({other, {}});
+        WriteFile(file, BuildDocument(document));
+    };
+    write("a.hsb", {TEXT("sub\\b.hsb"), TEXT("c.hsb"), TEXT("missing.hpa"), TEXT("a.hsb")});
+    write("sub/b.hsb", {TEXT("..\\a.hsb"), TEXT("d.hsb")});
+    write("sub/d.hsb", {});
+    write("c.hsb", {TEXT("sub\\d.hsb")});
+    write("other.hsb", {});
+    Criterion("File name contains .hsb");
+    controls_.SetLookIn(Wide("a.hsb"));
+    controls_.Check(IDC_LOOK_RELATED, true);
+    SRxFoundList list(dialog_, &slot_);
+    EXPECT_TRUE(RunSearch(list));
+    Names hits;
+    for (const MDxFileNameNode* hit = slot_; hit != nullptr; hit = hit->GetNextNode()) {
+        hits.push_back(wtext::ToUtf8(PathFindFileNameW(hit->GetFileName())));
+    }
+    // Depth first; a document that comes by again is tested but not asked again.
+    EXPECT_EQ((Names{"a.hsb", "b.hsb", "d.hsb", "c.hsb"}), hits);
+    EXPECT_EQ(7u, files_) << "a, b, a, d, c, d, a";
 }
 
 TEST_F(SearchTest, ReadsNoPropertiesWithoutNeed) {

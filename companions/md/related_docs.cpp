@@ -1,0 +1,52 @@
+// The documents that a document refers to, as its References stream names them.
+#include "companions/md/document/references.h"
+#include "companions/md/file_facts.h"
+#include "platform/native_path.h"
+#include "platform/wtext.h"
+
+namespace {
+
+// The folder of a path with its backslash; empty without one.
+WText FolderOf(const WCHAR* path) {
+    return WText(path, static_cast<std::size_t>(PathFindFileNameW(path) - path));
+}
+
+// The path with its dot names resolved; empty when it is none.
+WText FullPath(const WText& path) {
+    const DWORD cch = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+    if (cch == 0) return {};
+    WText full(cch, 0);
+    full.resize(GetFullPathNameW(path.c_str(), cch, full.data(), nullptr));
+    return full;
+}
+
+// Where the document is now: beside the one that refers to it, or where it was at the last saving.
+// Empty when it is at neither place.
+WText Locate(const WText& folder, const mddoc::DocumentReference& reference) {
+    if (!reference.relativePath.empty()) {
+        const WText relative = FullPath(folder + reference.relativePath);
+        if (!relative.empty() && PathFileExistsW(relative.c_str())) return relative;
+    }
+    if (!reference.fullPath.empty() && PathFileExistsW(reference.fullPath.c_str())) {
+        return reference.fullPath;
+    }
+    return {};
+}
+
+}  // namespace
+
+HRESULT MDxFileNameNode::GetRelatedDocs(MDxFileNameNode** docs, unsigned, int, IQxLecternServer*) {
+    *docs = nullptr;
+    mddoc::DocumentProperties document;
+    HRESULT status = document.Open(NativePathFromWide(fileName_));
+    if (status < 0) return status;
+    std::vector<mddoc::DocumentReference> references;
+    status = mddoc::ReadReferences(document, references);
+    if (status < 0) return status;
+    const WText folder = FolderOf(fileName_.c_str());
+    for (const mddoc::DocumentReference& reference : references) {
+        const WText path = Locate(folder, reference);
+        if (!path.empty()) (new MDxFileNameNode(path.c_str(), -1, inApp_))->AddFileNode(docs);
+    }
+    return S_OK;
+}

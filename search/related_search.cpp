@@ -1,0 +1,45 @@
+#include "search/search.h"
+
+namespace {
+
+constexpr unsigned kEveryReference = 15;
+
+// Hangs the documents that the node refers to right behind it: depth first. A document that can't
+// be asked has none.
+void AddRelatedDocs(SRxFoundList& list, MDxFileNameNode* node) {
+    constexpr unsigned kMayHaveReferences = 1;
+    if ((node->relatedFlags & kMayHaveReferences) == 0) return;
+    // In the application the running application answers, which this program isn't part of: nobody
+    // is there to be asked.
+    if (node->InApp()) return;
+    MDxFileNameNode* docs = nullptr;
+    if (node->GetRelatedDocs(&docs, kEveryReference, 0, list.server) < 0 || docs == nullptr) return;
+    if (MDxFileNameNode* rest = node->GetNextNode()) rest->AddFileNode(&docs);
+    node->SetNextNode(docs);
+}
+
+}  // namespace
+
+bool SearchRelatedDocs(SRxFoundList& list, bool needProperties) {
+    if (list.server == nullptr) list.server = list.dialog->GetServer(nullptr, nullptr, 0);
+    const BLxWString text = ReadControlText(list.dialog->dialogWindow, IDC_PATH_LIST);
+    ShowProgress(list, text.c_str());
+    if (text.empty()) return true;
+    RememberRecentFiles(list, text.c_str());
+    list.rootNode = new MDxFileNameNode(text.c_str(), -1, list.dialog->InApp());
+    int tick = 0;
+    int insertIndex = 0;
+    BLxWString folder;
+    for (MDxFileNameNode* current = list.rootNode; current != nullptr && !list.stopRequested;
+         current = current->GetNextNode()) {
+        if (++tick > 10) {
+            ShowProgress(list, text.c_str());
+            tick = 0;
+        }
+        const WCHAR* name = SplitFullName(current->GetFileName(), folder);
+        TestFile(list, folder.c_str(), name, current, needProperties, insertIndex);
+        // A document that came by before was asked then: references in a circle come to an end.
+        if (!current->FindInListToHere(*list.rootNode)) AddRelatedDocs(list, current);
+    }
+    return true;
+}
