@@ -5,6 +5,7 @@
 
 #include "host/srfind/criterion_text.h"
 #include "host/srfind/dialog_controls.h"
+#include "host/srfind/json.h"
 #include "host/srfind/options.h"
 #include "host/srfind/report.h"
 #include "platform/host/host_files.h"
@@ -112,7 +113,7 @@ void PrintUndecided(const std::vector<const MDxFileNameNode*>& hits, const Optio
     }
     for (std::size_t i = 0; i < counts.size(); ++i) {
         if (counts[i] == 0) continue;
-        WriteError("srfind: \"" + options.criteria[i].text + "\" can't be decided by the file of " +
+        WriteError("srfind: '" + options.criteria[i].text + "' can't be decided by the file for " +
                    std::to_string(counts[i]) + " of the " + std::to_string(hits.size()) +
                    " hit(s): they count as if it held\n");
     }
@@ -125,7 +126,8 @@ int Report(const SearchReport& report, MDxFileNameNode* chain, const Options& op
     SortHits(hits, options.sort);
     std::string out;
     for (const MDxFileNameNode* hit : hits) {
-        out += DisplayPath(hit->GetFileName());
+        const WCHAR* path = hit->GetFileName();
+        out += options.json ? HitAsJson(path) : DisplayPath(path);
         out += options.print0 ? '\0' : '\n';
     }
     WriteOutput(out);

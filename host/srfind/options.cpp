@@ -21,6 +21,7 @@ constexpr OptionRow kOptions[] = {
     {0, "files-from", "FILE",
      "look at the files that FILE names, one a line (- for standard input)"},
     {'0', "print0", nullptr, "end each hit with a null instead of a line feed"},
+    {0, "json", nullptr, "print each hit as a JSON object on a line of its own"},
     {0, "sort", "ORDER", "sort the hits by name or by folder"},
     {0, "stats", nullptr, "tell at the end what was looked at"},
     {0, "criteria", nullptr, "list the properties with their conditions"},
@@ -141,6 +142,7 @@ private:
         if (name == "subfolders") return options_.subfolders;
         if (name == "match-case") return options_.matchCase;
         if (name == "print0") return options_.print0;
+        if (name == "json") return options_.json;
         if (name == "stats") return options_.stats;
         if (name == "criteria") return options_.listCriteria;
         if (name == "version") return options_.version;
@@ -155,6 +157,9 @@ private:
         }
         if (options_.haveFilesFrom && options_.subfolders) {
             return Fail("--files-from names the files, so --subfolders has no meaning");
+        }
+        if (options_.json && options_.print0) {
+            return Fail("--json ends each hit with a line feed, so --print0 can't hold");
         }
         if (!options_.haveFilesFrom && !options_.haveLookIn) return Fail("no place to look in");
         return true;

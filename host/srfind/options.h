@@ -18,6 +18,7 @@ struct Options {
     bool subfolders = false;
     bool matchCase = false;
     bool print0 = false;
+    bool json = false;
     bool stats = false;
     eSort sort = eSort::None;
     bool help = false;

@@ -6,15 +6,15 @@
 
 #include <cerrno>
 #include <cstring>
-#include <vector>
 
 #include "platform/files/directory_listing.h"
 #include "platform/files/path_mapping.h"
 
 namespace {
 
-// A folder of 2,000 entries comes with one call.
-constexpr std::size_t kBufferBytes = 256 * 1024;
+// A folder of some 1,500 entries comes with one call. A larger buffer would come from the system
+// anew for each folder.
+constexpr std::size_t kBufferBytes = 64 * 1024;
 
 struct KernelEntry {
     std::uint64_t inode;
@@ -28,7 +28,7 @@ struct KernelEntry {
 
 struct DirectoryListing::State {
     int descriptor = -1;
-    std::vector<char> buffer = std::vector<char>(kBufferBytes);
+    std::unique_ptr<char[]> buffer = std::make_unique_for_overwrite<char[]>(kBufferBytes);
     std::size_t at = 0;
     std::size_t end = 0;
     bool failed = false;
@@ -48,7 +48,7 @@ struct DirectoryListing::State {
 };
 
 bool DirectoryListing::State::Fill() {
-    const long got = syscall(SYS_getdents64, descriptor, buffer.data(), buffer.size());
+    const long got = syscall(SYS_getdents64, descriptor, buffer.get(), kBufferBytes);
     at = 0;
     end = got > 0 ? static_cast<std::size_t>(got) : 0;
     failed = got < 0;
@@ -115,7 +115,7 @@ bool DirectoryListing::Next(Entry& entry) {
     for (;;) {
         if (state.descriptor < 0) return false;
         if (state.at >= state.end && !state.Fill()) return false;
-        const auto* raw = reinterpret_cast<const KernelEntry*>(state.buffer.data() + state.at);
+        const auto* raw = reinterpret_cast<const KernelEntry*>(state.buffer.get() + state.at);
         state.at += raw->length;
         state.name.clear();
         platform::AppendNameFromBytes(state.name, raw->name);

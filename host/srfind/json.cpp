@@ -1,0 +1,49 @@
+#include "host/srfind/json.h"
+
+#include "platform/native_path.h"
+
+namespace {
+
+constexpr char kHex[] = "0123456789abcdef";
+
+void AppendString(std::string& out, const std::string& bytes) {
+    out += '"';
+    for (const char c : wtext::ToUtf8(wtext::FromUtf8(bytes))) {
+        const auto unit = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += c;
+        } else if (unit < 0x20 || unit == 0x7F) {
+            out += "\\u00";
+            out += kHex[unit >> 4];
+            out += kHex[unit & 0xF];
+        } else {
+            out += c;
+        }
+    }
+    out += '"';
+}
+
+}  // namespace
+
+std::string HitAsJson(const WCHAR* path) {
+    const WCHAR* name = PathFindFileNameW(path);
+    const std::string shown = DisplayPath(path);
+    bool exact = false;
+    (void)wtext::FromUtf8(shown, &exact);
+    std::string out = "{\"path\":";
+    AppendString(out, shown);
+    out += ",\"folder\":";
+    AppendString(out, DisplayPath(WTextView(path, static_cast<std::size_t>(name - path))));
+    out += ",\"name\":";
+    AppendString(out, DisplayPath(name));
+    out += exact ? ",\"exact\":true" : ",\"exact\":false,\"bytes\":\"";
+    if (!exact) {
+        for (const char c : shown) {
+            out += kHex[static_cast<unsigned char>(c) >> 4];
+            out += kHex[static_cast<unsigned char>(c) & 0xF];
+        }
+        out += '"';
+    }
+    return out + "}";
+}
