@@ -91,7 +91,7 @@ private:
     friend MD_API HRESULT MDxGetFileSubtype(MDxFileNameNode& node);
     friend class MDxProperties;
 
-    ChainIndex& IndexAsHead();
+    ChainIndex& Index();
     const GUID& RootClass();
 
     BLxWString fileName_;
@@ -102,8 +102,9 @@ private:
     LONG contentLibType_ = 0;
     GUID subType_{};
     std::vector<MDxCritNode> records_;
-    bool linked_ = false;                // has stood on a chain with others
     std::unique_ptr<ChainIndex> index_;  // of the chain that begins with this node
+    ChainIndex* memberOf_ = nullptr;     // the index that has this node, and where
+    std::size_t position_ = 0;
     std::unique_ptr<Facts> facts_;
 };
 

@@ -4,48 +4,56 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "companions/md/file_facts.h"
 
-namespace {
-
-// Every change that can take a node out of a chain: a link that is replaced, a linked node that is
-// destroyed. Hanging a node on at the end takes none out. There is one thread.
-unsigned long linkChanges = 0;
-// The node whose link the last change replaced; null when it destroyed a node.
-const MDxFileNameNode* lastRelinked = nullptr;
-
-void NoteChange(const MDxFileNameNode* relinked) {
-    ++linkChanges;
-    lastRelinked = relinked;
-}
-
-}  // namespace
-
-// What is known of the chain that begins with the node that owns this. Its pointers hold only while
-// no link has changed since; then it is worked out anew.
+// What is known of the chain that begins with the node that owns this: its first nodes, in order,
+// and the names of the first of those. A node stands in one index at most. A change of its link, or
+// its end, cuts the index there, so that what is left always describes the chain.
 struct MDxFileNameNode::ChainIndex {
-    unsigned long changes = linkChanges;
-    MDxFileNameNode* tail = nullptr;       // the end when it was last looked for
-    MDxFileNameNode* lastNamed = nullptr;  // `names` has all from the head to this node
-    std::unordered_map<std::basic_string_view<WCHAR>, MDxFileNameNode*> names;  // the first of each
+    explicit ChainIndex(MDxFileNameNode& head) { Take(head); }
+    ~ChainIndex() { CutAt(0); }
+    ChainIndex(const ChainIndex&) = delete;
+    ChainIndex& operator=(const ChainIndex&) = delete;
 
-    // Names the node behind the last named one; null at the end of the chain.
-    MDxFileNameNode* NameNext(MDxFileNameNode& head) {
-        MDxFileNameNode* node = lastNamed == nullptr ? &head : lastNamed->next_;
-        if (node != nullptr) {
-            names.emplace(node->fileName_, node);
-            lastNamed = node;
+    MDxFileNameNode& Last() const { return *members.back(); }
+    // Takes the node behind the last member in; false at the end of the chain.
+    bool Extend() {
+        if (Last().next_ == nullptr) return false;
+        Take(*Last().next_);
+        return true;
+    }
+    void Take(MDxFileNameNode& node) {
+        if (node.memberOf_ != nullptr) node.memberOf_->CutAt(node.position_);
+        members.push_back(&node);
+        node.memberOf_ = this;
+        node.position_ = members.size() - 1;
+    }
+    // Forgets the member at `position` and all behind it.
+    void CutAt(std::size_t position) {
+        while (members.size() > position) {
+            MDxFileNameNode& node = Last();
+            if (named == members.size()) {
+                --named;
+                const auto first = names.find(node.fileName_);
+                if (first != names.end() && first->second == &node) names.erase(first);
+            }
+            node.memberOf_ = nullptr;
+            members.pop_back();
         }
-        return node;
+    }
+    // Names the next member; false when the whole chain is named.
+    bool NameNext() {
+        if (named == members.size() && !Extend()) return false;
+        MDxFileNameNode* node = members[named++];
+        names.emplace(node->fileName_, node);
+        return true;
     }
 
-    // The one change was right behind the named range, as when a walk hangs new nodes behind the
-    // node that it has reached: the names stand, the end doesn't.
-    bool NamesStand() const {
-        return linkChanges == changes + 1 && lastNamed != nullptr && lastRelinked != nullptr &&
-               (lastRelinked == lastNamed || lastRelinked == lastNamed->next_);
-    }
+    std::vector<MDxFileNameNode*> members;  // never empty but at its end
+    std::size_t named = 0;
+    std::unordered_map<std::basic_string_view<WCHAR>, MDxFileNameNode*> names;  // the first of each
 };
 
 MDxFileNameNode::MDxFileNameNode(const WCHAR* fileName, int type, bool inApp)
@@ -62,7 +70,7 @@ MDxFileNameNode::MDxFileNameNode(const MDxFileNameNode* other)
       records_(other->records_) {}
 
 MDxFileNameNode::~MDxFileNameNode() {
-    if (linked_) NoteChange(nullptr);
+    if (memberOf_ != nullptr) memberOf_->CutAt(position_);
     MDxFileNameNode* node = std::exchange(next_, nullptr);
     while (node != nullptr) {
         if (node->references_ > 1) {
@@ -78,21 +86,13 @@ MDxFileNameNode::~MDxFileNameNode() {
 
 void MDxFileNameNode::SetNextNode(MDxFileNameNode* next) {
     if (next == next_) return;
-    if (next_ != nullptr) NoteChange(this);
+    if (memberOf_ != nullptr) memberOf_->CutAt(position_ + 1);
     next_ = next;
-    linked_ = true;
-    if (next != nullptr) next->linked_ = true;
 }
 
-MDxFileNameNode::ChainIndex& MDxFileNameNode::IndexAsHead() {
-    if (index_ == nullptr) index_ = std::make_unique<ChainIndex>();
-    if (index_->changes == linkChanges) return *index_;
-    if (index_->NamesStand()) {
-        index_->tail = nullptr;
-        index_->changes = linkChanges;
-    } else {
-        *index_ = ChainIndex{};
-    }
+MDxFileNameNode::ChainIndex& MDxFileNameNode::Index() {
+    // An index that was cut at its head has no member left to begin with.
+    if (index_ == nullptr || index_->members.empty()) index_ = std::make_unique<ChainIndex>(*this);
     return *index_;
 }
 
@@ -101,18 +101,17 @@ void MDxFileNameNode::AddFileNode(MDxFileNameNode** head) {
         *head = this;
         return;
     }
-    ChainIndex& index = (*head)->IndexAsHead();
-    if (index.tail == nullptr) index.tail = *head;
-    while (index.tail->next_ != nullptr)
-        index.tail = index.tail->next_;
-    index.tail->SetNextNode(this);
-    index.tail = this;
+    ChainIndex& index = (*head)->Index();
+    while (index.Extend())
+        continue;
+    index.Last().next_ = this;
+    index.Take(*this);
 }
 
 bool MDxFileNameNode::AddFileNodeUnique(MDxFileNameNode** head) {
     if (*head != nullptr) {
-        ChainIndex& index = (*head)->IndexAsHead();
-        while (index.NameNext(**head) != nullptr)
+        ChainIndex& index = (*head)->Index();
+        while (index.NameNext())
             continue;
         if (index.names.count(fileName_) != 0) return false;
     }
@@ -121,11 +120,11 @@ bool MDxFileNameNode::AddFileNodeUnique(MDxFileNameNode** head) {
 }
 
 bool MDxFileNameNode::FindInListToHere(MDxFileNameNode& head) {
-    ChainIndex& index = head.IndexAsHead();
+    ChainIndex& index = head.Index();
     // The first node of a name stands in front of every other; so far as the chain is named.
     for (;;) {
         const auto first = index.names.find(fileName_);
         if (first != index.names.end()) return first->second != this;
-        if (index.NameNext(head) == nullptr) return false;  // not on this chain
+        if (!index.NameNext()) return false;  // not on this chain
     }
 }
