@@ -23,5 +23,5 @@ WText AbsoluteWidePath(const NativePath& path);
 std::string DisplayPath(WTextView path);
 // A file name as a person types it, in the form in which the names of files are compared.
 WText WideNameFromTyped(std::string_view name);
-// The size of the file in bytes; false when it can't be looked at.
+// The size of the file in bytes; false and 0 when it can't be looked at.
 [[nodiscard]] bool FileSize(WTextView path, std::uint64_t& bytes);

@@ -32,6 +32,8 @@ struct DirectoryListing::State {
     std::size_t at = 0;
     std::size_t end = 0;
     bool failed = false;
+    bool ready = false;  // `pending` was found by Open and not given yet
+    Entry pending{};
     WText name;
     WText prefix;  // what stands in front of the star, without the folder
 
@@ -40,7 +42,7 @@ struct DirectoryListing::State {
         if (descriptor >= 0) close(descriptor);
         descriptor = -1;
         at = end = 0;
-        failed = false;
+        failed = ready = false;
     }
     bool Fill();
     void Classify(const KernelEntry& raw, Entry& entry) const;
@@ -98,12 +100,18 @@ bool DirectoryListing::Open(const WCHAR* pattern) {
     if (folder.empty()) folder = ".";
     state_->descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK);
     if (state_->descriptor < 0) {
-        // Windows calls any missing folder of a pattern a missing path.
-        const DWORD error = platform::ErrorFromErrno(errno);
-        SetLastError(error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
+        // Windows calls any missing folder of a pattern a missing path, and tells a file apart.
+        DWORD error = platform::ErrorFromErrno(errno);
+        if (error == ERROR_FILE_NOT_FOUND) error = ERROR_PATH_NOT_FOUND;
+        struct stat status {};
+        folder.resize(folder.find_last_not_of('/') + 1);
+        if (errno == ENOTDIR && stat(folder.c_str(), &status) == 0) error = ERROR_DIRECTORY;
+        SetLastError(error);
         return false;
     }
-    if (state_->Fill()) return true;
+    // Only what is really there can be listed: the first match decides.
+    state_->ready = Next(state_->pending);
+    if (state_->ready) return true;
     const bool failed = state_->failed;
     state_->Close();
     if (!failed) SetLastError(ERROR_FILE_NOT_FOUND);
@@ -112,6 +120,11 @@ bool DirectoryListing::Open(const WCHAR* pattern) {
 
 bool DirectoryListing::Next(Entry& entry) {
     State& state = *state_;
+    if (state.ready) {
+        entry = state.pending;
+        state.ready = false;
+        return true;
+    }
     for (;;) {
         if (state.descriptor < 0) return false;
         if (state.at >= state.end && !state.Fill()) return false;

@@ -6,8 +6,10 @@
 
 inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFFu;
 inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x00000001;
+inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x00000002;
 inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x00000010;
-inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x00000080;
+inline constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x00000020;
+inline constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x00000400;
 
 // INVALID_FILE_ATTRIBUTES and the last error when there is no such path.
 DWORD GetFileAttributesW(LPCWSTR path);
@@ -28,12 +30,12 @@ BOOL PathRemoveFileSpecW(LPWSTR path);
 BOOL PathFileExistsW(LPCWSTR path);
 BOOL PathIsDirectoryW(LPCWSTR path);
 
-// `module` null: the program. Units written; a buffer that is too small is filled, terminated, and
-// the last error is ERROR_INSUFFICIENT_BUFFER.
+// `module` null: the program. Units written, and the last error ERROR_SUCCESS; a buffer that is too
+// small is filled and terminated, with ERROR_INSUFFICIENT_BUFFER.
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD cch);
 inline constexpr DWORD GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT = 0x00000002;
 inline constexpr DWORD GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS = 0x00000004;
-// Only FROM_ADDRESS | UNCHANGED_REFCOUNT: the module that holds `address`. The handle serves
-// GetModuleFileNameW alone.
+// Only FROM_ADDRESS | UNCHANGED_REFCOUNT: the module that holds `address`, the
+// program for null. The handle serves GetModuleFileNameW alone.
 BOOL GetModuleHandleExW(DWORD flags, LPCWSTR address, HMODULE* module);
 DWORD GetCurrentProcessId();

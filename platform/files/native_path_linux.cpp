@@ -31,6 +31,7 @@ WText WideNameFromTyped(std::string_view name) {
 }
 
 bool FileSize(WTextView path, std::uint64_t& bytes) {
+    bytes = 0;
     struct stat status {};
     if (stat(NativePathFromWide(path).c_str(), &status) != 0) return false;
     bytes = static_cast<std::uint64_t>(status.st_size);

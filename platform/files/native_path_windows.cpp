@@ -22,6 +22,7 @@ WText WideNameFromTyped(std::string_view name) {
 }
 
 bool FileSize(WTextView path, std::uint64_t& bytes) {
+    bytes = 0;
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(NativePath(path).c_str(), GetFileExInfoStandard, &data)) return false;
     bytes = (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;

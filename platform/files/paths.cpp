@@ -1,5 +1,6 @@
 // Native build: paths that are looked up in the file system.
 #include <dlfcn.h>
+#include <sys/auxv.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -82,11 +83,22 @@ void AppendComponents(std::vector<WTextView>& components, WTextView path) {
 DWORD GetFileAttributesW(LPCWSTR path) {
     struct stat status {};
     if (!StatPath(path, status)) return INVALID_FILE_ATTRIBUTES;
-    DWORD attributes = S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : 0;
+    const WTextView text(path);
+    const WTextView name = text.substr(text.find_last_of(TEXT("\\/:")) + 1);
+    DWORD attributes = FILE_ATTRIBUTE_ARCHIVE;
+    if (S_ISDIR(status.st_mode)) {
+        struct stat link {};
+        std::string bytes;
+        const bool isLink = platform::PathToBytes(text, bytes) &&
+                            lstat(bytes.c_str(), &link) == 0 && S_ISLNK(link.st_mode);
+        attributes = FILE_ATTRIBUTE_DIRECTORY | (isLink ? FILE_ATTRIBUTE_REPARSE_POINT : 0);
+    }
     if ((status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) {
         attributes |= FILE_ATTRIBUTE_READONLY;
     }
-    return attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL;
+    const bool isDot = name == TEXT(".") || name == TEXT("..");
+    if (!name.empty() && name[0] == '.' && !isDot) attributes |= FILE_ATTRIBUTE_HIDDEN;
+    return attributes;
 }
 
 BOOL PathFileExistsW(LPCWSTR path) {
@@ -104,7 +116,7 @@ BOOL PathIsDirectoryW(LPCWSTR path) {
 BOOL SetCurrentDirectoryW(LPCWSTR path) {
     std::string bytes;
     if (path == nullptr || *path == 0) {
-        SetLastError(path == nullptr ? ERROR_INVALID_NAME : ERROR_PATH_NOT_FOUND);
+        SetLastError(ERROR_INVALID_NAME);
         return FALSE;
     }
     if (!platform::PathToBytes(path, bytes)) return FALSE;
@@ -131,13 +143,14 @@ DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart)
         return 0;
     }
     WTextView text(path);
-    WText drive = TEXT("Z:");
+    WText drive;
     bool rooted = IsSeparator(text[0]);
     if (text.size() >= 2 && text[1] == ':') {
-        drive[0] = static_cast<WCHAR>(text[0] >= 'a' && text[0] <= 'z' ? text[0] - 32 : text[0]);
+        drive = text.substr(0, 2);
         text.remove_prefix(2);
         // Another drive has no current folder here, so its root stands for it.
-        rooted = drive != TEXT("Z:") || (!text.empty() && IsSeparator(text[0]));
+        const bool isOther = drive[0] != 'Z' && drive[0] != 'z';
+        rooted = isOther || (!text.empty() && IsSeparator(text[0]));
     } else if (text.size() >= 2 && rooted && IsSeparator(text[1])) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return 0;
@@ -147,7 +160,7 @@ DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart)
     std::vector<WTextView> components;
     AppendComponents(components, base.empty() ? WTextView() : WTextView(base).substr(2));
     AppendComponents(components, text);
-    WText full = drive;
+    WText full = rooted && !drive.empty() ? drive : TEXT("Z:");
     for (const WTextView name : components) {
         full += static_cast<WCHAR>('\\');
         full += name;
@@ -192,6 +205,7 @@ DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD cch) {
         SetLastError(ERROR_INSUFFICIENT_BUFFER);
         return cch;
     }
+    SetLastError(ERROR_SUCCESS);
     return static_cast<DWORD>(length);
 }
 
@@ -203,7 +217,9 @@ BOOL GetModuleHandleExW(DWORD flags, LPCWSTR address, HMODULE* module) {
         return FALSE;
     }
     Dl_info info{};
-    if (address == nullptr || dladdr(address, &info) == 0) {
+    const void* within = address;
+    if (within == nullptr) within = reinterpret_cast<const void*>(getauxval(AT_ENTRY));
+    if (dladdr(within, &info) == 0) {
         SetLastError(ERROR_MOD_NOT_FOUND);
         return FALSE;
     }

@@ -70,8 +70,9 @@ Libraries& OpenLibraries() {
 
 // The text of a string, as units in the image; empty when there is none.
 std::span<const std::byte> FindString(HINSTANCE module, UINT id) {
+    id &= 0xFFFF;
     const auto library = OpenLibraries().find(module);
-    if (library == OpenLibraries().end() || id > 0xFFFF) {
+    if (library == OpenLibraries().end()) {
         SetLastError(ERROR_RESOURCE_DATA_NOT_FOUND);
         return {};
     }
@@ -101,7 +102,10 @@ HMODULE LoadLibraryExW(LPCWSTR path, HANDLE file, DWORD flags) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return nullptr;
     }
-    if (!platform::PathToBytes(path, bytes)) return nullptr;
+    if (!platform::PathToBytes(path, bytes)) {
+        SetLastError(ERROR_MOD_NOT_FOUND);
+        return nullptr;
+    }
     for (auto& [handle, library] : OpenLibraries()) {
         if (library.path == bytes) {
             ++library.references;

@@ -174,7 +174,7 @@ HWND CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR text, DWORD
     const bool child = (style & WS_CHILD) != 0;
     Window* owner = parent != nullptr ? Windows().Require(parent) : nullptr;
     if (owner == nullptr && (parent != nullptr || child)) {
-        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+        if (parent == nullptr) SetLastError(ERROR_TLW_WITH_WSCHILD);
         return nullptr;
     }
     auto window = std::make_unique<Window>();

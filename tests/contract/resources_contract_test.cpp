@@ -1,0 +1,126 @@
+// The resource library beside the test program and its strings.
+#include <gtest/gtest.h>
+
+#include "resource/string_ids.h"
+#include "tests/contract/contract.h"
+
+namespace {
+
+WText BesideTheProgram(LPCWSTR name) {
+    WCHAR path[1024];
+    GetModuleFileNameW(nullptr, path, 1024);
+    *PathFindFileNameW(path) = 0;
+    return WText(path) + name;
+}
+
+HMODULE Load(const WText& path) {
+    return LoadLibraryExW(path.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+}
+
+TEST(Libraries, LoadAndFree) {
+    const WText path = BesideTheProgram(TEXT("SrRes.dll"));
+    SetLastError(kPoisonError);
+    const HMODULE first = Load(path);
+    ASSERT_NE(nullptr, first);
+    EXPECT_EQ(kPoisonError, GetLastError());
+    EXPECT_EQ(first, Load(path));
+    WCHAR text[8];
+    EXPECT_TRUE(FreeLibrary(first));
+    EXPECT_EQ(3, LoadStringW(first, STR_YES_WORD, text, 8));
+    EXPECT_TRUE(FreeLibrary(first));
+    EXPECT_EQ(0, LoadStringW(first, STR_YES_WORD, text, 8));
+    EXPECT_FALSE(FreeLibrary(first));
+}
+
+TEST(Libraries, RefusedFiles) {
+    struct Row {
+        const char* label;
+        WText path;
+        DWORD error;
+    };
+    const Row rows[] = {
+        {"missing file", BesideTheProgram(TEXT("none.dll")), ERROR_MOD_NOT_FOUND},
+        {"missing folder", BesideTheProgram(TEXT("none\\SrRes.dll")), ERROR_MOD_NOT_FOUND},
+        {"no image", BesideTheProgram(TEXT("..\\CMakeCache.txt")), ERROR_BAD_EXE_FORMAT},
+        {"another drive", TEXT("Q:\\SrRes.dll"), ERROR_MOD_NOT_FOUND},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        SetLastError(kPoisonError);
+        EXPECT_EQ(nullptr, Load(row.path));
+        EXPECT_EQ(row.error, GetLastError());
+    }
+    const HMODULE withCode =
+        LoadLibraryExW(BesideTheProgram(TEXT("SrRes.dll")).c_str(), nullptr, 0);
+    KNOWN_GAP(eGap::native, withCode != nullptr);
+    if (withCode != nullptr) FreeLibrary(withCode);
+    EXPECT_FALSE(FreeLibrary(nullptr));
+}
+
+class Strings : public testing::Test {
+protected:
+    void SetUp() override {
+        library_ = Load(BesideTheProgram(TEXT("SrRes.dll")));
+        ASSERT_NE(nullptr, library_);
+    }
+    void TearDown() override { FreeLibrary(library_); }
+    HMODULE library_ = nullptr;
+};
+
+TEST_F(Strings, BufferSizes) {
+    struct Row {
+        const char* label;
+        UINT id;
+        int cch;
+        int result;
+        LPCWSTR text;  // null: nothing is written
+        DWORD error = kPoisonError;
+        eGap gap = eGap::none;
+    };
+    const Row rows[] = {
+        {"roomy", STR_YES_WORD, 64, 3, TEXT("yes")},
+        {"one more", STR_YES_WORD, 5, 3, TEXT("yes")},
+        {"exact", STR_YES_WORD, 4, 3, TEXT("yes")},
+        {"exact less one", STR_YES_WORD, 3, 2, TEXT("ye")},
+        {"only a terminator", STR_YES_WORD, 1, 0, TEXT(""), kPoisonError, eGap::windows},
+        {"first of its block", 21696 + 4, 64, 6, TEXT("Folder")},
+        {"formats stay", STR_CRITERION_FORMAT, 64, 11, TEXT("%1 %2 %3 %4")},
+        {"absent in a block", STR_YES_WORD + 1, 64, 0, TEXT("")},
+        {"absent block", 1, 64, 0, TEXT(""), ERROR_RESOURCE_NAME_NOT_FOUND, eGap::windows},
+        {"absent block, one unit", 1, 1, 0, TEXT(""), ERROR_RESOURCE_NAME_NOT_FOUND, eGap::windows},
+        {"number 0", 0, 64, 0, TEXT(""), ERROR_RESOURCE_NAME_NOT_FOUND, eGap::windows},
+        {"number of 16 bits", 0xFFFF, 64, 0, TEXT(""), ERROR_RESOURCE_NAME_NOT_FOUND,
+         eGap::windows},
+        {"a number's low 16 bits count", 0x10000 + STR_YES_WORD, 64, 3, TEXT("yes")},
+        {"negative size", STR_YES_WORD, -1, 0, nullptr, kPoisonError, eGap::windows},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        GuardedBuffer buffer(row.cch < 0 ? 0 : static_cast<std::size_t>(row.cch));
+        SetLastError(kPoisonError);
+        const int result = LoadStringW(library_, row.id, buffer.data(), row.cch);
+        const DWORD error = GetLastError();
+        EXPECT_TRUE(buffer.IsGuardWhole());
+        const bool written = row.text == nullptr
+                                 ? buffer.IsUntouched()
+                                 : !buffer.IsUntouched() && buffer.Text() == row.text;
+        KNOWN_GAP(row.gap, result == row.result && error == row.error && written)
+            << result << ", error " << error << ", text " << written;
+    }
+    EXPECT_EQ(0, LoadStringW(library_, STR_YES_WORD, nullptr, 8));
+}
+
+// With the size 0 the text in the library itself is given.
+TEST_F(Strings, InPlace) {
+    LPCWSTR text = Poison<LPCWSTR>();
+    EXPECT_EQ(3, LoadStringW(library_, STR_YES_WORD, reinterpret_cast<LPWSTR>(&text), 0));
+    ASSERT_FALSE(IsPoison(text));
+    EXPECT_EQ(TEXT("yes"), WTextView(text, 3));
+    for (const UINT id : {UINT{1}, UINT{STR_YES_WORD + 1}}) {
+        SCOPED_TRACE(id);
+        text = Poison<LPCWSTR>();
+        EXPECT_EQ(0, LoadStringW(library_, id, reinterpret_cast<LPWSTR>(&text), 0));
+    }
+}
+
+}  // namespace
