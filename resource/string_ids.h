@@ -1,6 +1,6 @@
 // The numbers of everything in the resource library: strings, messages, conditions, file types.
-// A condition's number is the number of its text. Written as macros, since the resource script reads
-// this file as well; controls and templates have their own ranges of the same numbers.
+// A condition's number is the number of its text. Written as macros, since the resource script
+// reads this file as well; controls and templates have their own ranges of the same numbers.
 #pragma once
 
 // Texts of the search and its messages.

@@ -100,8 +100,12 @@ inline bool operator==(const GUID& a, const GUID& b) {
     }
     return true;
 }
-inline bool operator!=(const GUID& a, const GUID& b) { return !(a == b); }
-inline bool IsEqualGUID(REFGUID a, REFGUID b) { return a == b; }
+inline bool operator!=(const GUID& a, const GUID& b) {
+    return !(a == b);
+}
+inline bool IsEqualGUID(REFGUID a, REFGUID b) {
+    return a == b;
+}
 
 struct POINT {
     LONG x;
@@ -118,15 +122,27 @@ struct RECT {
     LONG bottom;
 };
 
-inline constexpr WORD LOWORD(ULONG_PTR value) { return static_cast<WORD>(value & 0xFFFFu); }
-inline constexpr WORD HIWORD(ULONG_PTR value) { return static_cast<WORD>((value >> 16) & 0xFFFFu); }
+inline constexpr WORD LOWORD(ULONG_PTR value) {
+    return static_cast<WORD>(value & 0xFFFFu);
+}
+inline constexpr WORD HIWORD(ULONG_PTR value) {
+    return static_cast<WORD>((value >> 16) & 0xFFFFu);
+}
 inline constexpr ULONG_PTR MAKELONG(WORD low, WORD high) {
     return static_cast<ULONG_PTR>(low) | (static_cast<ULONG_PTR>(high) << 16);
 }
-inline WPARAM MAKEWPARAM(WORD low, WORD high) { return MAKELONG(low, high); }
-inline LPARAM MAKELPARAM(WORD low, WORD high) { return static_cast<LPARAM>(MAKELONG(low, high)); }
-inline LPCWSTR MAKEINTRESOURCEW(ULONG_PTR id) { return reinterpret_cast<LPCWSTR>(id & 0xFFFFu); }
-inline bool IS_INTRESOURCE(LPCWSTR name) { return (reinterpret_cast<ULONG_PTR>(name) >> 16) == 0; }
+inline WPARAM MAKEWPARAM(WORD low, WORD high) {
+    return MAKELONG(low, high);
+}
+inline LPARAM MAKELPARAM(WORD low, WORD high) {
+    return static_cast<LPARAM>(MAKELONG(low, high));
+}
+inline LPCWSTR MAKEINTRESOURCEW(ULONG_PTR id) {
+    return reinterpret_cast<LPCWSTR>(id & 0xFFFFu);
+}
+inline bool IS_INTRESOURCE(LPCWSTR name) {
+    return (reinterpret_cast<ULONG_PTR>(name) >> 16) == 0;
+}
 
 // Error codes of the calls that the layer offers, with their values on Windows.
 inline constexpr DWORD ERROR_SUCCESS = 0;
@@ -174,7 +190,9 @@ inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
 inline constexpr DWORD ERROR_MOD_NOT_FOUND = 126;
 inline constexpr DWORD ERROR_BAD_EXE_FORMAT = 193;
 
-inline constexpr HRESULT SrHresult(std::uint32_t value) { return static_cast<HRESULT>(value); }
+inline constexpr HRESULT SrHresult(std::uint32_t value) {
+    return static_cast<HRESULT>(value);
+}
 inline constexpr HRESULT S_OK = 0;
 inline constexpr HRESULT S_FALSE = 1;
 inline constexpr HRESULT E_NOTIMPL = SrHresult(0x80004001u);
@@ -205,8 +223,12 @@ inline constexpr HRESULT CLASS_E_NOAGGREGATION = SrHresult(0x80040110u);
 inline constexpr HRESULT CLASS_E_CLASSNOTAVAILABLE = SrHresult(0x80040111u);
 inline constexpr HRESULT CO_E_CLASSSTRING = SrHresult(0x800401F3u);
 inline constexpr HRESULT MK_E_UNAVAILABLE = SrHresult(0x800401E3u);
-inline constexpr bool SUCCEEDED(HRESULT status) { return status >= 0; }
-inline constexpr bool FAILED(HRESULT status) { return status < 0; }
+inline constexpr bool SUCCEEDED(HRESULT status) {
+    return status >= 0;
+}
+inline constexpr bool FAILED(HRESULT status) {
+    return status < 0;
+}
 inline constexpr HRESULT HRESULT_FROM_WIN32(DWORD error) {
     return error == 0 ? S_OK : SrHresult((error & 0xFFFFu) | 0x80070000u);
 }
