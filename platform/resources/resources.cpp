@@ -13,6 +13,7 @@
 #include <string>
 
 #include "platform/files/path_mapping.h"
+#include "platform/resources/library.h"
 #include "platform/resources/resource_image.h"
 
 namespace {
@@ -71,17 +72,9 @@ Libraries& OpenLibraries() {
 // The text of a string, as units in the image; empty when there is none.
 std::span<const std::byte> FindString(HINSTANCE module, UINT id) {
     id &= 0xFFFF;
-    const auto library = OpenLibraries().find(module);
-    if (library == OpenLibraries().end()) {
-        SetLastError(ERROR_RESOURCE_DATA_NOT_FOUND);
-        return {};
-    }
     std::span<const std::byte> block =
-        library->second.image.Find(platform::kResourceString, id / kStringsInBlock + 1);
-    if (block.empty()) {
-        SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
-        return {};
-    }
+        platform::FindLibraryResource(module, platform::kResourceString, id / kStringsInBlock + 1);
+    if (block.empty()) return {};
     const auto length = [&block]() -> std::size_t {
         return 2 * (std::to_integer<std::size_t>(block[0]) |
                     (std::to_integer<std::size_t>(block[1]) << 8));
@@ -95,6 +88,18 @@ std::span<const std::byte> FindString(HINSTANCE module, UINT id) {
 }
 
 }  // namespace
+
+std::span<const std::byte> platform::FindLibraryResource(HINSTANCE module, std::uint32_t type,
+                                                         std::uint32_t id) {
+    const auto library = OpenLibraries().find(module);
+    if (library == OpenLibraries().end()) {
+        SetLastError(ERROR_RESOURCE_DATA_NOT_FOUND);
+        return {};
+    }
+    const std::span<const std::byte> found = library->second.image.Find(type, id);
+    if (found.empty()) SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
+    return found;
+}
 
 HMODULE LoadLibraryExW(LPCWSTR path, HANDLE file, DWORD flags) {
     std::string bytes;

@@ -1,250 +1,260 @@
-// Native build: windows made with CreateWindowExW, their texts and the state of their controls.
-#include "platform/windows/windows_api.h"
-
-#include <algorithm>
-#include <map>
-#include <memory>
+// Native build: windows by their handles: making them, their state, place and text.
 #include <utility>
-#include <vector>
 
-#include "platform/wtext.h"
+#include "platform/windows/window_object.h"
+
+using platform::FindWindowObject;
+using platform::RequireWindow;
 
 namespace {
 
-enum class eClass { Static, Button, Edit, ComboBox };
+HWND focus = nullptr;
 
-struct Window {
-    eClass kind;
-    HWND parent;
-    int id;
-    bool enabled;
-    bool child;
-    RECT rect;
-    WText text;
-    WPARAM check = BST_UNCHECKED;
-    std::vector<WText> items;
-    LRESULT selected = CB_ERR;
-    std::vector<HWND> children;
-};
-
-class WindowTable {
-public:
-    HWND Add(std::unique_ptr<Window> window) {
-        // Handles are numbers, never addresses, so that a stale one is told from a live one.
-        nextHandle_ += 2;
-        const auto handle = reinterpret_cast<HWND>(nextHandle_);
-        windows_[handle] = std::move(window);
-        return handle;
+// The screen position of the window's parent's client area.
+POINT OriginOf(const platform::Window& window) {
+    POINT origin = {0, 0};
+    const platform::Window* at = &window;
+    std::shared_ptr<platform::Window> parent;
+    while (at->IsChild()) {
+        parent = FindWindowObject(at->parent);
+        if (parent == nullptr) break;
+        origin.x += parent->place.left;
+        origin.y += parent->place.top;
+        at = parent.get();
     }
-    Window* Find(HWND handle) {
-        const auto found = windows_.find(handle);
-        return found != windows_.end() ? found->second.get() : nullptr;
-    }
-    // As Find; sets the last error when there is no such window.
-    Window* Require(HWND handle) {
-        Window* window = Find(handle);
-        if (window == nullptr) SetLastError(ERROR_INVALID_WINDOW_HANDLE);
-        return window;
-    }
-    void Remove(HWND handle) {
-        const std::unique_ptr<Window> window = std::move(windows_[handle]);
-        windows_.erase(handle);
-        for (const HWND child : window->children)
-            Remove(child);
-    }
-
-private:
-    ULONG_PTR nextHandle_ = 0x10000;
-    std::map<HWND, std::unique_ptr<Window>> windows_;
-};
-
-WindowTable& Windows() {
-    static WindowTable table;
-    return table;
+    return origin;
 }
 
-bool ClassFromName(LPCWSTR name, eClass& kind) {
-    static constexpr struct {
-        const WCHAR* name;
-        eClass kind;
-    } kClasses[] = {{TEXT("Static"), eClass::Static},
-                    {TEXT("Button"), eClass::Button},
-                    {TEXT("Edit"), eClass::Edit},
-                    {TEXT("ComboBox"), eClass::ComboBox}};
-    if (name == nullptr || IS_INTRESOURCE(name)) return false;
-    for (const auto& row : kClasses) {
-        if (wtext::EqualsAsciiFold(name, row.name)) {
-            kind = row.kind;
-            return true;
-        }
-    }
-    return false;
+void Place(platform::Window& window, const RECT& place) {
+    const bool sized = place.right - place.left != window.place.right - window.place.left ||
+                       place.bottom - place.top != window.place.bottom - window.place.top;
+    window.place = place;
+    if (!sized) return;
+    SendMessageW(window.handle, WM_SIZE, 0,
+                 MAKELPARAM(static_cast<WORD>(place.right - place.left),
+                            static_cast<WORD>(place.bottom - place.top)));
 }
 
-LRESULT CopyText(const WText& text, WPARAM cch, LPARAM buffer) {
-    if (cch == 0 || buffer == 0) return 0;
-    auto* out = reinterpret_cast<LPWSTR>(buffer);
-    const std::size_t length = std::min<std::size_t>(text.size(), cch - 1);
-    text.copy(out, length);
-    out[length] = 0;
-    return static_cast<LRESULT>(length);
-}
-
-LRESULT SendToButton(Window& window, UINT message, WPARAM wParam) {
-    if (message == BM_GETCHECK) return static_cast<LRESULT>(window.check);
-    if (message == BM_SETCHECK) window.check = wParam;
-    return 0;
-}
-
-LRESULT InsertItem(Window& window, std::size_t at, LPARAM text) {
-    if (text == 0 || at > window.items.size()) return CB_ERR;
-    window.items.emplace(window.items.begin() + static_cast<std::ptrdiff_t>(at),
-                         reinterpret_cast<LPCWSTR>(text));
-    if (window.selected >= static_cast<LRESULT>(at)) ++window.selected;
-    return static_cast<LRESULT>(at);
-}
-
-LRESULT DeleteItem(Window& window, WPARAM at) {
-    if (at >= window.items.size()) return CB_ERR;
-    window.items.erase(window.items.begin() + static_cast<std::ptrdiff_t>(at));
-    if (window.selected == static_cast<LRESULT>(at)) {
-        window.selected = CB_ERR;
-    } else if (window.selected > static_cast<LRESULT>(at)) {
-        --window.selected;
-    }
-    return static_cast<LRESULT>(window.items.size());
-}
-
-LRESULT SelectItem(Window& window, WPARAM at) {
-    if (at >= window.items.size()) {
-        window.selected = CB_ERR;
-        window.text.clear();
-        return CB_ERR;
-    }
-    window.selected = static_cast<LRESULT>(at);
-    window.text = window.items[at];
-    return window.selected;
-}
-
-LRESULT SendToComboBox(Window& window, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case CB_ADDSTRING:
-            return InsertItem(window, window.items.size(), lParam);
-        case CB_INSERTSTRING:
-            return InsertItem(
-                window, wParam == static_cast<WPARAM>(-1) ? window.items.size() : wParam, lParam);
-        case CB_DELETESTRING:
-            return DeleteItem(window, wParam);
-        case CB_GETCOUNT:
-            return static_cast<LRESULT>(window.items.size());
-        case CB_GETCURSEL:
-            return window.selected;
-        case CB_SETCURSEL:
-            return SelectItem(window, wParam);
-        case CB_GETLBTEXTLEN:
-            return wParam < window.items.size() ? static_cast<LRESULT>(window.items[wParam].size())
-                                                : CB_ERR;
-        case CB_GETLBTEXT:
-            if (wParam >= window.items.size()) return CB_ERR;
-            return CopyText(window.items[wParam], window.items[wParam].size() + 1, lParam);
-        case CB_RESETCONTENT:
-            window.items.clear();
-            window.text.clear();
-            window.selected = CB_ERR;
-            return 1;
+// Where a number of the window is kept; null and the last error for none that the layer knows.
+LONG_PTR* NumberAt(platform::Window& window, int index) {
+    switch (index) {
+        case GWLP_USERDATA:
+            return &window.userData;
+        case GWLP_ID:
+            return &window.id;
         default:
-            return 0;
+            SetLastError(ERROR_INVALID_INDEX);
+            return nullptr;
     }
 }
 
 }  // namespace
 
+void platform::ForgetFocusOf(HWND window) {
+    if (focus == window) focus = nullptr;
+}
+
 HWND CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x,
                      int y, int width, int height, HWND parent, HMENU menuOrId, HINSTANCE,
                      LPVOID parameter) {
-    eClass kind{};
-    if (extendedStyle != 0 || parameter != nullptr) {
+    if (extendedStyle != 0 || parameter != nullptr || className == nullptr ||
+        IS_INTRESOURCE(className)) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return nullptr;
     }
-    if (!ClassFromName(className, kind)) {
-        SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
-        return nullptr;
-    }
-    const bool child = (style & WS_CHILD) != 0;
-    Window* owner = parent != nullptr ? Windows().Require(parent) : nullptr;
-    if (owner == nullptr && (parent != nullptr || child)) {
-        if (parent == nullptr) SetLastError(ERROR_TLW_WITH_WSCHILD);
-        return nullptr;
-    }
-    auto window = std::make_unique<Window>();
-    window->kind = kind;
-    window->parent = parent;
-    window->child = child;
-    window->id = child ? static_cast<int>(reinterpret_cast<ULONG_PTR>(menuOrId)) : 0;
-    window->enabled = (style & WS_DISABLED) == 0;
-    const LONG left = child && owner != nullptr ? owner->rect.left : 0;
-    const LONG top = child && owner != nullptr ? owner->rect.top : 0;
-    window->rect = {left + x, top + y, left + x + width, top + y + height};
-    if (text != nullptr && kind != eClass::ComboBox) window->text = text;
-    const HWND handle = Windows().Add(std::move(window));
-    if (owner != nullptr) owner->children.push_back(handle);
-    return handle;
+    const auto window =
+        platform::MakeWindow({className, text, style, x, y, width, height, parent,
+                              static_cast<INT_PTR>(reinterpret_cast<ULONG_PTR>(menuOrId))});
+    return window != nullptr ? window->handle : nullptr;
 }
 
-BOOL DestroyWindow(HWND window) {
-    Window* found = Windows().Require(window);
-    if (found == nullptr) return FALSE;
-    if (Window* parent = Windows().Find(found->parent)) std::erase(parent->children, window);
-    Windows().Remove(window);
-    return TRUE;
+HWND GetParent(HWND window) {
+    const auto found = RequireWindow(window);
+    return found != nullptr && (found->IsChild() || found->Has(WS_POPUP)) ? found->parent : nullptr;
 }
 
-BOOL IsWindow(HWND window) {
-    return Windows().Find(window) != nullptr;
+int GetDlgCtrlID(HWND window) {
+    const auto found = RequireWindow(window);
+    return found != nullptr ? static_cast<int>(found->id) : 0;
 }
 
 BOOL EnableWindow(HWND window, BOOL enable) {
-    Window* found = Windows().Require(window);
+    const auto found = RequireWindow(window);
     if (found == nullptr) return FALSE;
-    const bool wasDisabled = !found->enabled;
-    found->enabled = enable != FALSE;
+    const bool wasDisabled = found->Has(WS_DISABLED);
+    if (enable != FALSE && wasDisabled) {
+        found->style &= ~WS_DISABLED;
+        SendMessageW(window, WM_ENABLE, TRUE, 0);
+    } else if (enable == FALSE && !wasDisabled) {
+        found->style |= WS_DISABLED;
+        if (focus == window) SetFocus(nullptr);
+        SendMessageW(window, WM_ENABLE, FALSE, 0);
+    }
     return wasDisabled;
 }
 
 BOOL IsWindowEnabled(HWND window) {
-    Window* found = Windows().Require(window);
-    return found != nullptr && found->enabled;
+    const auto found = RequireWindow(window);
+    return found != nullptr && !found->Has(WS_DISABLED);
+}
+
+BOOL ShowWindow(HWND window, int show) {
+    const auto found = RequireWindow(window);
+    if (found == nullptr) return FALSE;
+    if (show != SW_HIDE && show != SW_SHOWNORMAL && show != SW_SHOW) {
+        SetLastError(ERROR_NOT_SUPPORTED);
+        return FALSE;
+    }
+    const bool wasVisible = found->Has(WS_VISIBLE);
+    if (show != SW_HIDE) {
+        found->style |= WS_VISIBLE;
+    } else {
+        found->style &= ~WS_VISIBLE;
+        if (wasVisible && focus != nullptr && platform::IsWithin(focus, window)) {
+            SetFocus(found->IsChild() ? found->parent : nullptr);
+        }
+    }
+    return wasVisible;
+}
+
+BOOL IsWindowVisible(HWND window) {
+    auto found = RequireWindow(window);
+    while (found != nullptr) {
+        if (!found->Has(WS_VISIBLE)) return FALSE;
+        if (!found->IsChild()) return TRUE;
+        found = FindWindowObject(found->parent);
+    }
+    return FALSE;
+}
+
+HWND SetFocus(HWND window) {
+    if (window == focus) return focus;
+    if (window != nullptr) {
+        auto at = RequireWindow(window);
+        if (at == nullptr) return nullptr;
+        // A disabled window takes no focus, nor does anything within it.
+        while (at != nullptr) {
+            if (at->Has(WS_DISABLED)) return nullptr;
+            at = at->IsChild() ? FindWindowObject(at->parent) : nullptr;
+        }
+    }
+    const HWND earlier = std::exchange(focus, window);
+    if (earlier != nullptr) {
+        SendMessageW(earlier, WM_KILLFOCUS, reinterpret_cast<WPARAM>(window), 0);
+    }
+    // The one who lost it may have moved it on.
+    if (window != nullptr && focus == window) {
+        SendMessageW(window, WM_SETFOCUS, reinterpret_cast<WPARAM>(earlier), 0);
+    }
+    return earlier;
+}
+
+HWND GetFocus() {
+    return focus;
+}
+
+LONG_PTR GetWindowLongPtrW(HWND window, int index) {
+    const auto found = RequireWindow(window);
+    if (found == nullptr) return 0;
+    if (index == GWL_STYLE) return static_cast<LONG_PTR>(found->style);
+    if (found->IsDialog() && index >= 0) return platform::GetDialogNumber(*found, index);
+    const LONG_PTR* number = NumberAt(*found, index);
+    return number != nullptr ? *number : 0;
+}
+
+LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value) {
+    const auto found = RequireWindow(window);
+    if (found == nullptr) return 0;
+    if (index == GWL_STYLE) {
+        return static_cast<LONG_PTR>(std::exchange(found->style, static_cast<DWORD>(value)));
+    }
+    if (found->IsDialog() && index >= 0) return platform::SetDialogNumber(*found, index, value);
+    LONG_PTR* number = NumberAt(*found, index);
+    return number != nullptr ? std::exchange(*number, value) : 0;
+}
+
+BOOL SetWindowContextHelpId(HWND window, DWORD id) {
+    const auto found = RequireWindow(window);
+    if (found == nullptr) return FALSE;
+    found->helpId = id;
+    return TRUE;
+}
+
+DWORD GetWindowContextHelpId(HWND window) {
+    const auto found = RequireWindow(window);
+    return found != nullptr ? found->helpId : 0;
+}
+
+BOOL GetWindowRect(HWND window, RECT* rect) {
+    const auto found = RequireWindow(window);
+    if (found == nullptr) return FALSE;
+    const POINT origin = OriginOf(*found);
+    *rect = {origin.x + found->place.left, origin.y + found->place.top,
+             origin.x + found->place.right, origin.y + found->place.bottom};
+    return TRUE;
+}
+
+BOOL GetClientRect(HWND window, RECT* rect) {
+    const auto found = RequireWindow(window);
+    if (found == nullptr) return FALSE;
+    *rect = {0, 0, found->place.right - found->place.left, found->place.bottom - found->place.top};
+    return TRUE;
+}
+
+BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL) {
+    const auto found = RequireWindow(window);
+    if (found == nullptr) return FALSE;
+    Place(*found, {x, y, x + (width > 0 ? width : 0), y + (height > 0 ? height : 0)});
+    return TRUE;
+}
+
+BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
+    const auto found = RequireWindow(window);
+    if (found == nullptr) return FALSE;
+    constexpr UINT kKnown = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
+    if ((flags & SWP_NOZORDER) == 0 || (flags & ~kKnown) != 0) {
+        SetLastError(ERROR_NOT_SUPPORTED);
+        return FALSE;
+    }
+    const RECT& old = found->place;
+    const int left = (flags & SWP_NOMOVE) != 0 ? old.left : x;
+    const int top = (flags & SWP_NOMOVE) != 0 ? old.top : y;
+    const int across = (flags & SWP_NOSIZE) != 0 ? old.right - old.left : width;
+    const int down = (flags & SWP_NOSIZE) != 0 ? old.bottom - old.top : height;
+    return MoveWindow(window, left, top, across, down, FALSE);
+}
+
+BOOL InvalidateRect(HWND window, const RECT*, BOOL) {
+    return RequireWindow(window) != nullptr;
+}
+
+BOOL UpdateWindow(HWND window) {
+    return RequireWindow(window) != nullptr;
+}
+
+BOOL SetWindowTextW(HWND window, LPCWSTR text) {
+    return static_cast<BOOL>(SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)));
+}
+
+int GetWindowTextW(HWND window, LPWSTR buffer, int cch) {
+    if (buffer == nullptr || cch <= 0) return 0;
+    *buffer = 0;
+    return static_cast<int>(SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(cch),
+                                         reinterpret_cast<LPARAM>(buffer)));
+}
+
+int GetWindowTextLengthW(HWND window) {
+    return static_cast<int>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0));
 }
 
 HWND GetDlgItem(HWND dialog, int id) {
-    Window* found = Windows().Require(dialog);
+    const auto found = RequireWindow(dialog);
     if (found == nullptr) return nullptr;
     for (const HWND child : found->children) {
-        const Window* control = Windows().Find(child);
-        if (control->child && control->id == id) return child;
+        if (FindWindowObject(child)->id == id) return child;
     }
     SetLastError(ERROR_CONTROL_ID_NOT_FOUND);
     return nullptr;
-}
-
-LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    Window* found = Windows().Require(window);
-    if (found == nullptr) return 0;
-    switch (message) {
-        case WM_SETTEXT:
-            found->text = lParam != 0 ? reinterpret_cast<LPCWSTR>(lParam) : TEXT("");
-            return TRUE;
-        case WM_GETTEXT:
-            return CopyText(found->text, wParam, lParam);
-        case WM_GETTEXTLENGTH:
-            return static_cast<LRESULT>(found->text.size());
-        default:
-            break;
-    }
-    if (found->kind == eClass::Button) return SendToButton(*found, message, wParam);
-    if (found->kind == eClass::ComboBox) return SendToComboBox(*found, message, wParam, lParam);
-    return 0;
 }
 
 LRESULT SendDlgItemMessageW(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -262,13 +272,6 @@ UINT GetDlgItemTextW(HWND dialog, int id, LPWSTR buffer, int cch) {
 BOOL SetDlgItemTextW(HWND dialog, int id, LPCWSTR text) {
     return static_cast<BOOL>(
         SendDlgItemMessageW(dialog, id, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)));
-}
-
-BOOL GetWindowRect(HWND window, RECT* rect) {
-    const Window* found = Windows().Require(window);
-    if (found == nullptr) return FALSE;
-    *rect = found->rect;
-    return TRUE;
 }
 
 HCURSOR LoadCursorW(HINSTANCE module, LPCWSTR name) {

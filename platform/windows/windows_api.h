@@ -1,34 +1,184 @@
-// Native build: windows and controls under their Windows names. Nothing is drawn: a window is its
-// class, its place in the tree, its text and the state of its control.
+// Native build: windows, messages and dialogs under their Windows names. Nothing is drawn: a window
+// is its class, its place in the tree, its text and the state of its control. All windows belong to
+// one thread, which alone calls these functions. The controls' messages stand in controls_api.h.
 #pragma once
 
 #include "platform/base/types.h"
 
-inline constexpr DWORD WS_CHILD = 0x40000000;
-inline constexpr DWORD WS_POPUP = 0x80000000;
-inline constexpr DWORD WS_DISABLED = 0x08000000;
-inline constexpr DWORD BS_AUTOCHECKBOX = 0x00000003;
-inline constexpr DWORD BS_AUTORADIOBUTTON = 0x00000009;
-inline constexpr DWORD CBS_DROPDOWN = 0x00000002;
-inline constexpr DWORD CBS_DROPDOWNLIST = 0x00000003;
+using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+using TIMERPROC = void(CALLBACK*)(HWND, UINT, UINT_PTR, DWORD);
+using HOOKPROC = LRESULT(CALLBACK*)(int, WPARAM, LPARAM);
+struct HHOOK__;
+using HHOOK = HHOOK__*;
 
+inline constexpr DWORD WS_POPUP = 0x80000000;
+inline constexpr DWORD WS_CHILD = 0x40000000;
+inline constexpr DWORD WS_VISIBLE = 0x10000000;
+inline constexpr DWORD WS_DISABLED = 0x08000000;
+inline constexpr DWORD WS_CAPTION = 0x00C00000;
+inline constexpr DWORD WS_BORDER = 0x00800000;
+inline constexpr DWORD WS_VSCROLL = 0x00200000;
+inline constexpr DWORD WS_SYSMENU = 0x00080000;
+inline constexpr DWORD WS_GROUP = 0x00020000;
+inline constexpr DWORD WS_TABSTOP = 0x00010000;
+inline constexpr DWORD DS_SETFONT = 0x00000040;
+inline constexpr DWORD DS_MODALFRAME = 0x00000080;
+inline constexpr DWORD DS_NOFAILCREATE = 0x00000010;
+inline constexpr DWORD DS_CONTROL = 0x00000400;
+
+inline constexpr UINT WM_DESTROY = 0x0002;
+inline constexpr UINT WM_SIZE = 0x0005;
+inline constexpr UINT WM_SETFOCUS = 0x0007;
+inline constexpr UINT WM_KILLFOCUS = 0x0008;
+inline constexpr UINT WM_ENABLE = 0x000A;
+inline constexpr UINT WM_SETREDRAW = 0x000B;
 inline constexpr UINT WM_SETTEXT = 0x000C;
 inline constexpr UINT WM_GETTEXT = 0x000D;
 inline constexpr UINT WM_GETTEXTLENGTH = 0x000E;
-inline constexpr UINT BM_GETCHECK = 0x00F0;
-inline constexpr UINT BM_SETCHECK = 0x00F1;
-inline constexpr WPARAM BST_UNCHECKED = 0;
-inline constexpr WPARAM BST_CHECKED = 1;
-inline constexpr UINT CB_ADDSTRING = 0x0143;
-inline constexpr UINT CB_DELETESTRING = 0x0144;
-inline constexpr UINT CB_GETCOUNT = 0x0146;
-inline constexpr UINT CB_GETCURSEL = 0x0147;
-inline constexpr UINT CB_GETLBTEXT = 0x0148;
-inline constexpr UINT CB_GETLBTEXTLEN = 0x0149;
-inline constexpr UINT CB_INSERTSTRING = 0x014A;
-inline constexpr UINT CB_RESETCONTENT = 0x014B;
-inline constexpr UINT CB_SETCURSEL = 0x014E;
-inline constexpr LRESULT CB_ERR = -1;
+inline constexpr UINT WM_CLOSE = 0x0010;
+inline constexpr UINT WM_QUIT = 0x0012;
+inline constexpr UINT WM_NEXTDLGCTL = 0x0028;
+inline constexpr UINT WM_NOTIFY = 0x004E;
+inline constexpr UINT WM_GETDLGCODE = 0x0087;
+inline constexpr UINT WM_KEYDOWN = 0x0100;
+inline constexpr UINT WM_KEYUP = 0x0101;
+inline constexpr UINT WM_CHAR = 0x0102;
+inline constexpr UINT WM_SYSCHAR = 0x0106;
+inline constexpr UINT WM_INITDIALOG = 0x0110;
+inline constexpr UINT WM_COMMAND = 0x0111;
+inline constexpr UINT WM_TIMER = 0x0113;
+inline constexpr UINT WM_USER = 0x0400;
+inline constexpr UINT WM_APP = 0x8000;
+inline constexpr UINT DM_GETDEFID = WM_USER;
+inline constexpr UINT DM_SETDEFID = WM_USER + 1;
+inline constexpr WORD DC_HASDEFID = 0x534B;
+inline constexpr LRESULT DLGC_WANTARROWS = 0x0001;
+inline constexpr LRESULT DLGC_WANTTAB = 0x0002;
+inline constexpr LRESULT DLGC_HASSETSEL = 0x0008;
+inline constexpr LRESULT DLGC_DEFPUSHBUTTON = 0x0010;
+inline constexpr LRESULT DLGC_UNDEFPUSHBUTTON = 0x0020;
+inline constexpr LRESULT DLGC_RADIOBUTTON = 0x0040;
+inline constexpr LRESULT DLGC_WANTCHARS = 0x0080;
+inline constexpr LRESULT DLGC_STATIC = 0x0100;
+inline constexpr LRESULT DLGC_BUTTON = 0x2000;
+
+inline constexpr WPARAM VK_BACK = 0x08;
+inline constexpr WPARAM VK_TAB = 0x09;
+inline constexpr WPARAM VK_RETURN = 0x0D;
+inline constexpr WPARAM VK_ESCAPE = 0x1B;
+inline constexpr WPARAM VK_SPACE = 0x20;
+inline constexpr WPARAM VK_PRIOR = 0x21;
+inline constexpr WPARAM VK_NEXT = 0x22;
+inline constexpr WPARAM VK_END = 0x23;
+inline constexpr WPARAM VK_HOME = 0x24;
+inline constexpr WPARAM VK_LEFT = 0x25;
+inline constexpr WPARAM VK_UP = 0x26;
+inline constexpr WPARAM VK_RIGHT = 0x27;
+inline constexpr WPARAM VK_DOWN = 0x28;
+
+inline constexpr int GWLP_ID = -12;
+inline constexpr int GWL_STYLE = -16;
+inline constexpr int GWLP_USERDATA = -21;
+inline constexpr int DWLP_MSGRESULT = 0;
+inline constexpr int DWLP_DLGPROC = 8;
+inline constexpr int DWLP_USER = 16;
+
+HWND CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x,
+                     int y, int width, int height, HWND parent, HMENU menuOrId, HINSTANCE instance,
+                     LPVOID parameter);
+BOOL DestroyWindow(HWND window);
+BOOL IsWindow(HWND window);
+HWND GetParent(HWND window);
+int GetDlgCtrlID(HWND window);
+BOOL EnableWindow(HWND window, BOOL enable);
+BOOL IsWindowEnabled(HWND window);
+inline constexpr int SW_HIDE = 0;
+inline constexpr int SW_SHOWNORMAL = 1;
+inline constexpr int SW_SHOW = 5;
+// True when the window was visible before. Only the three values above.
+BOOL ShowWindow(HWND window, int show);
+// Visible, and its parents as well.
+BOOL IsWindowVisible(HWND window);
+HWND SetFocus(HWND window);
+HWND GetFocus();
+LONG_PTR GetWindowLongPtrW(HWND window, int index);
+LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value);
+BOOL SetWindowContextHelpId(HWND window, DWORD id);
+DWORD GetWindowContextHelpId(HWND window);
+
+BOOL GetWindowRect(HWND window, RECT* rect);
+BOOL GetClientRect(HWND window, RECT* rect);
+BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
+inline constexpr UINT SWP_NOSIZE = 0x0001;
+inline constexpr UINT SWP_NOMOVE = 0x0002;
+inline constexpr UINT SWP_NOZORDER = 0x0004;
+inline constexpr UINT SWP_NOACTIVATE = 0x0010;
+// Only with SWP_NOZORDER.
+BOOL SetWindowPos(HWND window, HWND behind, int x, int y, int width, int height, UINT flags);
+// There is nothing to draw: these tell whether there is such a window.
+BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
+BOOL UpdateWindow(HWND window);
+
+BOOL SetWindowTextW(HWND window, LPCWSTR text);
+int GetWindowTextW(HWND window, LPWSTR buffer, int cch);
+int GetWindowTextLengthW(HWND window);
+
+HWND GetDlgItem(HWND dialog, int id);
+LRESULT SendDlgItemMessageW(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
+UINT GetDlgItemTextW(HWND dialog, int id, LPWSTR buffer, int cch);
+BOOL SetDlgItemTextW(HWND dialog, int id, LPCWSTR text);
+
+struct MSG {
+    HWND hwnd;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    DWORD time;
+    POINT pt;
+};
+inline constexpr UINT PM_NOREMOVE = 0x0000;
+inline constexpr UINT PM_REMOVE = 0x0001;
+LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+void PostQuitMessage(int exitCode);
+BOOL PeekMessageW(MSG* message, HWND window, UINT first, UINT last, UINT flags);
+// Waits for timers; where nothing could ever come (nothing posted, no timer) it is -1 with
+// ERROR_NO_MORE_ITEMS, since nobody sits at a keyboard here.
+BOOL GetMessageW(MSG* message, HWND window, UINT first, UINT last);
+// There is no keyboard whose layout gives characters: tells only whether it was a key.
+BOOL TranslateMessage(const MSG* message);
+LRESULT DispatchMessageW(const MSG* message);
+UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT ms, TIMERPROC procedure);
+BOOL KillTimer(HWND window, UINT_PTR id);
+
+inline constexpr int WH_GETMESSAGE = 3;
+inline constexpr int HC_ACTION = 0;
+DWORD GetCurrentThreadId();
+// Only WH_GETMESSAGE of the calling thread.
+HHOOK SetWindowsHookExW(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread);
+BOOL UnhookWindowsHookEx(HHOOK hook);
+LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam);
+
+// Dialogs from extended templates (DIALOGEX). A unit is a quarter of 6 pixels across and an eighth
+// of 13 down where the template names a font, of 7 and 16 where it names none.
+struct DLGTEMPLATE;
+using LPCDLGTEMPLATEW = const DLGTEMPLATE*;
+// Null (-1 for the modal ones) and the last error when the library has no sound template of this
+// number, or a control's class is unknown and the dialog lacks DS_NOFAILCREATE.
+HWND CreateDialogParamW(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure,
+                        LPARAM parameter);
+INT_PTR DialogBoxParamW(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
+                        LPARAM parameter);
+// The caller vouches that the template is whole.
+HWND CreateDialogIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW dialogTemplate, HWND parent,
+                                DLGPROC procedure, LPARAM parameter);
+INT_PTR DialogBoxIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW dialogTemplate, HWND owner,
+                                DLGPROC procedure, LPARAM parameter);
+BOOL EndDialog(HWND dialog, INT_PTR result);
+BOOL IsDialogMessageW(HWND dialog, MSG* message);
+BOOL MapDialogRect(HWND dialog, RECT* rect);
+HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
+HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
 
 inline constexpr int IDOK = 1;
 inline constexpr int IDCANCEL = 2;
@@ -42,20 +192,6 @@ inline constexpr UINT MB_ICONQUESTION = 0x00000020;
 inline constexpr UINT MB_ICONWARNING = 0x00000030;
 inline constexpr UINT MB_ICONINFORMATION = 0x00000040;
 
-HWND CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x,
-                     int y, int width, int height, HWND parent, HMENU menuOrId, HINSTANCE instance,
-                     LPVOID parameter);
-BOOL DestroyWindow(HWND window);
-BOOL IsWindow(HWND window);
-BOOL EnableWindow(HWND window, BOOL enable);
-BOOL IsWindowEnabled(HWND window);
-HWND GetDlgItem(HWND dialog, int id);
-LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-LRESULT SendDlgItemMessageW(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
-UINT GetDlgItemTextW(HWND dialog, int id, LPWSTR buffer, int cch);
-BOOL SetDlgItemTextW(HWND dialog, int id, LPCWSTR text);
-BOOL GetWindowRect(HWND window, RECT* rect);
-
 // Asks the desk (desk.h): the answer of the person behind the program.
 int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 
@@ -63,13 +199,3 @@ inline LPCWSTR const IDC_ARROW = MAKEINTRESOURCEW(32512);
 inline LPCWSTR const IDC_WAIT = MAKEINTRESOURCEW(32514);
 HCURSOR LoadCursorW(HINSTANCE module, LPCWSTR name);
 HCURSOR SetCursor(HCURSOR cursor);
-
-inline constexpr DWORD ICC_LISTVIEW_CLASSES = 0x00000001;
-inline constexpr DWORD ICC_BAR_CLASSES = 0x00000004;
-inline constexpr DWORD ICC_DATE_CLASSES = 0x00000100;
-struct INITCOMMONCONTROLSEX {
-    DWORD dwSize;
-    DWORD dwICC;
-};
-// False for a record of another size; the classes themselves are always there.
-BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes);

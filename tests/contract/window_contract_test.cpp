@@ -86,6 +86,14 @@ TEST_F(Windows, CreationThatFails) {
     }
 }
 
+TEST_F(Windows, ExtendedStyles) {
+    constexpr DWORD kControlParent = 0x00010000;
+    const HWND made = CreateWindowExW(kControlParent, TEXT("Static"), nullptr, WS_POPUP, 0, 0, 1, 1,
+                                      nullptr, nullptr, nullptr, nullptr);
+    KNOWN_GAP(eGap::native, made != nullptr);
+    if (made != nullptr) DestroyWindow(made);
+}
+
 TEST_F(Windows, DestroyTakesTheChildren) {
     const HWND label = GetDlgItem(parent_, kLabel);
     const HWND field = GetDlgItem(parent_, kField);

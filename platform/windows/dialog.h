@@ -1,0 +1,35 @@
+// Native build: a dialog: its procedure, its result, the default button and the focus.
+#pragma once
+
+#include "platform/windows/dialog_template.h"
+#include "platform/windows/window_object.h"
+
+namespace platform {
+
+class Dialog : public Window {
+public:
+    Dialog(DLGPROC dialogProcedure, bool namesFont)
+        : procedure(dialogProcedure), hasFont(namesFont) {}
+    LRESULT Receive(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool IsDialog() const override { return true; }
+
+    int PixelsAcross(int units) const;
+    int PixelsDown(int units) const;
+    // Moves the focus, selects what stands in a field, and lets a push button be the default.
+    void MoveFocus(HWND control);
+
+    DLGPROC procedure;
+    bool hasFont;
+    LONG_PTR messageResult = 0;
+    LONG_PTR user = 0;
+    WORD defaultId = 0;
+    bool ended = false;
+    INT_PTR result = 0;
+
+private:
+    LRESULT ReceiveByDefault(UINT message, WPARAM wParam, LPARAM lParam);
+    void SetDefault(WORD newId);
+    void SetDefaultButton(HWND button);
+};
+
+}  // namespace platform
