@@ -54,7 +54,8 @@ TEST_F(SearchTest, BadFoldersAreToldAndTheWalkGoesOn) {
 }
 
 TEST_F(SearchTest, LongPathsAreToldNeverCut) {
-    // The pattern of a folder can have 260 units: the root, \f\, a long name, a backslash and a star.
+    // The pattern of a folder can have 260 units: the root, \f\, a long name, a backslash and a
+    // star.
     const std::string name(260 - Wide("").size() - 5, 'n');
     Tree({"f/" + name + "/in.hpa"});
     Criterion("File name contains .hpa");
