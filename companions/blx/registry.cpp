@@ -56,7 +56,7 @@ BLxResult BLxPref_Reg::Read(HKEY key, const WCHAR* name, BLxWString* value) {
     BLxWString text;
     for (int attempt = 0; status == ERROR_SUCCESS && attempt < 4; ++attempt) {
         if (type != REG_SZ) return BLxResult(ERROR_INVALID_DATA);
-        text.assign(cb / sizeof(WCHAR) + 1, 0);
+        text.assign((cb + 1) / sizeof(WCHAR) + 1, 0);
         cb = static_cast<DWORD>((text.size() - 1) * sizeof(WCHAR));
         status =
             RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(text.data()), &cb);

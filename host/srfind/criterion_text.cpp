@@ -299,8 +299,12 @@ bool CriterionParser::TakeListValue(const Property& property, const WText& typed
                                     LONG& valueId, std::string& fault) const {
     const PropertyKind* kind = FindPropertyKind(property.stringId);
     const std::vector<LONG> entries = ValueListOf(property.stringId);
-    // Colours are the caller's own names.
-    if (entries.empty() && !typed.empty()) return true;
+    if (entries.empty()) {
+        // Colours are the caller's own names.
+        if (!typed.empty()) return true;
+        fault = Quoted(wtext::ToUtf8(property.shown)) + " needs a value behind its condition";
+        return false;
+    }
     fault = Quoted(wtext::ToUtf8(typed)) + " is no value of " +
             Quoted(wtext::ToUtf8(property.shown)) + "; it can be ";
     for (const LONG entry : entries) {

@@ -1,0 +1,409 @@
+// One value against one criterion: texts, persons, numbers, yes/no, dates, file types.
+#include "search/value_comparison.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <limits>
+#include <random>
+#include <utility>
+
+#include "shell/module_state.h"
+
+namespace {
+
+// Each condition has a letter, and a table's row names the letters of those that hold.
+struct Letter {
+    char letter;
+    LONG condition;
+};
+constexpr LONG kUnknown = 21799;
+constexpr Letter kTexts[] = {
+    {'0', COND_IS_EMPTY},    {'n', COND_NOT_EMPTY},     {'*', COND_ANY_VALUE},
+    {'a', COND_IS_APP_USER}, {'l', COND_IS_LOGIN_USER}, {'b', COND_BEGINS_WITH},
+    {'e', COND_ENDS_WITH},   {'c', COND_CONTAINS},      {'=', COND_EQUALS},
+    {'!', COND_DIFFERS},     {'?', kUnknown},
+};
+constexpr Letter kNumbers[] = {
+    {'=', COND_NUM_EQUALS},  {'e', COND_EQUALS},  {'>', COND_GREATER_THAN}, {'<', COND_LESS_THAN},
+    {'!', COND_NUM_DIFFERS}, {'d', COND_DIFFERS}, {'*', COND_ANY_VALUE},    {'?', kUnknown},
+};
+constexpr Letter kYesNo[] = {
+    {'y', COND_IS_YES},  {'Y', COND_IS_YES_ALT}, {'n', COND_IS_NO},  {'N', COND_IS_NO_ALT},
+    {'!', COND_DIFFERS}, {'*', COND_ANY_VALUE},  {'?', COND_EQUALS},
+};
+constexpr Letter kDates[] = {
+    {'=', COND_ON_DATE},      {'e', COND_EQUALS},     {'t', COND_TODAY},
+    {'!', COND_NOT_ON_DATE},  {'d', COND_DIFFERS},    {'>', COND_ON_OR_AFTER},
+    {'<', COND_ON_OR_BEFORE}, {'w', COND_THIS_WEEK},  {'W', COND_LAST_WEEK},
+    {'m', COND_THIS_MONTH},   {'M', COND_LAST_MONTH}, {'*', COND_ANY_DATE},
+    {'a', COND_ANY_VALUE},    {'y', COND_YESTERDAY},  {'?', kUnknown},
+};
+
+template <std::size_t N, typename Compare, typename Value, typename Wanted, typename... More>
+std::string Holding(const Letter (&letters)[N], Compare compare, const SRxFoundList& list,
+                    Value value, Wanted wanted, More... more) {
+    std::string holding;
+    for (const Letter& each : letters) {
+        const auto condition = static_cast<unsigned>(each.condition);
+        if (compare(list, value, wanted, condition, more...)) holding += each.letter;
+    }
+    return holding;
+}
+
+class ValueComparison : public ::testing::Test {
+protected:
+    SRxFindDialog dialog_{SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr};
+    SRxFoundList list_{dialog_, nullptr};
+};
+
+struct TextRow {
+    const WCHAR *value, *text;
+    const char *folded, *exact;
+};
+
+TEST_F(ValueComparison, Texts) {
+    const TextRow rows[] = {
+        {nullptr, TEXT(""), "=!", "=!"},
+        {TEXT(""), TEXT(""), "=!", "=!"},
+        {TEXT(""), TEXT("a"), "!", "!"},
+        {TEXT("abc"), TEXT(""), "*be!", "*be!"},  // begins all, stands in none
+        {TEXT("\u00E9"), TEXT(""), "*be!", "*be!"},
+        {TEXT("abc"), TEXT("abc"), "*bec=", "*bec="},
+        {TEXT("abc"), TEXT("ab"), "*bc!", "*bc!"},
+        {TEXT("aaab"), TEXT("aab"), "*ec!", "*ec!"},
+        {TEXT("abcd"), TEXT("bc"), "*c!", "*c!"},
+        {TEXT("abc"), TEXT("abcd"), "*!", "*!"},
+        {TEXT("ABC"), TEXT("abc"), "*bec=", "*!"},
+        {TEXT("a?c"), TEXT("a*c"), "*!", "*!"},  // no wildcards
+        {TEXT("a*c"), TEXT("*"), "*c!", "*c!"},
+        {TEXT("co-op"), TEXT("coop"), "*!", "*!"},
+        {TEXT("it's"), TEXT("its"), "*!", "*!"},
+        {TEXT("a\tb"), TEXT("a b"), "*!", "*!"},
+        {TEXT("\uFF21\uFF22\uFF23"), TEXT("BC"), "*ec!", "*ec!"},  // full width
+        {TEXT("\uFF21\uFF22\uFF23"), TEXT("abc"), "*bec=", "*!"},
+        {TEXT("x12y"), TEXT("\uFF11\uFF12"), "*c!", "*c!"},
+        {TEXT("\u30AB\u30E1"), TEXT("\uFF76"), "*bc!", "*bc!"},          // half-width kana
+        {TEXT("\u304B\u3081"), TEXT("\u30AB\u30E1"), "*bec=", "*bec="},  // the two kana
+        {TEXT("\u304B"), TEXT("\u304D"), "*!", "*!"},
+        {TEXT("\u00E9t\u00E9"), TEXT("ete"), "*!", "*!"},
+        {TEXT("\u00C9T\u00C9"), TEXT("\u00E9t\u00E9"), "*bec=", "*!"},
+        {TEXT("\u00E9"), TEXT("e\u0301"), "*=", "*="},  // equal, yet too short to begin with it
+        {TEXT("e\u0301t"), TEXT("\u00E9"), "*!", "*!"},
+        {TEXT("e\u0301t"), TEXT("e"), "*bc!", "*bc!"},
+        {TEXT("\u0412\u0410\u041B"), TEXT("\u0432\u0430"), "*bc!", "*!"},
+        {TEXT("\u00D8 12 Bolt"), TEXT("bolt"), "*ec!", "*!"},
+    };
+    for (const TextRow& row : rows) {
+        SCOPED_TRACE((row.value != nullptr ? wtext::ToUtf8(row.value) : "null") + "|" +
+                     wtext::ToUtf8(row.text));
+        list_.matchCase = 0;
+        EXPECT_EQ(row.folded, Holding(kTexts, CompareStringValue, list_, row.value, row.text));
+        list_.matchCase = 1;
+        EXPECT_EQ(row.exact, Holding(kTexts, CompareStringValue, list_, row.value, row.text));
+    }
+}
+
+// Texts of few characters, so that parts are often equal; beside the fast path the system's own
+// comparison of the same parts.
+TEST_F(ValueComparison, PrintableAsciiAsTheSystemComparesIt) {
+    constexpr std::string_view kAlphabets[] = {"aAbB", "ab-' ._", "zZ{~!\"@[`"};
+    std::mt19937 random(20240307);
+    const auto draw = [&](std::size_t most, std::size_t kind) {
+        WText text(1 + random() % most, 0);
+        for (WCHAR& unit : text) {
+            unit = static_cast<WCHAR>(kind == 3
+                                          ? 0x20 + random() % 0x5F
+                                          : kAlphabets[kind][random() % kAlphabets[kind].size()]);
+        }
+        return text;
+    };
+    std::size_t contained = 0;
+    for (int round = 0; round < 20000; ++round) {
+        const std::size_t kind = random() % 4;
+        const WText value = draw(6, kind);
+        const WText text = draw(3, kind);
+        list_.matchCase = random() % 2;
+        const DWORD flags = list_.matchCase != 0 ? kExactText : kFoldText;
+        const auto equal = [&](std::size_t at, std::size_t length) {
+            return CompareStringW(LOCALE_USER_DEFAULT, flags, value.data() + at,
+                                  static_cast<int>(length), text.data(),
+                                  static_cast<int>(text.size())) == CSTR_EQUAL;
+        };
+        const bool fits = value.size() >= text.size();
+        bool contains = false;
+        for (std::size_t at = 0; at + text.size() <= value.size(); ++at)
+            contains = contains || equal(at, text.size());
+        std::string wanted = "*";
+        if (fits && equal(0, text.size())) wanted += 'b';
+        if (fits && equal(value.size() - text.size(), text.size())) wanted += 'e';
+        if (contains) wanted += 'c';
+        wanted += equal(0, value.size()) ? '=' : '!';
+        ASSERT_EQ(wanted, Holding(kTexts, CompareStringValue, list_, value.c_str(), text.c_str()))
+            << wtext::ToUtf8(value) << " | " << wtext::ToUtf8(text);
+        contained += contains ? 1 : 0;
+    }
+    EXPECT_LT(1000u, contained) << "the drawn texts meet too seldom";
+}
+
+TEST_F(ValueComparison, Persons) {
+    ASSERT_TRUE(wtext::CopyWhole(dialog_.appUserName, kLabelLength, TEXT("Ada Miller")));
+    ASSERT_TRUE(wtext::CopyWhole(dialog_.loginUserName, kLabelLength, TEXT("ada")));
+    const TextRow rows[] = {
+        {nullptr, TEXT(""), "0!", "0!"},
+        {TEXT(""), TEXT("Ada"), "0!", "0!"},
+        {TEXT("Bo"), TEXT(""), "n*be!?", "n*be!?"},
+        {TEXT("Ada Miller"), TEXT("ADA"), "n*abc!?", "n*a!?"},
+        {TEXT("ADA"), TEXT("ada"), "n*lbec=?", "n*!?"},
+    };
+    for (const TextRow& row : rows) {
+        list_.matchCase = 0;
+        EXPECT_EQ(row.folded, Holding(kTexts, CompareTextValue, list_, row.value, row.text));
+        list_.matchCase = 1;
+        EXPECT_EQ(row.exact, Holding(kTexts, CompareTextValue, list_, row.value, row.text));
+    }
+}
+
+TEST_F(ValueComparison, Numbers) {
+    struct Row {
+        double value, target, tolerance;
+        const char* holds;
+    };
+    constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+    const Row rows[] = {
+        {1, 1, kExactNumber, "=e*"},
+        {1, 2, kExactNumber, "<!d*"},
+        {2, 1, kExactNumber, ">!d*"},
+        {0.1 + 0.2, 0.3, kExactNumber, ">!d*"},
+        {1, 1, kSizeTolerance, "=e*"},
+        {1, 1 + kSizeTolerance, kSizeTolerance, "<!d*"},
+        {1, 1.4, 0.5, "=e<!d*"},
+        {1, 1.5, 0.5, "<!d*"},
+        {1, 1, 0.0, "*"},
+        {kNan, kNan, kExactNumber, "!d*"},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.holds,
+                  Holding(kNumbers, CompareRealValues, list_, row.value, row.target, row.tolerance))
+            << row.value << " " << row.target << " " << row.tolerance;
+    }
+}
+
+TEST_F(ValueComparison, NumbersInTexts) {
+    struct Row {
+        double value;
+        const WCHAR* text;
+        const char* holds;
+    };
+    const Row rows[] = {
+        {12.5, TEXT("12.5"), "=e*"}, {12.5, TEXT(" \t+1.25e1"), "=e*"},
+        {0, TEXT(""), "=e*"},        {1, TEXT(""), ">!d*"},
+        {1, TEXT("2"), "<!d*"},      {1, TEXT("1e999"), "<!d*"},
+        {12, TEXT("12 mm"), ""},     {12, TEXT("12 "), ""},
+        {0, TEXT("abc"), ""},        {0, TEXT(" "), ""},
+        {1, TEXT("\uFF11"), ""},     {1, TEXT("1e"), ""},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(row.holds,
+                  Holding(kNumbers, CompareRealText, list_, row.value, row.text, kExactNumber))
+            << wtext::ToUtf8(row.text);
+    }
+}
+
+TEST_F(ValueComparison, YesAndNo) {
+    const std::pair<const WCHAR*, bool> rows[] = {
+        {TEXT("yes"), true}, {TEXT("YES"), true}, {TEXT("\uFF59es"), true}, {TEXT("True"), true},
+        {TEXT("no"), false}, {TEXT(""), false},   {TEXT("yes "), false},    {TEXT("y"), false},
+    };
+    for (const auto& [text, saysYes] : rows) {
+        for (const bool value : {false, true}) {
+            list_.matchCase = value ? 1 : 0;  // plays no part
+            EXPECT_EQ((value ? "yY" : "nN") + std::string(value != saysYes ? "!*" : "*"),
+                      Holding(kYesNo, CompareBoolValue, list_, value, text))
+                << wtext::ToUtf8(text);
+        }
+    }
+}
+
+// At the end of the day, since the time plays no part.
+SYSTEMTIME DateOf(std::chrono::sys_days day) {
+    const std::chrono::year_month_day date(day);
+    return {static_cast<WORD>(static_cast<int>(date.year())),
+            static_cast<WORD>(static_cast<unsigned>(date.month())),
+            0,
+            static_cast<WORD>(static_cast<unsigned>(date.day())),
+            23,
+            59,
+            59,
+            999};
+}
+
+std::string Holding(const SRxFoundList& list, const SYSTEMTIME* date, const WCHAR* reference) {
+    return Holding(kDates, CompareDateValue, list, date, reference);
+}
+
+TEST_F(ValueComparison, DatesAgainstADay) {
+    struct Row {
+        const WCHAR* reference;
+        int year;
+        unsigned month, day;
+        const char* holds;
+    };
+    const Row rows[] = {
+        {TEXT("2024 3 7"), 2024, 3, 7, "=et><wm*ay"},
+        {TEXT("2024 3 7"), 2024, 3, 6, "!d<wm*a"},
+        {TEXT("2024 3 7"), 2024, 3, 8, "!d>wm*a"},
+        {TEXT("2024 3 10"), 2024, 3, 16, "!d>wm*a"},  // a Sunday begins its week
+        {TEXT("2024 3 10"), 2024, 3, 17, "!d>m*a"},
+        {TEXT("2024 3 10"), 2024, 3, 9, "!d<Wm*a"},
+        {TEXT("2024 3 10"), 2024, 3, 3, "!d<Wm*a"},
+        {TEXT("2024 3 10"), 2024, 3, 2, "!d<m*a"},
+        {TEXT("2024 3 9"), 2024, 3, 3, "!d<wm*a"},  // and a Saturday ends it
+        {TEXT("2024 1 31"), 2023, 12, 1, "!d<M*a"},
+        {TEXT("2024 1 31"), 2024, 12, 1, "!d>*a"},
+        {TEXT("2024 3 7"), 2023, 3, 7, "!d<*a"},
+        {TEXT("2024 3 7"), 2023, 2, 7, "!d<*a"},
+        {TEXT("2025 1 1"), 2024, 12, 29, "!d<wM*a"},
+        {TEXT("2024 2 29"), 2024, 2, 29, "=et><wm*ay"},
+        {TEXT("2024 03 07"), 2024, 3, 7, "=et><wm*ay"},
+        {TEXT("2024-03-07"), 2024, 3, 7, "=et><wm*ay"},  // as typed
+        {TEXT("2024 3 7 12:30"), 2024, 3, 7, "=et><wm*ay"},
+        {TEXT("2024 2 30"), 2024, 3, 1, "!d>*a"},  // no dates: before all
+        {TEXT("soon"), 2024, 3, 7, "!d>*a"},
+        {TEXT("20240307"), 2024, 3, 7, "!d>*a"},
+        {TEXT(" "), 2024, 3, 7, "!d>*a"},
+    };
+    for (const Row& row : rows) {
+        const SYSTEMTIME date = DateOf(std::chrono::year(row.year) / row.month / row.day);
+        EXPECT_EQ(row.holds, Holding(list_, &date, row.reference))
+            << wtext::ToUtf8(row.reference) << ": " << row.month << "/" << row.day;
+    }
+    const SYSTEMTIME none{2024, 0, 0, 7, 0, 0, 0, 0};
+    EXPECT_EQ("!d", Holding(list_, &none, TEXT("2024 3 7"))) << "a month 0 is no date";
+    EXPECT_EQ("!d", Holding(list_, nullptr, TEXT("")));
+}
+
+TEST_F(ValueComparison, DatesAgainstToday) {
+    using namespace std::chrono;
+    std::string wanted;
+    std::string got;
+    SYSTEMTIME before{};
+    SYSTEMTIME behind{};
+    do {  // again when midnight passed meanwhile
+        GetLocalTime(&before);
+        const sys_days today = year(before.wYear) / before.wMonth / before.wDay;
+        const sys_days sunday = today - days(weekday(today).c_encoding());
+        const auto month = year(before.wYear) / before.wMonth;
+        wanted.clear();
+        got.clear();
+        for (int offset = -70; offset <= 20; ++offset) {
+            const sys_days day = today + days(offset);
+            const year_month_day date(day);
+            std::string holds = offset == 0 ? "=et" : "!d";
+            if (offset >= 0) holds += '>';
+            if (offset <= 0) holds += '<';
+            if (day >= sunday && day < sunday + days(7)) holds += 'w';
+            if (day >= sunday - days(7) && day < sunday) holds += 'W';
+            if (date.year() / date.month() == month) holds += 'm';
+            if (date.year() / date.month() == month - months(1)) holds += 'M';
+            const SYSTEMTIME value = DateOf(day);
+            wanted += std::to_string(offset) + " " + holds + (offset == -1 ? "*ay\n" : "*a\n");
+            got += std::to_string(offset) + " " + Holding(list_, &value, TEXT("")) + "\n";
+        }
+        GetLocalTime(&behind);
+    } while (behind.wDay != before.wDay);
+    EXPECT_EQ(wanted, got);
+}
+
+TEST_F(ValueComparison, FileTypes) {
+    const std::pair<unsigned, std::string> rows[] = {
+        {FILETYPE_DESIGN_DOCS, ".hpa.hdg.cvd.hdx.hsb.hpr.cvp."},
+        {FILETYPE_ASSEMBLIES, ".hsb."},
+        {FILETYPE_CVD, ".cvd."},
+        {FILETYPE_DOC, ".doc."},
+        {FILETYPE_DRAWINGS, ".hdg.cvd."},
+        {FILETYPE_DESIGN_ELEMENTS, ".hdx."},
+        {FILETYPE_HTML, ".html.htm."},
+        {FILETYPE_IMPORT, ".sat.step.ste.stp.stpz.cvd."},
+        {FILETYPE_PRESENTATIONS, ".hpr."},
+        {FILETYPE_OFFICE, ".txt.html.htm.xls.ppt.doc."},
+        {FILETYPE_PPT, ".ppt."},
+        {FILETYPE_PARTS, ".hpa."},
+        {FILETYPE_MODELS, ".hpa.hsb."},
+        {FILETYPE_SAT, ".sat."},
+        {FILETYPE_STEP, ".step.stp.ste.stpz."},
+        {FILETYPE_TXT, ".txt."},
+        {FILETYPE_XLS, ".xls."},
+        {FILETYPE_DRAWABLE, ".hpa.cvd.hdg.hdx.cvp."},
+        {FILETYPE_WIRE, ".cvw."},
+        {kUnknown, "."},
+        {FILETYPE_ALL,
+         ".hpa.hdg.cvd.hdx.hsb.hpr.cvp.doc.html.htm.sat.step.ste.stp.stpz.txt.xls."
+         "ppt.cvw.HPA.HTM.Stpz."},
+    };
+    const std::string& all = std::end(rows)[-1].second;
+    list_.matchCase = 1;  // plays no part
+    for (const auto& [type, extensions] : rows) {
+        for (std::size_t at = 0, end = 0; (end = all.find('.', at + 1)) != all.npos; at = end) {
+            std::string extension = all.substr(at, end - at);
+            const WText name = TEXT("C:\\f.xls\\a") + wtext::FromUtf8(extension);
+            for (char& c : extension)
+                c = static_cast<char>(c | 0x20);
+            EXPECT_EQ(extensions.find(extension + ".") != all.npos || type == FILETYPE_ALL,
+                      CompareFileType(list_, name.c_str(), type))
+                << type << " " << extension;
+        }
+    }
+}
+
+TEST_F(ValueComparison, FileTypesOfOddNames) {
+    const WText longName = TEXT("C:\\") + WText(300, 'x') + TEXT(".hpa");
+    for (const WCHAR* part : {TEXT("a.hpa<view>"), TEXT("C:\\f\\.hpa"), TEXT(".hpa"),
+                              TEXT("a.hsb.hpa"), TEXT("a.\uFF48pa"), longName.c_str()}) {
+        EXPECT_TRUE(CompareFileType(list_, part, FILETYPE_PARTS)) << wtext::ToUtf8(part);
+        EXPECT_FALSE(CompareFileType(list_, part, FILETYPE_ASSEMBLIES)) << wtext::ToUtf8(part);
+    }
+    for (const WCHAR* other :
+         {TEXT("a<b.hpa"), TEXT("C:\\f.hpa\\a"), TEXT("C:/f.hpa/a"), TEXT("hpa"), TEXT("a."),
+          TEXT(""), TEXT("a.hpa.hsb"), TEXT("a.hpa "), TEXT("a.hp"), TEXT("a.hpax")}) {
+        EXPECT_FALSE(CompareFileType(list_, other, FILETYPE_PARTS)) << wtext::ToUtf8(other);
+        EXPECT_TRUE(CompareFileType(list_, other, FILETYPE_ALL)) << wtext::ToUtf8(other);
+    }
+}
+
+TEST_F(ValueComparison, FileTypeFilter) {
+    struct Row {
+        std::vector<LONG> types;  // of the file-type criteria
+        unsigned propSearchType;
+        const char* passes;
+    };
+    const Row rows[] = {
+        {{}, FILE_SEARCH_ANY, "hpa txt sat cvw "},
+        {{}, FILE_SEARCH_MODELS, "hpa "},
+        {{}, FILE_SEARCH_OFFICE, "hpa txt "},
+        {{}, FILE_SEARCH_IMPORT, "hpa txt sat "},
+        {{}, 9, "hpa txt sat cvw "},
+        {{FILETYPE_WIRE}, FILE_SEARCH_MODELS, "cvw "},  // a type wins over the class
+        {{FILETYPE_TXT, FILETYPE_WIRE}, FILE_SEARCH_MODELS, "txt cvw "},
+        {{COND_EQUALS}, FILE_SEARCH_ANY, ""},
+    };
+    for (const Row& row : rows) {
+        delete std::exchange(dialog_.criteriaHead, nullptr);
+        // A criterion on another property in front is no file type.
+        SRxCriteriaNode* last = dialog_.criteriaHead =
+            new SRxCriteriaNode(PROP_TEXT_19140, COND_EQUALS, JOIN_AND, nullptr);
+        for (const LONG type : row.types) {
+            last->nextCriterion = new SRxCriteriaNode(PROP_FILE_TYPE, type, JOIN_OR, nullptr);
+            last = last->nextCriterion;
+        }
+        dialog_.propSearchType = static_cast<eFileTypeSearch>(row.propSearchType);
+        std::string passes;
+        for (const char* extension : {"hpa", "txt", "sat", "cvw"}) {
+            const WText name = TEXT("a.") + wtext::FromUtf8(extension);
+            if (PassesFileTypeFilter(list_, name.c_str())) passes += std::string(extension) + " ";
+        }
+        EXPECT_EQ(row.passes, passes) << row.propSearchType;
+    }
+}
+
+}  // namespace
