@@ -72,7 +72,7 @@ TEST_F(SrfindTest, StatusHitsAndMessages) {
         {{"-w", "File name equals a", "-w", "\"Supplier\" equals Miller", "@"},
          0,
          "@/a.hpa\n",
-         "\"\"Supplier\" equals Miller\" can't be decided by the file of 1 of the 1 hit(s)"},
+         "\"\"Supplier\" equals Miller\" can't be decided by the file for 1 of the 1 hit(s)"},
         {{"--help"}, 0, nullptr, nullptr},
         {{"--version"}, 0, "srfind 1.0.0\n", nullptr},
         {{}, 2, "", "no place to look in"},
