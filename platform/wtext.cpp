@@ -66,7 +66,7 @@ void AppendUtf16(WText& out, char32_t c) {
     }
 }
 
-// The length of the conversion specification at the front of `text`, 0 if there is none.
+// The length of the placeholder (%s, %d ...) at the front of `text`, 0 if there is none.
 std::size_t ConversionLength(WTextView text) {
     if (text.size() >= 2 && (text[1] == 's' || text[1] == 'd' || text[1] == 'u')) return 2;
     if (text.size() >= 3 && text[1] == 'l' && (text[2] == 'd' || text[2] == 'u')) return 3;
