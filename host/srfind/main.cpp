@@ -63,8 +63,13 @@ bool ReadFileList(const Options& options, SearchReport& report, MDxFileNameNode*
             return false;
         }
         const WText path = AbsoluteWidePath(NativePathFromLine(line));
-        if (path.empty() || GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
-            report.OnMissing(path.empty() ? wtext::FromUtf8(line).c_str() : path.c_str());
+        if (path.empty() || !PathFileExistsW(path.c_str())) {
+            report.OnUnusable(path.empty() ? wtext::FromUtf8(line).c_str() : path.c_str(),
+                              "is not there");
+            continue;
+        }
+        if (PathIsDirectoryW(path.c_str())) {
+            report.OnUnusable(path.c_str(), "is a folder, not a file");
             continue;
         }
         auto* node = new MDxFileNameNode(path.c_str(), -1, false);

@@ -83,9 +83,9 @@ void SearchReport::OnPropertiesRead(const WCHAR* file, HRESULT status) {
     }
 }
 
-void SearchReport::OnMissing(const WCHAR* file) {
+void SearchReport::OnUnusable(const WCHAR* file, const char* reason) {
     ++unreadable_;
-    Say(DisplayPath(file) + " is not there");
+    Say(DisplayPath(file) + " " + reason);
 }
 
 int SearchReport::AnswerMessageBox(const MessageBoxQuestion& question) {

@@ -21,8 +21,8 @@ public:
     // Prints the message and gives the answer that changes nothing.
     int AnswerMessageBox(const MessageBoxQuestion& question) override;
 
-    // A file of a list that isn't there.
-    void OnMissing(const WCHAR* file);
+    // An entry of a list of files that is none.
+    void OnUnusable(const WCHAR* file, const char* reason);
     bool SomethingUnreadable() const { return unreadable_ + badFolders_ != 0; }
     void PrintPassedOver() const;
     void PrintStats(std::size_t hits) const;

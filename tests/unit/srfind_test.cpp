@@ -128,10 +128,12 @@ TEST_F(SrfindTest, FilesFromAList) {
     EXPECT_EQ(0, good.status);
     EXPECT_EQ("@/B.hpa\n@/a.hpa\n", good.out);
     EXPECT_EQ("", good.err);
-    const SrfindRun missing = run(Path("gone.hpa") + "\n" + Path("a.hpa") + "\n");
+    const SrfindRun missing =
+        run(Path("gone.hpa") + "\n" + Path("a.hpa") + "\n" + Path("sub") + "\n");
     EXPECT_EQ(3, missing.status);
     EXPECT_EQ("@/a.hpa\n", missing.out);
-    EXPECT_EQ("srfind: @/gone.hpa is not there\n", missing.err);
+    EXPECT_EQ("srfind: @/gone.hpa is not there\nsrfind: @/sub is a folder, not a file\n",
+              missing.err);
     const SrfindRun none = run("");
     EXPECT_EQ(1, none.status);
     EXPECT_EQ("", none.out);
