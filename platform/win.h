@@ -29,6 +29,7 @@
 #include "platform/registry/registry_api.h"
 #include "platform/resources/resources_api.h"
 #include "platform/text/text_api.h"
+#include "platform/windows/common_controls_api.h"
 #include "platform/windows/controls_api.h"
 #include "platform/windows/windows_api.h"
 #endif

@@ -89,13 +89,3 @@ inline constexpr LRESULT LB_ERR = -1;
 inline constexpr WORD LBN_SELCHANGE = 1;
 inline constexpr WORD LBN_SETFOCUS = 4;
 inline constexpr WORD LBN_KILLFOCUS = 5;
-
-inline constexpr DWORD ICC_LISTVIEW_CLASSES = 0x00000001;
-inline constexpr DWORD ICC_BAR_CLASSES = 0x00000004;
-inline constexpr DWORD ICC_DATE_CLASSES = 0x00000100;
-struct INITCOMMONCONTROLSEX {
-    DWORD dwSize;
-    DWORD dwICC;
-};
-// False for a record of another size; the classes themselves are always there.
-BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes);

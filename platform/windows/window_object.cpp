@@ -21,8 +21,10 @@ Maker MakerOf(WTextView name) {
         const WCHAR* name;
         Maker make;
     } kClasses[] = {
-        {TEXT("Static"), MakeStatic},     {TEXT("Button"), MakeButton},   {TEXT("Edit"), MakeEdit},
-        {TEXT("ComboBox"), MakeComboBox}, {TEXT("ListBox"), MakeListBox},
+        {TEXT("Static"), MakeStatic},      {TEXT("Button"), MakeButton},
+        {TEXT("Edit"), MakeEdit},          {TEXT("ComboBox"), MakeComboBox},
+        {TEXT("ListBox"), MakeListBox},    {WC_LISTVIEWW, MakeListView},
+        {STATUSCLASSNAMEW, MakeStatusBar}, {DATETIMEPICK_CLASSW, MakeDateField},
     };
     for (const auto& row : kClasses) {
         if (wtext::EqualsAsciiFold(name, row.name)) return row.make;

@@ -71,5 +71,8 @@ std::shared_ptr<Window> MakeButton();
 std::shared_ptr<Window> MakeEdit();
 std::shared_ptr<Window> MakeComboBox();
 std::shared_ptr<Window> MakeListBox();
+std::shared_ptr<Window> MakeListView();
+std::shared_ptr<Window> MakeStatusBar();
+std::shared_ptr<Window> MakeDateField();
 
 }  // namespace platform
