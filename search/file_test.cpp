@@ -1,4 +1,5 @@
 #include "outside/md_messages.h"
+#include "search/found_rows.h"
 #include "search/property_criteria.h"
 #include "search/search.h"
 #include "search/search_observer.h"
@@ -78,11 +79,15 @@ void LeaveRecords(const SRxFoundList& list, MDxFileNameNode& node) {
 
 }  // namespace
 
-bool TestFile(SRxFoundList& list, const WCHAR*, const WCHAR*, MDxFileNameNode* node,
-              bool needProperties, int&) {
+bool TestFile(SRxFoundList& list, const WCHAR* folder, const WCHAR* name, MDxFileNameNode* node,
+              bool needProperties, int& insertIndex) {
     if (node->HaveOccCriteria()) node->GetOccCritList().clear();
     if (list.dialog->observer != nullptr) list.dialog->observer->OnFile(list);
     if (!MatchFile(list, node, needProperties)) return true;
+    if (list.window != nullptr) {
+        AddFoundRow(list, folder, name, *node, insertIndex);
+        return true;
+    }
     auto copy = std::make_unique<MDxFileNameNode>(node);
     if (copy->AddFileNodeUnique(list.selectionSlot)) (void)copy.release();
     return true;
@@ -102,6 +107,8 @@ bool MatchFile(SRxFoundList& list, MDxFileNameNode* node, bool needProperties) {
         list.outcomes.push_back(outcome);
         join.Take(outcome.result, *c, c->nextCriterion);
     }
-    if (join.Total() || list.keepsRecords) LeaveRecords(list, *node);
+    // A row has no room for records: they would die with the node.
+    const bool carried = join.Total() && list.window == nullptr;
+    if (carried || list.keepsRecords) LeaveRecords(list, *node);
     return join.Total();
 }

@@ -1,6 +1,7 @@
 #include "outside/md_messages.h"
 #include "outside/ps_property_specifics.h"
 #include "platform/wtext.h"
+#include "search/found_rows.h"
 #include "search/search.h"
 
 namespace {
@@ -48,12 +49,17 @@ bool RunSearch(SRxFoundList& list) {
         SRxSkippedCritNode* skipped = BuildSkippedCriteria(list);
         if (!list.params.SetCritForSkipped(skipped)) delete skipped;
     }
+    if (list.window != nullptr) CloseFoundSearch(list);
     if (list.window == nullptr && *list.selectionSlot == nullptr && !list.skippedCriterionSeen) {
         DisplayMessageId(list.dialog->resourceInstance, MSG_NO_HITS, MB_OK, eKindInformation,
                          kHelpFoundList, list.dialog->dialogWindow);
     }
     SetCursor(earlier);
     list.stopRequested = false;
+    if (list.window != nullptr) {
+        RedrawWindow(list.window, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_UPDATENOW);
+    }
     return list.dialog->SearchComplete(result);
 }
 
@@ -82,8 +88,4 @@ bool SearchSelection(SRxFoundList& list, bool needProperties) {
         TestFile(list, folder.c_str(), name, node, needProperties, insertIndex);
     }
     return true;
-}
-
-bool ShowProgress(SRxFoundList& list, const WCHAR*) {
-    return !list.stopRequested;
 }

@@ -17,6 +17,8 @@ public:
     // `status` is the result of the attempt: negative on failure, or one of MDxProperties' positive
     // results.
     virtual void OnPropertiesRead(const WCHAR* file, HRESULT status) = 0;
+    // A hit has no row, since that of another file, `shown`, counts as the same.
+    virtual void OnLeftOut(const WCHAR* file, const WCHAR* shown) = 0;
 
 protected:
     ~SRxSearchObserver() = default;

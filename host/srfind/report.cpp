@@ -83,6 +83,11 @@ void SearchReport::OnPropertiesRead(const WCHAR* file, HRESULT status) {
     }
 }
 
+void SearchReport::OnLeftOut(const WCHAR* file, const WCHAR* shown) {
+    ++leftOut_;
+    Say(DisplayPath(file) + " was left out: it counts as the same file as " + DisplayPath(shown));
+}
+
 void SearchReport::OnUnusable(const WCHAR* file, const char* reason) {
     ++unreadable_;
     Say(DisplayPath(file) + " " + reason);

@@ -18,6 +18,7 @@ public:
     void OnFile(SRxFoundList& list) override;
     void OnPassedOver() override { ++passedOver_; }
     void OnPropertiesRead(const WCHAR* file, HRESULT status) override;
+    void OnLeftOut(const WCHAR* file, const WCHAR* shown) override;
     // Prints the message and gives the answer that changes nothing.
     int AnswerMessageBox(const MessageBoxQuestion& question) override;
 
@@ -41,6 +42,7 @@ private:
     std::size_t passedOver_ = 0;
     std::size_t unreadable_ = 0;
     std::size_t badFolders_ = 0;
+    std::size_t leftOut_ = 0;
     bool terminal_;
     bool lineShown_ = false;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

@@ -44,11 +44,14 @@ inline constexpr UINT LVM_INSERTITEMW = LVM_FIRST + 77;
 inline constexpr UINT LVM_FINDITEMW = LVM_FIRST + 83;
 inline constexpr UINT LVM_INSERTCOLUMNW = LVM_FIRST + 97;
 inline constexpr UINT LVM_SETITEMTEXTW = LVM_FIRST + 116;
+// As wide as the widest text of the column; a unit counts 6 pixels, and 12 stand around it.
+inline constexpr int LVSCW_AUTOSIZE = -1;
 inline constexpr UINT LVIF_TEXT = 0x0001;
 inline constexpr UINT LVIF_PARAM = 0x0004;
 inline constexpr UINT LVIF_STATE = 0x0008;
 inline constexpr UINT LVIS_FOCUSED = 0x0001;
 inline constexpr UINT LVIS_SELECTED = 0x0002;
+inline constexpr UINT LVCF_FMT = 0x0001;
 inline constexpr UINT LVCF_WIDTH = 0x0002;
 inline constexpr UINT LVCF_TEXT = 0x0004;
 inline constexpr UINT LVFI_PARAM = 0x0001;
@@ -104,6 +107,7 @@ struct NMLISTVIEW {
 
 // Status bars of one part.
 inline constexpr const WCHAR* STATUSCLASSNAMEW = TEXT("msctls_statusbar32");
+inline constexpr WPARAM SBT_NOBORDERS = 0x0100;  // with the part's number: how it is drawn
 inline constexpr UINT SB_SETTEXTW = WM_USER + 11;
 inline constexpr UINT SB_GETTEXTLENGTHW = WM_USER + 12;
 inline constexpr UINT SB_GETTEXTW = WM_USER + 13;

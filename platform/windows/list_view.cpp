@@ -31,6 +31,7 @@ private:
     LRESULT Notify(UINT code, int item, UINT newState = 0, UINT oldState = 0, UINT changed = 0);
     Row* RowAt(LPARAM at);
     LRESULT InsertColumn(WPARAM at, const LVCOLUMNW* column);
+    int WidestText(std::size_t column) const;
     LRESULT InsertRow(const LVITEMW* item);
     BOOL GetRow(LVITEMW* item);
     BOOL SetText(WPARAM at, const LVITEMW* item);
@@ -64,6 +65,16 @@ ListView::Row* ListView::RowAt(LPARAM at) {
     return at >= 0 && static_cast<std::size_t>(at) < rows_.size()
                ? &rows_[static_cast<std::size_t>(at)]
                : nullptr;
+}
+
+int ListView::WidestText(std::size_t column) const {
+    constexpr std::size_t kUnit = 6;
+    constexpr std::size_t kAround = 12;
+    std::size_t most = 0;
+    for (const Row& row : rows_) {
+        if (column < row.texts.size()) most = std::max(most, row.texts[column].size());
+    }
+    return static_cast<int>(most * kUnit + kAround);
 }
 
 LRESULT ListView::InsertColumn(WPARAM at, const LVCOLUMNW* column) {
@@ -230,8 +241,9 @@ LRESULT ListView::ReceiveColumnMessage(UINT message, WPARAM wParam, LPARAM lPara
         case LVM_GETCOLUMNWIDTH:
             return wParam < widths_.size() ? widths_[wParam] : 0;
         case LVM_SETCOLUMNWIDTH:
-            if (wParam >= widths_.size() || lParam < 0) return FALSE;
-            widths_[wParam] = static_cast<int>(lParam);
+            if (wParam >= widths_.size() || lParam < LVSCW_AUTOSIZE) return FALSE;
+            widths_[wParam] =
+                lParam == LVSCW_AUTOSIZE ? WidestText(wParam) : static_cast<int>(lParam);
             return TRUE;
         case LVM_GETEXTENDEDLISTVIEWSTYLE:
             return static_cast<LRESULT>(extendedStyle_);

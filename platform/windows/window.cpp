@@ -232,6 +232,15 @@ BOOL UpdateWindow(HWND window) {
     return RequireWindow(window) != nullptr;
 }
 
+BOOL RedrawWindow(HWND window, const RECT* rect, HANDLE region, UINT flags) {
+    constexpr UINT kKnown = RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_UPDATENOW;
+    if (rect != nullptr || region != nullptr || (flags & ~kKnown) != 0) {
+        SetLastError(ERROR_NOT_SUPPORTED);
+        return FALSE;
+    }
+    return RequireWindow(window) != nullptr;
+}
+
 BOOL SetWindowTextW(HWND window, LPCWSTR text) {
     return static_cast<BOOL>(SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)));
 }

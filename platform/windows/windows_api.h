@@ -118,6 +118,11 @@ BOOL SetWindowPos(HWND window, HWND behind, int x, int y, int width, int height,
 // There is nothing to draw: these tell whether there is such a window.
 BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);
 BOOL UpdateWindow(HWND window);
+inline constexpr UINT RDW_INVALIDATE = 0x0001;
+inline constexpr UINT RDW_INTERNALPAINT = 0x0002;
+inline constexpr UINT RDW_UPDATENOW = 0x0100;
+// Only these three flags, and the whole window.
+BOOL RedrawWindow(HWND window, const RECT* rect, HANDLE region, UINT flags);
 
 BOOL SetWindowTextW(HWND window, LPCWSTR text);
 int GetWindowTextW(HWND window, LPWSTR buffer, int cch);

@@ -240,6 +240,16 @@ TEST_F(CommonControls, ColumnsAndStyles) {
     EXPECT_EQ(TRUE, Send(10, LVM_SETCOLUMNWIDTH, 1, 123));
     EXPECT_EQ(123, Send(10, LVM_GETCOLUMNWIDTH, 1));
     EXPECT_EQ(FALSE, Send(10, LVM_SETCOLUMNWIDTH, 2, 5));
+    // As wide as its widest text.
+    Send(10, LVM_DELETEALLITEMS, 0, 0);
+    LRESULT widths[2] = {};
+    for (const LPCWSTR text : {TEXT("short"), TEXT("a text that is a good deal longer")}) {
+        Insert(10, 0, text, 0);
+        EXPECT_EQ(TRUE, Send(10, LVM_SETCOLUMNWIDTH, 0, LVSCW_AUTOSIZE));
+        widths[text[0] == 's' ? 0 : 1] = Send(10, LVM_GETCOLUMNWIDTH, 0, 0);
+    }
+    EXPECT_LT(0, widths[0]);
+    EXPECT_LT(widths[0], widths[1]);
     EXPECT_EQ(0, Send(10, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT));
     EXPECT_EQ(LVS_EX_FULLROWSELECT, static_cast<DWORD>(Send(10, LVM_GETEXTENDEDLISTVIEWSTYLE)));
 }

@@ -78,6 +78,7 @@ protected:
     void OnFolderFailed(const WCHAR*) override { ++failedFolders_; }
     void OnFile(SRxFoundList& list) override;
     void OnPassedOver() override { ++passedOver_; }
+    void OnLeftOut(const WCHAR* file, const WCHAR*) override { leftOut_.push_back(Relative(file)); }
     void OnPropertiesRead(const WCHAR*, HRESULT status) override { statuses_.push_back(status); }
 
     std::filesystem::path folder_;
@@ -90,6 +91,7 @@ protected:
     std::size_t passedOver_ = 0;
     std::size_t files_ = 0;
     std::vector<std::string> folders_;
+    std::vector<std::string> leftOut_;
     std::vector<HRESULT> statuses_;
     std::function<void(SRxFoundList&)> onFile_;
 

@@ -1,0 +1,8 @@
+// Md.dll: aids for windows.
+#pragma once
+
+#include "outside/library_api.h"
+#include "platform/win.h"
+
+// Makes the first `columns` columns of a list view as wide as their texts.
+MD_API void SetListWidth(HWND dialog, int control, int columns);
