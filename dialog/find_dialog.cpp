@@ -1,5 +1,7 @@
 #include "dialog/find_dialog.h"
 
+#include "outside/blx_registry.h"
+#include "outside/md_registry.h"
 #include "outside/md_server.h"
 #include "platform/wtext.h"
 #include "shell/module_state.h"
@@ -39,14 +41,18 @@ eFileTypeSearch ClassOfFileType(LONG conditionId) {
     }
 }
 
-// Takes over a text that came as a BSTR; empty when it doesn't fit: it is never cut.
+// Takes over a text that came as a BSTR. One that doesn't fit is dropped, never cut, and leaves the
+// buffer as it was.
 void TakeText(WCHAR* buffer, std::size_t cch, BSTR text) {
     if (text == nullptr) return;
-    (void)wtext::CopyWhole(buffer, cch, WTextView(text, SysStringLen(text)));
+    const WTextView whole(text, SysStringLen(text));
+    if (whole.size() < cch) (void)wtext::CopyWhole(buffer, cch, whole);
     SysFreeString(text);
 }
 
 }  // namespace
+
+HWND modelessDialog = nullptr;
 
 SRxFindDialog::SRxFindDialog(HINSTANCE instance, MDxFileNameNode** slot, IQxLecternServer* reader,
                              eLookFor* mirror, SRxFindDlgNotify* listener)
@@ -72,6 +78,44 @@ SRxFindDialog::~SRxFindDialog() {
     criteriaHead = nullptr;
     --objectCount;
     if (server != nullptr) server->Release();
+}
+
+void SRxFindDialog::CloseDialog(bool notifyCaller) {
+    if (notifying) return;
+    OnExit();
+    if (modal) {
+        EndDialog(dialogWindow, 0);
+    } else {
+        DestroyWindow(dialogWindow);
+        modelessDialog = nullptr;
+        if (notifyCaller) {
+            notifying = true;
+            NotifyOnCancel();
+            notifying = false;
+        }
+    }
+    delete this;
+}
+
+bool SRxFindDialog::OnExit() {
+    SavePlace();
+    for (const int button : {static_cast<int>(IDC_BROWSE), static_cast<int>(IDHELP)}) {
+        const LRESULT icon = SendDlgItemMessageW(dialogWindow, button, BM_GETIMAGE, IMAGE_ICON, 0);
+        if (icon != 0) DestroyIcon(reinterpret_cast<HICON>(icon));
+    }
+    return true;
+}
+
+void SRxFindDialog::SavePlace() const {
+    RECT rect{};
+    if (!GetWindowRect(dialogWindow, &rect)) return;
+    WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
+    const HKEY key = MDxCreateRegistryKey(HKEY_CURRENT_USER, path, kPathLength);
+    if (key == nullptr) return;
+    // Left, top, width, height. Closing goes on when they can't be kept.
+    const LONG place[] = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+    (void)BLxPref_Reg::Write(key, nullptr, REG_BINARY, place, sizeof(place));
+    BLxPref_Reg::CloseKey(key);
 }
 
 bool SRxFindDialog::Initialize() {

@@ -59,6 +59,9 @@ protected:
     ~SRxFindDlgNotify() = default;
 };
 
+// The window of the open modeless find dialog, null otherwise. It hands its keys to that dialog.
+extern HWND modelessDialog;
+
 // Made with new by every entry; frees itself in CloseDialog.
 class SRxFindDialog {
 public:
@@ -72,6 +75,13 @@ public:
 
     // The user's names, for the conditions that ask for them. `inApp` is set before.
     bool Initialize();
+    // Ends the dialog's window and frees the object. `notifyCaller`: the user closed it, and a
+    // listener of a modeless dialog hears of it, the window being gone and the object not yet. Does
+    // nothing while that listener is being told.
+    void CloseDialog(bool notifyCaller);
+    // Keeps the window's place for the next opening and frees the icons of the buttons. Always
+    // true.
+    bool OnExit();
     // The reading server, created on first need outside the application; null without one. `hr` and
     // `text` (`textSize` units) may be null; the text names the context that the server works in,
     // empty when none is known or it doesn't fit.
@@ -135,6 +145,7 @@ public:
     SRxSearchObserver* observer = nullptr;
 
 private:
+    void SavePlace() const;
     void ReadAppUserName();
     HRESULT ReadServerContext(WCHAR* text, std::size_t textSize);
 };

@@ -19,6 +19,9 @@ inline constexpr UINT BM_GETCHECK = 0x00F0;
 inline constexpr UINT BM_SETCHECK = 0x00F1;
 inline constexpr UINT BM_SETSTYLE = 0x00F4;
 inline constexpr UINT BM_CLICK = 0x00F5;
+// The icon on a button, which is none here: icons are loaded nowhere yet.
+inline constexpr UINT BM_GETIMAGE = 0x00F6;
+inline constexpr WPARAM IMAGE_ICON = 1;
 inline constexpr WPARAM BST_UNCHECKED = 0;
 inline constexpr WPARAM BST_CHECKED = 1;
 inline constexpr WORD BN_CLICKED = 0;

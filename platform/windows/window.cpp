@@ -300,3 +300,8 @@ HCURSOR SetCursor(HCURSOR cursor) {
 BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes) {
     return classes != nullptr && classes->dwSize == sizeof(INITCOMMONCONTROLSEX);
 }
+
+BOOL DestroyIcon(HICON) {
+    SetLastError(ERROR_INVALID_CURSOR_HANDLE);
+    return FALSE;
+}

@@ -189,6 +189,7 @@ inline constexpr int IDOK = 1;
 inline constexpr int IDCANCEL = 2;
 inline constexpr int IDYES = 6;
 inline constexpr int IDNO = 7;
+inline constexpr int IDHELP = 9;
 inline constexpr UINT MB_OK = 0x00000000;
 inline constexpr UINT MB_YESNOCANCEL = 0x00000003;
 inline constexpr UINT MB_YESNO = 0x00000004;
@@ -204,3 +205,5 @@ inline LPCWSTR const IDC_ARROW = MAKEINTRESOURCEW(32512);
 inline LPCWSTR const IDC_WAIT = MAKEINTRESOURCEW(32514);
 HCURSOR LoadCursorW(HINSTANCE module, LPCWSTR name);
 HCURSOR SetCursor(HCURSOR cursor);
+// No icon is ever loaded, so that no handle is one: ERROR_INVALID_CURSOR_HANDLE.
+BOOL DestroyIcon(HICON icon);

@@ -265,6 +265,22 @@ TEST_F(Windows, ComboBoxes) {
     EXPECT_TRUE(buffer.IsUntouched());
 }
 
+TEST_F(Windows, DrawingTellsWhetherThereIsAWindow) {
+    const HWND gone = CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
+                                      nullptr, nullptr, nullptr);
+    DestroyWindow(gone);
+    const HWND here = CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
+                                      nullptr, nullptr, nullptr);
+    for (const HWND window : {here, gone}) {
+        const BOOL wanted = window == here;
+        EXPECT_EQ(wanted, InvalidateRect(window, nullptr, TRUE));
+        EXPECT_EQ(wanted, UpdateWindow(window));
+        EXPECT_EQ(wanted, RedrawWindow(window, nullptr, nullptr,
+                                       RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_UPDATENOW));
+    }
+    DestroyWindow(here);
+}
+
 TEST(Cursors, LoadAndSet) {
     const HCURSOR arrow = LoadCursorW(nullptr, IDC_ARROW);
     const HCURSOR wait = LoadCursorW(nullptr, IDC_WAIT);

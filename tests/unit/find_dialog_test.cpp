@@ -1,0 +1,173 @@
+// The life of the dialog object: its close, its listener, its server, what it keeps.
+#include "dialog/find_dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "outside/blx_registry.h"
+#include "outside/md_registry.h"
+#include "platform/wtext.h"
+#include "shell/module_state.h"
+
+namespace {
+
+class Listener : public SRxFindDlgNotify {
+public:
+    virtual ~Listener() = default;
+    void Reserved() override { ADD_FAILURE(); }
+    void OnOK(bool needsDocumentProperties) override { ok += needsDocumentProperties ? "1" : "0"; }
+    void OnFindDone() override {}
+    void OnCancel() override {
+        ++cancelled;
+        EXPECT_FALSE(IsWindow(window)) << "the window is gone";
+        dialog->CloseDialog(true);  // counts for nothing now
+        EXPECT_EQ(1, objectCount) << "the object isn't";
+    }
+
+    SRxFindDialog* dialog = nullptr;
+    HWND window = nullptr;
+    int cancelled = 0;
+    std::string ok;
+};
+
+HWND NewWindow() {
+    return CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 30, 40, 300, 200, nullptr,
+                           nullptr, nullptr, nullptr);
+}
+
+TEST(FindDialog, ModelessCloseTellsTheListenerOnce) {
+    for (const bool byUser : {true, false}) {
+        Listener listener;
+        auto* dialog = new SRxFindDialog(nullptr, nullptr, nullptr, nullptr, &listener);
+        listener.dialog = dialog;
+        listener.window = dialog->dialogWindow = modelessDialog = NewWindow();
+        ASSERT_NE(nullptr, listener.window);
+        dialog->CloseDialog(byUser);
+        EXPECT_EQ(byUser ? 1 : 0, listener.cancelled);
+        EXPECT_EQ(nullptr, modelessDialog);
+        EXPECT_EQ(0, objectCount);
+    }
+    WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
+    const HKEY key = MDxOpenRegistryKey(HKEY_CURRENT_USER, path, kPathLength);
+    ASSERT_NE(nullptr, key);
+    DWORD type = 0;
+    LONG place[5] = {};
+    DWORD cb = sizeof(place);
+    EXPECT_EQ(0u, BLxPref_Reg::Read(key, nullptr, &type, place, &cb));
+    BLxPref_Reg::CloseKey(key);
+    EXPECT_EQ(REG_BINARY, type);
+    EXPECT_EQ(4 * sizeof(LONG), cb);
+    EXPECT_EQ((std::vector<LONG>{30, 40, 300, 200}), std::vector<LONG>(place, place + 4));
+}
+
+TEST(FindDialog, ModalCloseTellsNobody) {
+    Listener listener;
+    auto* dialog = new SRxFindDialog(nullptr, nullptr, nullptr, nullptr, &listener);
+    dialog->SetModal(true);
+    const HWND window = dialog->dialogWindow = NewWindow();
+    dialog->CloseDialog(true);
+    EXPECT_EQ(0, listener.cancelled);
+    EXPECT_EQ(0, objectCount);
+    DestroyWindow(window);
+}
+
+TEST(FindDialog, TellsWhetherPropertiesAreNeeded) {
+    Listener listener;
+    SRxFindDialog dialog(nullptr, nullptr, nullptr, nullptr, &listener);
+    dialog.NotifyOnOK();
+    dialog.criteriaHead = new SRxCriteriaNode(PROP_FILE_NAME, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    dialog.NotifyOnOK();
+    dialog.criteriaHead->nextCriterion =
+        new SRxCriteriaNode(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    dialog.NotifyOnOK();
+    EXPECT_EQ("001", listener.ok);
+}
+
+TEST(FindDialog, SelectionSlot) {
+    MDxFileNameNode* chain = nullptr;
+    SRxFindDialog dialog(nullptr, nullptr, nullptr, nullptr, nullptr);
+    EXPECT_EQ(nullptr, dialog.GetSelection());
+    EXPECT_FALSE(dialog.callerOwnsSelection);
+    dialog.SetSelection(&chain);
+    dialog.SetSelection(nullptr);
+    EXPECT_TRUE(dialog.callerOwnsSelection) << "stays as it was";
+}
+
+// A server whose texts are as long as asked, and which counts its references.
+class Server : public IQxLecternServer, public IQxServerProperties, public IQxWorkContext {
+public:
+    virtual ~Server() = default;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
+        *ppv = riid == IID_IQxServerProperties ? static_cast<IQxServerProperties*>(this) : nullptr;
+        if (*ppv == nullptr) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
+    ULONG STDMETHODCALLTYPE Release() override { return --references; }
+    HRESULT STDMETHODCALLTYPE GetTextProperty(LONG id, BSTR* text) override {
+        EXPECT_EQ(kServerUserNameId, id);
+        return *text = SysAllocString(WText(userLength, 'u').c_str()), S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetWorkContext(IQxWorkContext** context) override {
+        AddRef();
+        return *context = this, S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetWorkContextName(BSTR* name) override {
+        return *name = SysAllocString(WText(nameLength, 'n').c_str()), S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetWorkContextFolder(BSTR* folder) override {
+        return *folder = nullptr, S_OK;
+    }
+
+    ULONG references = 1;
+    std::size_t userLength = 0;
+    std::size_t nameLength = 0;
+};
+
+TEST(FindDialog, TextsOfTheServerAreWholeOrNotThere) {
+    const struct {
+        std::size_t sent;
+        std::size_t user;     // of 128 units
+        std::size_t context;  // of 261, and of the caller's 20
+        std::size_t small;
+    } kRows[] = {{0, 0, 0, 0},     {19, 19, 19, 19}, {20, 20, 20, 0}, {127, 127, 127, 0},
+                 {128, 0, 128, 0}, {260, 0, 260, 0}, {261, 0, 0, 0}};
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.sent);
+        Server server;
+        server.userLength = server.nameLength = row.sent;
+        {
+            SRxFindDialog dialog(nullptr, nullptr, &server, nullptr, nullptr);
+            EXPECT_EQ(2u, server.references);
+            EXPECT_TRUE(dialog.Initialize());
+            EXPECT_EQ(row.user, wtext::Length(dialog.appUserName));
+            EXPECT_NE(0u, wtext::Length(dialog.loginUserName));
+            WCHAR text[300];
+            HRESULT status = E_FAIL;
+            EXPECT_EQ(&server, dialog.GetServer(&status, text, 300));
+            EXPECT_EQ(S_OK, status);
+            EXPECT_EQ(row.context, wtext::Length(text));
+            (void)dialog.GetServer(nullptr, text, 20);
+            EXPECT_EQ(row.small, wtext::Length(text));
+        }
+        EXPECT_EQ(1u, server.references) << "every reference was given back";
+    }
+}
+
+TEST(FindDialog, InTheApplicationNoServerIsMade) {
+    SRxFindDialog dialog(nullptr, nullptr, nullptr, nullptr, nullptr);
+    HRESULT status = E_FAIL;
+    dialog.SetInApp(true);
+    EXPECT_EQ(nullptr, dialog.GetServer(&status, nullptr, 0));
+    EXPECT_EQ(S_OK, status) << "nobody was asked";
+    dialog.SetInApp(false);
+    WCHAR text[5] = TEXT("old");
+    EXPECT_EQ(nullptr, dialog.GetServer(&status, text, 5));
+    EXPECT_GT(0, status) << "no server is there";
+    EXPECT_EQ(0, text[0]);
+}
+
+}  // namespace
