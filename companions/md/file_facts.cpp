@@ -1,5 +1,6 @@
 #include "companions/md/file_facts.h"
 
+#include "outside/md_document_classes.h"
 #include "outside/md_properties.h"
 #include "platform/native_path.h"
 
@@ -11,27 +12,13 @@ struct KindRow {
     GUID rootClass;  // of a genuine document of this kind
 };
 constexpr KindRow kKinds[] = {
-    {TEXT(".hsb"),
-     eKindAssembly,
-     {0xE60F81E1, 0x49B3, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}}},
-    {TEXT(".hpa"),
-     eKindPart,
-     {0x4D29B490, 0x49B2, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}}},
-    {TEXT(".hdg"),
-     eKindDrawing,
-     {0xBBF9FDF1, 0x52DC, 0x11D0, {0x8C, 0x04, 0x08, 0x00, 0x09, 0x0B, 0xE8, 0xEC}}},
-    {TEXT(".cvd"),
-     eKindDrawing,
-     {0xBBF9FDF1, 0x52DC, 0x11D0, {0x8C, 0x04, 0x08, 0x00, 0x09, 0x0B, 0xE8, 0xEC}}},
-    {TEXT(".hpr"),
-     eKindPresentation,
-     {0x76283A80, 0x50DD, 0x11D3, {0xA7, 0xE3, 0x00, 0xC0, 0x4F, 0x79, 0xD7, 0xBC}}},
-    {TEXT(".hdx"),
-     eKindDesignElement,
-     {0x62FBB030, 0x24C7, 0x11D3, {0xB7, 0x8D, 0x00, 0x60, 0xB0, 0xF1, 0x59, 0xEF}}},
-    {TEXT(".cvw"),
-     eKindWire,
-     {0xA2B4C17D, 0xF0D2, 0x4C0F, {0x97, 0x99, 0xDD, 0x5F, 0x71, 0xDF, 0xB2, 0x91}}},
+    {TEXT(".hsb"), eKindAssembly, kAssemblyClass},
+    {TEXT(".hpa"), eKindPart, kPartClass},
+    {TEXT(".hdg"), eKindDrawing, kDrawingClass},
+    {TEXT(".cvd"), eKindDrawing, kDrawingClass},
+    {TEXT(".hpr"), eKindPresentation, kPresentationClass},
+    {TEXT(".hdx"), eKindDesignElement, kDesignElementClass},
+    {TEXT(".cvw"), eKindWire, kWireClass},
 };
 
 // Files of other programs that a search meets often: their extension alone tells what they are not,

@@ -1,5 +1,6 @@
 #include "host/srsample/sample_content.h"
 
+#include "outside/md_document_classes.h"
 using mddoc::eSetKind;
 using mddoc::PropertyValue;
 
@@ -48,14 +49,7 @@ constexpr Text kRemarks[] = {TEXT("Check the fit of the bore."),
                              TEXT("Replaces the welded version."),
                              TEXT("Tolerances after the second trial.\r\nSee the minutes."),
                              TEXT("100 % inspected"), TEXT("Only with the long lever")};
-constexpr GUID kSubtypes[] = {
-    {0x4D29B490, 0x49B2, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}},
-    {0x9C464203, 0x9BAE, 0x11D3, {0x8B, 0xAD, 0x00, 0x60, 0xB0, 0xCE, 0x6B, 0xB4}},
-    {0x28EC8354, 0x9024, 0x440F, {0xA8, 0xA2, 0x0E, 0x0E, 0x55, 0xD6, 0x35, 0xB0}}};
-constexpr GUID kWeldedAssembly = {
-    0x9C464204, 0x9BAE, 0x11D3, {0x8B, 0xAD, 0x00, 0x60, 0xB0, 0xCE, 0x6B, 0xB4}};
-constexpr GUID kLibraryPart = {
-    0x9C88D3AF, 0xC3EB, 0x11D3, {0xB7, 0x9E, 0x00, 0x60, 0xB0, 0xF1, 0x59, 0xEF}};
+constexpr GUID kSubtypes[] = {kPartClass, kSheetMetalSubtype, kWeldedSubtype};
 
 constexpr std::uint64_t kTicksInSecond = 10000000;
 constexpr std::uint64_t kTicksInDay = 86400 * kTicksInSecond;
@@ -186,8 +180,8 @@ void Filler::Product(bool isLibraryPart) {
     Add(product, kDesignStateId, VT_I4).number = 1 + random_.Below(3);
     GUID subtype = RootClassOf(document_.kind);
     if (document_.kind == eSampleKind::Part) subtype = random_.Pick(kSubtypes);
-    if (document_.kind == eSampleKind::Assembly && random_.Chance(25)) subtype = kWeldedAssembly;
-    Add(product, kSubtypeId, VT_CLSID).guid = isLibraryPart ? kLibraryPart : subtype;
+    if (document_.kind == eSampleKind::Assembly && random_.Chance(25)) subtype = kFabricatedSubtype;
+    Add(product, kSubtypeId, VT_CLSID).guid = isLibraryPart ? kLibrarySubtype : subtype;
     const bool isControlled = random_.Chance(40);
     for (const std::uint32_t id : kControlPersonIds) {
         if (isControlled) AddText(product, id, random_.Pick(kPersons));

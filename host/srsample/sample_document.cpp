@@ -2,29 +2,12 @@
 
 #include "host/srsample/compound_writer.h"
 #include "host/srsample/property_set_writer.h"
+#include "outside/md_document_classes.h"
 
 using mddoc::eSetKind;
 using mddoc::PropertyValue;
 
 namespace {
-
-constexpr GUID kPartClass = {
-    0x4D29B490, 0x49B2, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}};
-constexpr GUID kAssemblyClass = {
-    0xE60F81E1, 0x49B3, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}};
-constexpr GUID kDrawingClass = {
-    0xBBF9FDF1, 0x52DC, 0x11D0, {0x8C, 0x04, 0x08, 0x00, 0x09, 0x0B, 0xE8, 0xEC}};
-constexpr GUID kPresentationClass = {
-    0x76283A80, 0x50DD, 0x11D3, {0xA7, 0xE3, 0x00, 0xC0, 0x4F, 0x79, 0xD7, 0xBC}};
-constexpr GUID kDesignElementClass = {
-    0x62FBB030, 0x24C7, 0x11D3, {0xB7, 0x8D, 0x00, 0x60, 0xB0, 0xF1, 0x59, 0xEF}};
-
-constexpr GUID kSummaryFormat = {
-    0xF29F85E0, 0x4FF9, 0x1068, {0xAB, 0x91, 0x08, 0x00, 0x2B, 0x27, 0xB3, 0xD9}};
-constexpr GUID kDocumentSummaryFormat = {
-    0xD5CDD502, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
-constexpr GUID kUserDefinedFormat = {
-    0xD5CDD505, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
 
 constexpr std::uint32_t kPreviewId = 17;
 
@@ -137,14 +120,15 @@ std::vector<std::uint8_t> BuildDocument(const SampleDocument& document) {
     CompoundWriter writer;
     writer.SetRootClass(RootClassOf(document.kind));
     bool isUsed = false;
-    PropertySectionWriter summary = SectionOf(document, eSetKind::Summary, kSummaryFormat, isUsed);
+    PropertySectionWriter summary =
+        SectionOf(document, eSetKind::Summary, mddoc::kSummaryFormat, isUsed);
     if (!document.preview.empty()) summary.AddPicture(kPreviewId, document.preview);
     writer.AddStream(TEXT("\005SummaryInformation"), BuildPropertySet({summary}));
 
     std::vector<PropertySectionWriter> office = {
-        SectionOf(document, eSetKind::DocumentSummary, kDocumentSummaryFormat, isUsed)};
+        SectionOf(document, eSetKind::DocumentSummary, mddoc::kDocumentSummaryFormat, isUsed)};
     PropertySectionWriter custom =
-        SectionOf(document, eSetKind::UserDefined, kUserDefinedFormat, isUsed);
+        SectionOf(document, eSetKind::UserDefined, mddoc::kUserDefinedFormat, isUsed);
     if (isUsed) office.push_back(custom);
     writer.AddStream(TEXT("\005DocumentSummaryInformation"), BuildPropertySet(office));
 

@@ -15,12 +15,6 @@ using mddoc::eSetKind;
 using mddoc::PropertyEntry;
 using mddoc::PropertyValue;
 
-constexpr GUID kSummary = {
-    0xF29F85E0, 0x4FF9, 0x1068, {0xAB, 0x91, 0x08, 0x00, 0x2B, 0x27, 0xB3, 0xD9}};
-constexpr GUID kDocumentSummary = {
-    0xD5CDD502, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
-constexpr GUID kUserDefined = {
-    0xD5CDD505, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
 constexpr HRESULT kCorrupt = STG_E_DOCFILECORRUPT;
 
 FileContents FileWith(WTextView stream, const FileContents& set) {
@@ -30,7 +24,7 @@ FileContents FileWith(WTextView stream, const FileContents& set) {
 }
 
 FileContents SummaryFile(const FileContents& set) {
-    return FileWith(TEXT("\005SummaryInformation"), set);
+    return FileWith(mddoc::kSummaryStream, set);
 }
 
 // A summary of one section whose bytes are given: the code page, and one value under id 2.
@@ -39,7 +33,7 @@ FileContents OneValue(std::uint16_t codePage, const FileContents& value) {
     out.Number16(0xFFFE);
     out.Fill(0, 22);
     out.Number32(1);
-    out.Id(kSummary);
+    out.Id(mddoc::kSummaryFormat);
     out.Number32(48);
     out.Number32(static_cast<std::uint32_t>(32 + value.size()));
     out.Number32(2);
@@ -160,16 +154,16 @@ TEST(PropertySet, NamesOfTheUserDefinedSet) {
     for (const int codePage : {1252, 65001, 1200}) {
         SCOPED_TRACE(codePage);
         const auto page = static_cast<std::uint16_t>(codePage);
-        PropertySectionWriter office(kDocumentSummary, page);
+        PropertySectionWriter office(mddoc::kDocumentSummaryFormat, page);
         office.AddText(15, TEXT("Works"));
-        PropertySectionWriter custom(kUserDefined, page);
+        PropertySectionWriter custom(mddoc::kUserDefinedFormat, page);
         custom.AddText(2, TEXT("green"));
         custom.AddName(2, TEXT("F\u00E4rbe"));
         custom.AddNumber(3, 9);
         custom.AddName(3, TEXT("No"));
         custom.AddNumber(4, 1);
         ASSERT_EQ(S_OK, document.Open(
-                            folder.Write("names", FileWith(TEXT("\005DocumentSummaryInformation"),
+                            folder.Write("names", FileWith(mddoc::kDocumentSummaryStream,
                                                            BuildPropertySet({office, custom})))));
         PropertyValue value;
         EXPECT_EQ(S_OK, document.FindByName(TEXT("f\u00C4RBE"), value));
@@ -297,26 +291,26 @@ TEST(DocumentProperties, ForeignFilesAndNoFiles) {
     ASSERT_EQ(S_OK, document.Open(folder.Write("good", good)));
     FileContents bytes;
     EXPECT_EQ(S_FALSE, document.ReadStream(TEXT("other"), 100, bytes));
-    EXPECT_EQ(STG_E_READFAULT, document.ReadStream(TEXT("\005SummaryInformation"), 10, bytes));
-    EXPECT_EQ(S_OK, document.ReadStream(TEXT("\005SummaryInformation"), 1000, bytes));
+    EXPECT_EQ(STG_E_READFAULT, document.ReadStream(mddoc::kSummaryStream, 10, bytes));
+    EXPECT_EQ(S_OK, document.ReadStream(mddoc::kSummaryStream, 1000, bytes));
     EXPECT_EQ(OneValue(1252, Lpstr("x")), bytes);
 }
 
 // ---- a good document, cut off and with single bytes changed
 
 FileContents RichDocument() {
-    PropertySectionWriter summary(kSummary, 1252);
+    PropertySectionWriter summary(mddoc::kSummaryFormat, 1252);
     summary.AddText(2, TEXT("Bracket"));
     summary.AddTime(12, 0x01C0FFEE12345678);
     summary.AddPicture(17, FileContents(4500, 3));
-    PropertySectionWriter office(kDocumentSummary, 65001);
+    PropertySectionWriter office(mddoc::kDocumentSummaryFormat, 65001);
     office.AddTexts(13, {TEXT("one"), TEXT("two")});
-    PropertySectionWriter custom(kUserDefined, 1200);
+    PropertySectionWriter custom(mddoc::kUserDefinedFormat, 1200);
     custom.AddText(2, TEXT("steel"));
     custom.AddName(2, TEXT("Material"));
     CompoundWriter writer;
-    writer.AddStream(TEXT("\005SummaryInformation"), BuildPropertySet({summary}));
-    writer.AddStream(TEXT("\005DocumentSummaryInformation"), BuildPropertySet({office, custom}));
+    writer.AddStream(mddoc::kSummaryStream, BuildPropertySet({summary}));
+    writer.AddStream(mddoc::kDocumentSummaryStream, BuildPropertySet({office, custom}));
     return writer.Build();
 }
 
@@ -364,7 +358,7 @@ TEST(DocumentProperties, OverlappingVectorsCostNoTime) {
     set.Number16(0xFFFE);
     set.Fill(0, 22);
     set.Number32(1);
-    set.Id(kSummary);
+    set.Id(mddoc::kSummaryFormat);
     set.Number32(48);
     set.Bytes(section.Done());
     const TempFolder folder;

@@ -3,26 +3,16 @@
 #include <algorithm>
 
 #include "companions/md/document/document_properties.h"
+#include "outside/md_document_classes.h"
 #include "platform/host/host_files.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr GUID kSummary = {
-    0xF29F85E0, 0x4FF9, 0x1068, {0xAB, 0x91, 0x08, 0x00, 0x2B, 0x27, 0xB3, 0xD9}};
-constexpr GUID kDocumentSummary = {
-    0xD5CDD502, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
-constexpr GUID kUserDefined = {
-    0xD5CDD505, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
-
 GUID RootClassOf(const std::string& file) {
-    constexpr GUID kAssembly = {
-        0xE60F81E1, 0x49B3, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}};
-    constexpr GUID kPart = {
-        0x4D29B490, 0x49B2, 0x11D0, {0x93, 0xC3, 0x7E, 0x07, 0x06, 0x00, 0x00, 0x00}};
     const std::string extension = fs::path(file).extension().string();
-    return extension == ".hpa" ? kPart : extension == ".hsb" ? kAssembly : GUID{};
+    return extension == ".hpa" ? kPartClass : extension == ".hsb" ? kAssemblyClass : GUID{};
 }
 
 fs::path NewFolder() {
@@ -81,15 +71,15 @@ void SearchTest::Document(const std::string& file, const FillSection& product,
         writer.AddStream(mddoc::kProductStream, BuildPropertySet({section}));
     }
     if (userDefined) {
-        const PropertySectionWriter first(kDocumentSummary, kUtf8);
-        PropertySectionWriter second(kUserDefined, kUtf8);
+        const PropertySectionWriter first(mddoc::kDocumentSummaryFormat, kUtf8);
+        PropertySectionWriter second(mddoc::kUserDefinedFormat, kUtf8);
         userDefined(second);
-        writer.AddStream(TEXT("\005DocumentSummaryInformation"), BuildPropertySet({first, second}));
+        writer.AddStream(mddoc::kDocumentSummaryStream, BuildPropertySet({first, second}));
     }
     if (summary) {
-        PropertySectionWriter section(kSummary, kUtf8);
+        PropertySectionWriter section(mddoc::kSummaryFormat, kUtf8);
         summary(section);
-        writer.AddStream(TEXT("\005SummaryInformation"), BuildPropertySet({section}));
+        writer.AddStream(mddoc::kSummaryStream, BuildPropertySet({section}));
     }
     WriteFile(file, writer.Build());
 }

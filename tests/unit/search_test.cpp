@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/srsample/sample_document.h"
+#include "outside/md_document_classes.h"
 #include "tests/unit/search_fixture.h"
 
 namespace {
@@ -163,8 +164,6 @@ struct JudgedRow {
 };
 
 TEST_F(SearchTest, JudgesEachKindOfProperty) {
-    constexpr GUID kSheetMetal = {
-        0x9C464203, 0x9BAE, 0x11D3, {0x8B, 0xAD, 0x00, 0x60, 0xB0, 0xCE, 0x6B, 0xB4}};
     constexpr std::uint64_t k2024March7Noon = 133542720000000000;
     Document(
         "full.hpa",
@@ -174,7 +173,7 @@ TEST_F(SearchTest, JudgesEachKindOfProperty) {
             set.AddTime(11, k2024March7Noon);
             set.AddCurrency(36, 125000);
             set.AddNumber(40, 3);
-            set.AddId(31, kSheetMetal);
+            set.AddId(31, kSheetMetalSubtype);
             set.AddText(1005, TEXT("Bo Lund"));
             set.AddTime(1008, k2024March7Noon);
             set.AddNumber(1103, 1);

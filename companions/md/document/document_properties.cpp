@@ -4,11 +4,6 @@ namespace mddoc {
 
 namespace {
 
-constexpr const WCHAR* kSummaryStream = TEXT("\005SummaryInformation");
-constexpr const WCHAR* kDocumentSummaryStream = TEXT("\005DocumentSummaryInformation");
-constexpr GUID kUserDefinedFormat = {
-    0xD5CDD505, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
-
 const WCHAR* StreamName(eSetKind kind) {
     switch (kind) {
         case eSetKind::Summary:

@@ -18,6 +18,16 @@ enum class eSetKind {
 };
 inline constexpr std::size_t kSetKinds = 4;
 
+// The published formats of the office sets.
+inline constexpr GUID kSummaryFormat = {
+    0xF29F85E0, 0x4FF9, 0x1068, {0xAB, 0x91, 0x08, 0x00, 0x2B, 0x27, 0xB3, 0xD9}};
+inline constexpr GUID kDocumentSummaryFormat = {
+    0xD5CDD502, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
+inline constexpr GUID kUserDefinedFormat = {
+    0xD5CDD505, 0x2E9C, 0x101B, {0x93, 0x97, 0x08, 0x00, 0x2B, 0x2C, 0xF9, 0xAE}};
+inline constexpr const WCHAR* kSummaryStream = TEXT("\005SummaryInformation");
+inline constexpr const WCHAR* kDocumentSummaryStream = TEXT("\005DocumentSummaryInformation");
+
 // The product's own set; docs/document-format.md describes it.
 inline constexpr GUID kProductFormat = {
     0x8D5A2C41, 0x6E0B, 0x4F7C, {0x9B, 0x1D, 0x3A, 0x52, 0xC7, 0x0E, 0x94, 0xF6}};
