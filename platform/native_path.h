@@ -16,6 +16,9 @@ using NativePath = std::string;
 // The path in the form of the operating system, from one in the form of Windows. Empty, with the
 // last error, when there is no such path natively (another drive, a network path).
 NativePath NativePathFromWide(WTextView path);
+// The absolute path, its dot names resolved, of a path in the form of Windows. Empty when there is
+// none.
+WText FullWidePath(const WText& path);
 // The absolute path in the form of Windows, from one as a person types it. Empty when there is
 // none.
 WText AbsoluteWidePath(const NativePath& path);

@@ -6,10 +6,6 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-WCHAR FoldAscii(WCHAR unit) {
-    return unit >= 'A' && unit <= 'Z' ? static_cast<WCHAR>(unit + ('a' - 'A')) : unit;
-}
-
 void AppendUtf8(std::string& out, char32_t c) {
     if (c < 0x80) {
         out += static_cast<char>(c);

@@ -20,6 +20,10 @@ inline std::size_t Length(const WCHAR* text) {
 
 // Exact comparison, unit by unit; negative, 0 or positive.
 int Compare(const WCHAR* a, const WCHAR* b);
+// The lower-case letter of an ASCII letter, and any other unit itself.
+inline WCHAR FoldAscii(WCHAR unit) {
+    return unit >= 'A' && unit <= 'Z' ? static_cast<WCHAR>(unit + ('a' - 'A')) : unit;
+}
 // Without regard to the case of ASCII letters.
 bool EqualsAsciiFold(WTextView a, WTextView b);
 

@@ -5,7 +5,7 @@
 
 #include "outside/md_small_aids.h"
 #include "outside/md_window_aids.h"
-#include "platform/wtext.h"
+#include "platform/resource_text.h"
 #include "search/found_ids.h"
 #include "search/search.h"
 #include "search/search_observer.h"
@@ -17,10 +17,8 @@ constexpr int kFoundColumns = 2;
 constexpr WPARAM kWholeStatusBar = SBT_NOBORDERS;  // part 0
 constexpr std::size_t kShownFolder = 261;          // units that a row's folder is read with
 
-WText ResourceText(const SRxFoundList& list, UINT id) {
-    WCHAR text[kLabelLength];
-    const int length = LoadStringW(list.dialog->resourceInstance, id, text, kLabelLength);
-    return length > 0 ? WText(text, static_cast<std::size_t>(length)) : WText();
+WText TextOf(const SRxFoundList& list, UINT id) {
+    return ResourceText(list.dialog->resourceInstance, id);
 }
 
 void SetStatus(const SRxFoundList& list, const WText& text) {
@@ -93,7 +91,7 @@ void PumpMessages(SRxFoundList& list) {
 bool ShowProgress(SRxFoundList& list, const WCHAR* path) {
     constexpr UINT kPaintNow = RDW_INTERNALPAINT | RDW_UPDATENOW;
     if (list.statusBar == nullptr) return !list.stopRequested;
-    SetStatus(list, wtext::Format(ResourceText(list, STR_SEARCHING_IN), {path}));
+    SetStatus(list, wtext::Format(TextOf(list, STR_SEARCHING_IN), {path}));
     RedrawWindow(list.statusBar, nullptr, nullptr, kPaintNow);
     if (++list.pumpCounter > kTextsBetweenPumps) {
         RedrawWindow(list.window, nullptr, nullptr, kPaintNow);
@@ -135,11 +133,11 @@ void CloseFoundSearch(SRxFoundList& list) {
     WText head;
     WText tail;
     if (count < 1) {
-        head = ResourceText(list, STR_NOTHING_FOUND);
+        head = TextOf(list, STR_NOTHING_FOUND);
     } else {
-        tail = wtext::Format(ResourceText(list, STR_FILES_FOUND), {wtext::FromNumber(count)});
+        tail = wtext::Format(TextOf(list, STR_FILES_FOUND), {wtext::FromNumber(count)});
     }
-    if (list.stopRequested) head = ResourceText(list, STR_STOPPED);
+    if (list.stopRequested) head = TextOf(list, STR_STOPPED);
     SetListWidth(list.window, IDC_FOUND_LIST, kFoundColumns);
     SetStatus(list, head + tail);
     EnableWindow(GetDlgItem(list.window, IDC_FOUND_STOP), FALSE);

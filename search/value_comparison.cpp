@@ -13,17 +13,8 @@ bool IsPrintableAscii(WTextView text) {
     return true;
 }
 
-WCHAR FoldAscii(WCHAR unit) {
-    return unit >= 'A' && unit <= 'Z' ? static_cast<WCHAR>(unit + ('a' - 'A')) : unit;
-}
-
 bool AsciiEqual(WTextView a, WTextView b, bool ignoreCase) {
-    if (!ignoreCase) return a == b;
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (FoldAscii(a[i]) != FoldAscii(b[i])) return false;
-    }
-    return true;
+    return ignoreCase ? wtext::EqualsAsciiFold(a, b) : a == b;
 }
 
 bool SystemEqual(WTextView a, WTextView b, DWORD flags) {

@@ -6,10 +6,6 @@ bool IsDigit(WCHAR unit) {
     return unit >= '0' && unit <= '9';
 }
 
-WCHAR Fold(WCHAR unit) {
-    return unit >= 'A' && unit <= 'Z' ? static_cast<WCHAR>(unit + ('a' - 'A')) : unit;
-}
-
 // Takes the run of digits from the front of `text`, without its leading zeros. Values of any length
 // compare so: the longer run is the greater.
 WTextView TakeNumber(WTextView& text) {
@@ -32,8 +28,8 @@ int CompareNatural(WTextView a, WTextView b) {
             if (const int order = numberA.compare(numberB)) return order;
             continue;
         }
-        const WCHAR unitA = Fold(a.front());
-        const WCHAR unitB = Fold(b.front());
+        const WCHAR unitA = wtext::FoldAscii(a.front());
+        const WCHAR unitB = wtext::FoldAscii(b.front());
         if (unitA != unitB) return unitA < unitB ? -1 : 1;
         a.remove_prefix(1);
         b.remove_prefix(1);

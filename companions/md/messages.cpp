@@ -1,6 +1,6 @@
 #include "outside/md_messages.h"
 
-#include "platform/wtext.h"
+#include "platform/resource_text.h"
 #include "resource/string_ids.h"
 
 namespace {
@@ -22,9 +22,8 @@ UINT PictureOf(int kind) {
 
 // The text of a string, or one that names the missing number: a message is never lost.
 WText TextOf(HINSTANCE instance, UINT id) {
-    const WCHAR* text = nullptr;
-    const int length = LoadStringW(instance, id, reinterpret_cast<LPWSTR>(&text), 0);
-    if (length > 0) return WText(text, static_cast<std::size_t>(length));
+    const WText text = ResourceText(instance, id);
+    if (!text.empty()) return text;
     return wtext::Format(TEXT("Message %d has no text in the resource library."),
                          {wtext::FromNumber(id)});
 }

@@ -11,20 +11,11 @@ WText FolderOf(const WCHAR* path) {
     return WText(path, static_cast<std::size_t>(PathFindFileNameW(path) - path));
 }
 
-// The path with its dot names resolved; empty when it is none.
-WText FullPath(const WText& path) {
-    const DWORD cch = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-    if (cch == 0) return {};
-    WText full(cch, 0);
-    full.resize(GetFullPathNameW(path.c_str(), cch, full.data(), nullptr));
-    return full;
-}
-
 // Where the document is now: beside the one that refers to it, or where it was at the last saving.
 // Empty when it is at neither place.
 WText Locate(const WText& folder, const mddoc::DocumentReference& reference) {
     if (!reference.relativePath.empty()) {
-        const WText relative = FullPath(folder + reference.relativePath);
+        const WText relative = FullWidePath(folder + reference.relativePath);
         if (!relative.empty() && PathFileExistsW(relative.c_str())) return relative;
     }
     if (!reference.fullPath.empty() && PathFileExistsW(reference.fullPath.c_str())) {

@@ -8,6 +8,7 @@
 #include "outside/ps_property_specifics.h"
 #include "platform/native_path.h"
 #include "platform/number_text.h"
+#include "platform/resource_text.h"
 
 namespace {
 
@@ -100,10 +101,7 @@ CriterionParser::CriterionParser(HINSTANCE resources) : resources_(resources) {
 }
 
 WText CriterionParser::TextOf(LONG id) const {
-    const WCHAR* text = nullptr;
-    const int length =
-        LoadStringW(resources_, static_cast<UINT>(id), reinterpret_cast<LPWSTR>(&text), 0);
-    return length > 0 ? WText(text, static_cast<std::size_t>(length)) : WText();
+    return ResourceText(resources_, static_cast<UINT>(id));
 }
 
 std::unique_ptr<SRxCriteriaNode> CriterionParser::Parse(std::string_view text, LONG join,

@@ -6,18 +6,13 @@
 #include "platform/host/host_files.h"
 #include "platform/host/program_main.h"
 #include "platform/native_path.h"
+#include "platform/resource_text.h"
 #include "resource/string_ids.h"
 #include "search/found_list.h"
 
 namespace {
 
 constexpr std::chrono::milliseconds kBetweenLines{100};
-
-WText ResourceText(HINSTANCE resources, UINT id) {
-    const WCHAR* text = nullptr;
-    const int length = LoadStringW(resources, id, reinterpret_cast<LPWSTR>(&text), 0);
-    return length > 0 ? WText(text, static_cast<std::size_t>(length)) : WText();
-}
 
 std::string Reason(HRESULT status) {
     switch (status) {

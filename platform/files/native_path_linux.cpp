@@ -10,13 +10,7 @@ NativePath NativePathFromWide(WTextView path) {
 }
 
 WText AbsoluteWidePath(const NativePath& path) {
-    if (path.empty()) return {};
-    const WText wide = platform::PathFromBytes(path);
-    const DWORD cch = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
-    if (cch == 0) return {};
-    WText full(cch, 0);
-    full.resize(GetFullPathNameW(wide.c_str(), cch, full.data(), nullptr));
-    return full;
+    return FullWidePath(platform::PathFromBytes(path));
 }
 
 std::string DisplayPath(WTextView path) {

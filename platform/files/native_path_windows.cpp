@@ -5,12 +5,7 @@ NativePath NativePathFromWide(WTextView path) {
 }
 
 WText AbsoluteWidePath(const NativePath& path) {
-    if (path.empty()) return {};
-    const DWORD cch = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-    if (cch == 0) return {};
-    WText full(cch, 0);
-    full.resize(GetFullPathNameW(path.c_str(), cch, full.data(), nullptr));
-    return full;
+    return FullWidePath(path);
 }
 
 std::string DisplayPath(WTextView path) {

@@ -8,10 +8,6 @@ namespace {
 
 constexpr WCHAR kByteBase = 0xF000;
 
-bool IsSeparator(WCHAR unit) {
-    return unit == '\\' || unit == '/';
-}
-
 bool IsForbidden(unsigned char byte) {
     switch (byte) {
         case '\\':

@@ -11,6 +11,10 @@
 
 namespace platform {
 
+inline bool IsSeparator(WCHAR unit) {
+    return unit == '\\' || unit == '/';
+}
+
 // One name, without separators.
 void AppendNameFromBytes(WText& out, std::string_view bytes);
 void AppendNameToBytes(std::string& out, WTextView name);

@@ -13,10 +13,6 @@
 
 namespace {
 
-bool IsSeparator(WCHAR unit) {
-    return unit == '\\' || unit == '/';
-}
-
 // Copies out as the Windows calls do: the units without the terminator, or, when it doesn't fit,
 // the units needed with it and the buffer untouched.
 DWORD CopyOrMeasure(const WText& text, DWORD cch, LPWSTR buffer) {
@@ -66,7 +62,7 @@ bool StatPath(LPCWSTR path, struct stat& status) {
 void AppendComponents(std::vector<WTextView>& components, WTextView path) {
     while (!path.empty()) {
         std::size_t end = 0;
-        while (end < path.size() && !IsSeparator(path[end]))
+        while (end < path.size() && !platform::IsSeparator(path[end]))
             ++end;
         const WTextView name = path.substr(0, end);
         if (name == TEXT("..")) {
@@ -144,14 +140,14 @@ DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart)
     }
     WTextView text(path);
     WText drive;
-    bool rooted = IsSeparator(text[0]);
+    bool rooted = platform::IsSeparator(text[0]);
     if (text.size() >= 2 && text[1] == ':') {
         drive = text.substr(0, 2);
         text.remove_prefix(2);
         // Another drive has no current folder here, so its root stands for it.
         const bool isOther = drive[0] != 'Z' && drive[0] != 'z';
-        rooted = isOther || (!text.empty() && IsSeparator(text[0]));
-    } else if (text.size() >= 2 && rooted && IsSeparator(text[1])) {
+        rooted = isOther || (!text.empty() && platform::IsSeparator(text[0]));
+    } else if (text.size() >= 2 && rooted && platform::IsSeparator(text[1])) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return 0;
     }
@@ -165,7 +161,7 @@ DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart)
         full += static_cast<WCHAR>('\\');
         full += name;
     }
-    const bool closed = !text.empty() && IsSeparator(text.back());
+    const bool closed = !text.empty() && platform::IsSeparator(text.back());
     if (components.empty() || closed) full += static_cast<WCHAR>('\\');
     const DWORD length = CopyOrMeasure(full, cch, buffer);
     if (filePart != nullptr && length < cch && !components.empty() && !closed) {

@@ -1,19 +1,12 @@
 // Native build: the path functions that work on text alone.
-#include "platform/wtext.h"
-
-namespace {
-
-bool IsSeparator(WCHAR unit) {
-    return unit == '\\' || unit == '/';
-}
-
-}  // namespace
+#include "platform/files/path_mapping.h"
 
 LPWSTR PathFindFileNameW(LPCWSTR path) {
     if (path == nullptr) return nullptr;
     LPCWSTR name = path;
     for (; *path != 0; ++path) {
-        if ((IsSeparator(*path) || *path == ':') && path[1] != 0 && !IsSeparator(path[1])) {
+        if ((platform::IsSeparator(*path) || *path == ':') && path[1] != 0 &&
+            !platform::IsSeparator(path[1])) {
             name = path + 1;
         }
     }
