@@ -1,12 +1,106 @@
 // Criteria about things inside a document. The search only carries the question: whoever receives
 // the hit applies its records to the document's contents.
+#include <algorithm>
+
 #include "outside/md_property_rows.h"
-#include "platform/wtext.h"
+#include "platform/resource_text.h"
 #include "search/property_criteria.h"
 
 namespace {
 
-// Numbers as scanf's " %i" reads them: blanks, a sign, then decimal, 0x or 0 for octal digits.
+// The operations of a record by their arguments. The kinds of feature share theirs, whose rows
+// stand under the first of the three categories.
+struct FlagRow {  // set or not
+    LONG category;
+    LONG number;
+    void (MDxCritNode::*set)(bool);
+};
+constexpr FlagRow kFlagRows[] = {
+    {eCategoryComponent, 109, &MDxCritNode::CritAdaptive},
+    {eCategoryComponent, 110, &MDxCritNode::CritEnabled},
+    {eCategoryComponent, 111, &MDxCritNode::CritGrounded},
+    {eCategoryComponent, 112, &MDxCritNode::CritVisible},
+    {eCategoryComponent, 145, &MDxCritNode::CritTransparent},
+    {eCategoryComponent, 146, &MDxCritNode::CritFullyConstrained},
+};
+
+struct YesRow {  // the word of a value list
+    LONG category;
+    LONG number;
+    void (MDxCritNode::*set)(LONG condition, bool yes);
+};
+constexpr YesRow kYesRows[] = {
+    {eCategoryComponent, 127, &MDxCritNode::CritSuppressed},
+    {eCategoryConstraint, 121, &MDxCritNode::CritConstrSuppress},
+    {eCategoryConstraint, 126, &MDxCritNode::CritConstrReference},
+    {eCategoryWeld, 131, &MDxCritNode::CritWeldPartStatus},
+    {eCategoryFasAssembly, 134, &MDxCritNode::CritFasSuppress},
+    {eCategoryFasAssembly, 138, &MDxCritNode::CritFasParticipant},
+};
+
+struct IdRow {  // the number of a list entry
+    LONG category;
+    LONG number;
+    void (MDxCritNode::*set)(LONG condition, LONG valueId);
+};
+constexpr IdRow kIdRows[] = {
+    {eCategoryComponent, 116, &MDxCritNode::CritKPartType},
+    {eCategoryComponent, 140, &MDxCritNode::CritKAssyType},
+    {eCategoryFasAssembly, 135, &MDxCritNode::CritFasType},
+};
+
+struct TextRow {
+    LONG category;
+    LONG number;
+    bool withCase;  // the search's match-case setting travels along
+    void (MDxCritNode::*set)(LONG condition, const WCHAR* value);
+};
+constexpr TextRow kTextRows[] = {
+    {eCategoryComponent, 114, false, &MDxCritNode::CritColor},
+    {eCategoryComponent, 118, false, &MDxCritNode::CritBOMStructure},
+    {eCategoryComponent, 141, true, &MDxCritNode::CritComponentName},
+    {eCategoryConstraint, 120, true, &MDxCritNode::CritConstrName},
+    {eCategoryConstraint, 122, false, &MDxCritNode::CritConstrValue},
+    {eCategoryConstraint, 123, false, &MDxCritNode::CritConstrType},
+    {eCategoryConstraint, 124, false, &MDxCritNode::CritConstrHealth},
+    {eCategoryWeld, 128, true, &MDxCritNode::CritWeldName},
+    {eCategoryWeld, 129, false, &MDxCritNode::CritWeldType},
+    {eCategoryWeld, 132, false, &MDxCritNode::CritWeldReferences},
+    {eCategoryFasAssembly, 133, true, &MDxCritNode::CritFasName},
+    {eCategoryFasAssembly, 139, true, &MDxCritNode::CritFasSketchParamName},
+};
+
+struct NoteRow {  // two properties ask for a note, in two forms
+    LONG category;
+    LONG number;
+    bool form;
+    void (MDxCritNode::*set)(LONG condition, const WCHAR* value, bool form);
+};
+constexpr NoteRow kNoteRows[] = {
+    {eCategoryComponent, 125, true, &MDxCritNode::CritComponentNote},
+    {eCategoryComponent, 142, false, &MDxCritNode::CritComponentNote},
+    {eCategoryConstraint, 125, true, &MDxCritNode::CritConstrNote},
+    {eCategoryConstraint, 142, false, &MDxCritNode::CritConstrNote},
+    {eCategoryWeld, 130, true, &MDxCritNode::CritWeldNote},
+    {eCategoryWeld, 143, false, &MDxCritNode::CritWeldNote},
+    {eCategoryFasAssembly, 137, true, &MDxCritNode::CritFasNote},
+    {eCategoryFasAssembly, 144, false, &MDxCritNode::CritFasNote},
+};
+
+constexpr LONG kDegreesOfFreedom = 113;
+constexpr LONG kMateOwner = 115;
+
+template <typename Row, std::size_t N>
+const Row* FindRow(const Row (&rows)[N], const SRxCriteriaNode& c) {
+    const LONG category = std::min<LONG>(c.propertyCategory, eCategoryFasAssembly);
+    const Row* found = std::find_if(rows, rows + N, [&](const Row& row) {
+        return row.category == category && row.number == c.propertyNumber;
+    });
+    return found != rows + N ? found : nullptr;
+}
+
+// Numbers as scanf's " %i" reads them: blanks, a sign, then decimal, 0x or 0 for octal digits. Too
+// large a number stops at the end of LONG.
 bool ReadInteger(const WCHAR* text, LONG& number) {
     while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
         ++text;
@@ -17,175 +111,56 @@ bool ReadInteger(const WCHAR* text, LONG& number) {
     if (base == 16) text += 2;
     const auto digitOf = [](WCHAR unit) -> unsigned {
         if (unit >= '0' && unit <= '9') return unit - static_cast<unsigned>('0');
-        if (unit >= 'a' && unit <= 'f') return unit - static_cast<unsigned>('a') + 10;
-        if (unit >= 'A' && unit <= 'F') return unit - static_cast<unsigned>('A') + 10;
-        return 99;
+        const unsigned letter = wtext::FoldAscii(unit);
+        return letter >= 'a' && letter <= 'f' ? letter - static_cast<unsigned>('a') + 10 : 16;
     };
-    constexpr LONGLONG kMost = 0x7FFFFFFF;
+    const LONGLONG most = negative ? 0x80000000LL : 0x7FFFFFFFLL;
     LONGLONG value = 0;
     bool any = false;
     for (; digitOf(*text) < base; ++text, any = true) {
-        value = value * base + digitOf(*text);
-        if (value > kMost + (negative ? 1 : 0)) value = kMost + (negative ? 1 : 0);
+        value = std::min(value * base + digitOf(*text), most);
     }
     number = static_cast<LONG>(negative ? -value : value);
     return any;
 }
 
-// The arguments that the setters take, worked out from the criterion.
-struct Question {
-    const SRxCriteriaNode& c;
-    MDxCritNode& record;
-    bool matchCase;
-    bool yesKnown;  // the word for yes could be loaded
-    bool yes;
-
-    LONG Condition() const { return c.conditionId; }
-    const WCHAR* Value() const { return c.value; }
-    bool Flag() const { return c.conditionId == COND_IS_YES; }
-    MDxCritNode& WithCase() const {
-        record.SetMatchCase(matchCase);
-        return record;
-    }
-};
-
-bool CarryComponent(const Question& q) {
-    MDxCritNode& r = q.record;
-    switch (q.c.propertyStringId) {
-        case PROP_COMP_ADAPTIVE:
-            return r.CritAdaptive(q.Flag()), true;
-        case PROP_COMP_ENABLED:
-            return r.CritEnabled(q.Flag()), true;
-        case PROP_COMP_GROUNDED:
-            return r.CritGrounded(q.Flag()), true;
-        case PROP_COMP_VISIBLE:
-            return r.CritVisible(q.Flag()), true;
-        case PROP_COMP_TRANSPARENT:
-            return r.CritTransparent(q.Flag()), true;
-        case PROP_COMP_FULLY_CONSTRAINED:
-            return r.CritFullyConstrained(q.Flag()), true;
-        case PROP_COMP_DOF_COUNT: {
-            LONG number = 0;
-            if (!ReadInteger(q.Value(), number)) return false;
-            return r.CritNoOfDOFs(q.Condition(), number), true;
-        }
-        case PROP_COMP_COLOR:
-            return r.CritColor(q.Condition(), q.Value()), true;
-        case PROP_COMP_KMATE_OWNER:
-            return r.CritKMateOwner(q.Condition(), !q.matchCase, q.Value()), true;
-        case PROP_COMP_KPART_TYPE:
-            return r.CritKPartType(q.Condition(), q.c.valueId), true;
-        case PROP_COMP_KASSY_TYPE:
-            return r.CritKAssyType(q.Condition(), q.c.valueId), true;
-        case PROP_COMP_BOM_STRUCTURE:
-            return r.CritBOMStructure(q.Condition(), q.Value()), true;
-        case PROP_NOTE_19252:
-            return q.WithCase().CritComponentNote(q.Condition(), q.Value(), true), true;
-        case PROP_NOTE_19253:
-            return q.WithCase().CritComponentNote(q.Condition(), q.Value(), false), true;
-        case PROP_COMP_SUPPRESSED:
-            if (q.yesKnown) r.CritSuppressed(q.Condition(), q.yes);
-            return q.yesKnown;
-        case PROP_COMP_NAME:
-            return q.WithCase().CritComponentName(q.Condition(), q.Value()), true;
-        default:
-            return true;
-    }
+bool CarryWord(const SRxFoundList& list, const YesRow& row, const SRxCriteriaNode& c,
+               MDxCritNode* record) {
+    const WText yesWord = ResourceText(list.dialog->resourceInstance, VAL_FLAG_YES);
+    if (yesWord.empty()) return false;
+    if (record != nullptr) (record->*row.set)(c.conditionId, yesWord == c.value);
+    return true;
 }
 
-bool CarryConstraint(const Question& q) {
-    MDxCritNode& r = q.record;
-    switch (q.c.propertyStringId) {
-        case PROP_CONSTR_NAME:
-            return q.WithCase().CritConstrName(q.Condition(), q.Value()), true;
-        case PROP_CONSTR_SUPPRESSED:
-            if (q.yesKnown) r.CritConstrSuppress(q.Condition(), q.yes);
-            return q.yesKnown;
-        case PROP_CONSTR_VALUE:
-            return r.CritConstrValue(q.Condition(), q.Value()), true;
-        case PROP_CONSTR_TYPE:
-            return r.CritConstrType(q.Condition(), q.Value()), true;
-        case PROP_CONSTR_HEALTH:
-            return r.CritConstrHealth(q.Condition(), q.Value()), true;
-        case PROP_NOTE_19252:
-            return q.WithCase().CritConstrNote(q.Condition(), q.Value(), true), true;
-        case PROP_NOTE_19253:
-            return q.WithCase().CritConstrNote(q.Condition(), q.Value(), false), true;
-        case PROP_CONSTR_REFERENCE:
-            if (q.yesKnown) r.CritConstrReference(q.Condition(), q.yes);
-            return q.yesKnown;
-        default:
-            return true;
-    }
-}
-
-bool CarryWeld(const Question& q) {
-    MDxCritNode& r = q.record;
-    switch (q.c.propertyStringId) {
-        case PROP_WELD_NAME:
-            return q.WithCase().CritWeldName(q.Condition(), q.Value()), true;
-        case PROP_WELD_TYPE:
-            return r.CritWeldType(q.Condition(), q.Value()), true;
-        case PROP_WELD_NOTE_19266:
-            return q.WithCase().CritWeldNote(q.Condition(), q.Value(), true), true;
-        case PROP_WELD_NOTE_19335:
-            return q.WithCase().CritWeldNote(q.Condition(), q.Value(), false), true;
-        case PROP_WELD_PART_STATUS:
-            if (q.yesKnown) r.CritWeldPartStatus(q.Condition(), q.yes);
-            return q.yesKnown;
-        case PROP_WELD_REFERENCES:
-            return r.CritWeldReferences(q.Condition(), q.Value()), true;
-        default:
-            return true;
-    }
-}
-
-bool CarryFas(const Question& q) {
-    MDxCritNode& r = q.record;
-    switch (q.c.propertyStringId) {
-        case PROP_FAS_NAME:
-            return q.WithCase().CritFasName(q.Condition(), q.Value()), true;
-        case PROP_FAS_SUPPRESSED:
-            if (q.yesKnown) r.CritFasSuppress(q.Condition(), q.yes);
-            return q.yesKnown;
-        case PROP_FAS_TYPE:
-            return r.CritFasType(q.Condition(), q.c.valueId), true;
-        case PROP_FAS_NOTE_19275:
-            return q.WithCase().CritFasNote(q.Condition(), q.Value(), true), true;
-        case PROP_FAS_NOTE_19336:
-            return q.WithCase().CritFasNote(q.Condition(), q.Value(), false), true;
-        case PROP_FAS_PARTICIPANT:
-            if (q.yesKnown) r.CritFasParticipant(q.Condition(), q.yes);
-            return q.yesKnown;
-        case PROP_FAS_SKETCH_PARAM_NAME:
-            return q.WithCase().CritFasSketchParamName(q.Condition(), q.Value()), true;
-        default:
-            return true;
-    }
+bool CarryCount(const SRxCriteriaNode& c, MDxCritNode* record) {
+    LONG number = 0;
+    if (!ReadInteger(c.value, number)) return false;
+    if (record != nullptr) record->CritNoOfDOFs(c.conditionId, number);
+    return true;
 }
 
 }  // namespace
 
 bool CarryOccurrenceCriterion(const SRxFoundList& list, const SRxCriteriaNode& c,
                               MDxCritNode* record) {
-    WCHAR yesWord[kLabelLength];
-    const bool yesKnown = LoadStringW(list.dialog->resourceInstance, VAL_FLAG_YES, yesWord,
-                                      static_cast<int>(kLabelLength)) >= 1;
-    MDxCritNode unused;
-    const Question question = {c, record != nullptr ? *record : unused, list.matchCase != 0,
-                               yesKnown, yesKnown && wtext::Compare(c.value, yesWord) == 0};
-    switch (c.propertyCategory) {
-        case eCategoryComponent:
-            return CarryComponent(question);
-        case eCategoryConstraint:
-            return CarryConstraint(question);
-        case eCategoryWeld:
-            return CarryWeld(question);
-        case eCategoryFasAssembly:
-        case eCategoryFasPart:
-        case eCategoryFasSketch:
-            return CarryFas(question);
-        default:
-            return true;
+    const bool ofComponent = c.propertyCategory == eCategoryComponent;
+    if (ofComponent && c.propertyNumber == kDegreesOfFreedom) return CarryCount(c, record);
+    if (const YesRow* row = FindRow(kYesRows, c)) return CarryWord(list, *row, c, record);
+    // All others hold for every file.
+    if (record == nullptr) return true;
+    const bool matchCase = list.matchCase != 0;
+    if (ofComponent && c.propertyNumber == kMateOwner) {
+        record->CritKMateOwner(c.conditionId, !matchCase, c.value);
+    } else if (const FlagRow* flag = FindRow(kFlagRows, c)) {
+        (record->*flag->set)(c.conditionId == COND_IS_YES);
+    } else if (const IdRow* id = FindRow(kIdRows, c)) {
+        (record->*id->set)(c.conditionId, c.valueId);
+    } else if (const TextRow* text = FindRow(kTextRows, c)) {
+        if (text->withCase) record->SetMatchCase(matchCase);
+        (record->*text->set)(c.conditionId, c.value);
+    } else if (const NoteRow* note = FindRow(kNoteRows, c)) {
+        record->SetMatchCase(matchCase);
+        (record->*note->set)(c.conditionId, c.value, note->form);
     }
+    return true;
 }
