@@ -6,8 +6,9 @@
 #include <map>
 
 #include "dialog/criteria_node.h"
-#include "dialog/dialog_ids.h"
+#include "dialog/message_kinds.h"
 #include "outside/md_file_name_node.h"
+#include "resource/control_ids.h"
 #include "shell/shell_ext_parameters.h"
 
 class SRxSearchObserver;

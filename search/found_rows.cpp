@@ -6,7 +6,7 @@
 #include "outside/md_small_aids.h"
 #include "outside/md_window_aids.h"
 #include "platform/resource_text.h"
-#include "search/found_ids.h"
+#include "resource/control_ids.h"
 #include "search/search.h"
 #include "search/search_observer.h"
 

@@ -1,7 +1,7 @@
 // What a search writes into the controls of a found dialog, by messages to real controls.
 #include <cstdlib>
 
-#include "search/found_ids.h"
+#include "resource/control_ids.h"
 #include "search/found_rows.h"
 #include "tests/unit/search_fixture.h"
 
