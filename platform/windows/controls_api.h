@@ -19,9 +19,10 @@ inline constexpr UINT BM_GETCHECK = 0x00F0;
 inline constexpr UINT BM_SETCHECK = 0x00F1;
 inline constexpr UINT BM_SETSTYLE = 0x00F4;
 inline constexpr UINT BM_CLICK = 0x00F5;
-// The icon on a button, which is none here: icons are loaded nowhere yet.
+// The icon on a button of style BS_ICON; any other has none. The button doesn't own it.
+inline constexpr DWORD BS_ICON = 0x00000040;
 inline constexpr UINT BM_GETIMAGE = 0x00F6;
-inline constexpr WPARAM IMAGE_ICON = 1;
+inline constexpr UINT BM_SETIMAGE = 0x00F7;
 inline constexpr WPARAM BST_UNCHECKED = 0;
 inline constexpr WPARAM BST_CHECKED = 1;
 inline constexpr WORD BN_CLICKED = 0;

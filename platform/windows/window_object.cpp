@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 namespace platform {
 
@@ -74,6 +75,10 @@ LRESULT Window::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
             return CopyWindowText(text, wParam, lParam);
         case WM_GETTEXTLENGTH:
             return static_cast<LRESULT>(text.size());
+        case WM_GETICON:
+            return wParam <= ICON_BIG ? icons[wParam] : 0;
+        case WM_SETICON:
+            return wParam <= ICON_BIG ? std::exchange(icons[wParam], lParam) : 0;
         case WM_CLOSE:
             DestroyWindow(handle);
             return 0;

@@ -31,6 +31,7 @@ public:
     LONG_PTR userData = 0;
     RECT place = {};  // in the parent's client area; of a popup on the screen
     WText text;
+    LPARAM icons[2] = {};        // small and big; the window doesn't own them
     std::vector<HWND> children;  // in the order of their making; without owned popups
 };
 
