@@ -38,6 +38,9 @@ public:
 // Copies a text out as WM_GETTEXT does: at most cch units with the terminator.
 LRESULT CopyWindowText(const WText& text, WPARAM cch, LPARAM buffer);
 
+// A point of the window's client area, as a mouse message has it, in places of the screen.
+LPARAM OnScreen(const Window& window, LPARAM point);
+
 // Null when there is no such window.
 std::shared_ptr<Window> FindWindowObject(HWND handle);
 // As FindWindowObject; sets the last error when there is none.
