@@ -73,6 +73,14 @@ inline constexpr WORD CBN_EDITUPDATE = 6;
 inline constexpr WORD CBN_SELENDOK = 9;
 inline constexpr WORD CBN_SELENDCANCEL = 10;
 
+inline constexpr UINT DDL_DIRECTORY = 0x0010;
+inline constexpr UINT DDL_DRIVES = 0x4000;
+inline constexpr UINT DDL_EXCLUSIVE = 0x8000;
+// Only the three types above together: the subfolders as "[name]", the one above as "[..]" and the
+// drives as "[-z-]". Goes to the folder, shows its path in control `pathId` (0 for none), and
+// leaves a star of a text at `pathSpec`. False, with an empty list, when there is no such folder.
+int DlgDirListComboBoxW(HWND dialog, LPWSTR pathSpec, int comboId, int pathId, UINT types);
+
 // List boxes.
 inline constexpr DWORD LBS_NOTIFY = 0x0001;
 inline constexpr UINT LB_ADDSTRING = 0x0180;
