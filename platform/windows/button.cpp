@@ -1,4 +1,6 @@
 // Native build: static texts and buttons.
+#include <utility>
+
 #include "platform/windows/window_object.h"
 
 namespace platform {
@@ -23,12 +25,14 @@ private:
     bool CanBeChecked() const {
         return Type() == BS_CHECKBOX || Type() == BS_AUTOCHECKBOX || IsRadio();
     }
+    bool TakesIcon(WPARAM kind) const { return kind == IMAGE_ICON && Has(BS_ICON); }
     LRESULT DialogCode() const;
     void SetCheck(WPARAM value);
     void Click();
     void CheckAloneInGroup();
 
     WPARAM check_ = BST_UNCHECKED;
+    LRESULT icon_ = 0;
 };
 
 LRESULT Button::DialogCode() const {
@@ -89,6 +93,10 @@ LRESULT Button::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
         case BM_SETSTYLE:
             style = (style & ~BS_TYPEMASK) | (static_cast<DWORD>(wParam) & BS_TYPEMASK);
             return 0;
+        case BM_GETIMAGE:
+            return TakesIcon(wParam) ? icon_ : 0;
+        case BM_SETIMAGE:
+            return TakesIcon(wParam) ? std::exchange(icon_, lParam) : 0;
         case BM_CLICK:
             Click();
             return 0;

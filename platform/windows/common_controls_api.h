@@ -19,6 +19,9 @@ struct NMHDR {
     UINT_PTR idFrom;
     UINT code;
 };
+inline constexpr UINT NM_CLICK = 0u - 2u;
+inline constexpr UINT NM_DBLCLK = 0u - 3u;
+inline constexpr UINT NM_RCLICK = 0u - 5u;
 
 // List views, in report mode.
 inline constexpr const WCHAR* WC_LISTVIEWW = TEXT("SysListView32");
@@ -31,8 +34,12 @@ inline constexpr UINT LVM_GETITEMCOUNT = LVM_FIRST + 4;
 inline constexpr UINT LVM_DELETEITEM = LVM_FIRST + 8;
 inline constexpr UINT LVM_DELETEALLITEMS = LVM_FIRST + 9;
 inline constexpr UINT LVM_GETNEXTITEM = LVM_FIRST + 12;
+// Only LVIR_BOUNDS.
+inline constexpr UINT LVM_GETITEMRECT = LVM_FIRST + 14;
+inline constexpr UINT LVM_HITTEST = LVM_FIRST + 18;
 inline constexpr UINT LVM_GETCOLUMNWIDTH = LVM_FIRST + 29;
 inline constexpr UINT LVM_SETCOLUMNWIDTH = LVM_FIRST + 30;
+inline constexpr UINT LVM_GETHEADER = LVM_FIRST + 31;
 inline constexpr UINT LVM_SETITEMSTATE = LVM_FIRST + 43;
 inline constexpr UINT LVM_GETITEMSTATE = LVM_FIRST + 44;
 inline constexpr UINT LVM_SORTITEMS = LVM_FIRST + 48;
@@ -61,11 +68,15 @@ inline constexpr UINT LVFI_WRAP = 0x0020;
 inline constexpr UINT LVNI_ALL = 0x0000;
 inline constexpr UINT LVNI_FOCUSED = 0x0001;
 inline constexpr UINT LVNI_SELECTED = 0x0002;
+inline constexpr LONG LVIR_BOUNDS = 0;
+inline constexpr UINT LVHT_NOWHERE = 0x0001;
+inline constexpr UINT LVHT_ONITEMLABEL = 0x0004;
 inline constexpr UINT LVN_ITEMCHANGING = 0u - 100u;
 inline constexpr UINT LVN_ITEMCHANGED = 0u - 101u;
 inline constexpr UINT LVN_INSERTITEM = 0u - 102u;
 inline constexpr UINT LVN_DELETEITEM = 0u - 103u;
 inline constexpr UINT LVN_DELETEALLITEMS = 0u - 104u;
+inline constexpr UINT LVN_COLUMNCLICK = 0u - 108u;
 
 struct LVITEMW {
     UINT mask;
@@ -105,6 +116,28 @@ struct NMLISTVIEW {
     LPARAM lParam;
 };
 
+// What a click or a double click on a list view tells; the first fields are those of NMLISTVIEW.
+struct NMITEMACTIVATE {
+    NMHDR hdr;
+    int iItem;
+    int iSubItem;
+    UINT uNewState;
+    UINT uOldState;
+    UINT uChanged;
+    POINT ptAction;
+    LPARAM lParam;
+    UINT uKeyFlags;
+};
+inline constexpr UINT LVKF_CONTROL = 0x0002;
+inline constexpr UINT LVKF_SHIFT = 0x0004;
+struct LVHITTESTINFO {
+    POINT pt;
+    UINT flags;
+    int iItem;
+    int iSubItem;
+    int iGroup;
+};
+
 // Status bars of one part.
 inline constexpr const WCHAR* STATUSCLASSNAMEW = TEXT("msctls_statusbar32");
 inline constexpr WPARAM SBT_NOBORDERS = 0x0100;  // with the part's number: how it is drawn
@@ -117,6 +150,12 @@ inline constexpr const WCHAR* DATETIMEPICK_CLASSW = TEXT("SysDateTimePick32");
 inline constexpr DWORD DTS_SHOWNONE = 0x0002;
 inline constexpr UINT DTM_GETSYSTEMTIME = 0x1001;
 inline constexpr UINT DTM_SETSYSTEMTIME = 0x1002;
+inline constexpr UINT DTN_DATETIMECHANGE = 0u - 759u;
+struct NMDATETIMECHANGE {
+    NMHDR nmhdr;
+    DWORD dwFlags;  // GDT_VALID or GDT_NONE
+    SYSTEMTIME st;
+};
 inline constexpr LRESULT GDT_ERROR = -1;
 inline constexpr LRESULT GDT_VALID = 0;
 inline constexpr LRESULT GDT_NONE = 1;

@@ -19,9 +19,10 @@ inline constexpr UINT BM_GETCHECK = 0x00F0;
 inline constexpr UINT BM_SETCHECK = 0x00F1;
 inline constexpr UINT BM_SETSTYLE = 0x00F4;
 inline constexpr UINT BM_CLICK = 0x00F5;
-// The icon on a button, which is none here: icons are loaded nowhere yet.
+// The icon on a button of style BS_ICON; any other has none. The button doesn't own it.
+inline constexpr DWORD BS_ICON = 0x00000040;
 inline constexpr UINT BM_GETIMAGE = 0x00F6;
-inline constexpr WPARAM IMAGE_ICON = 1;
+inline constexpr UINT BM_SETIMAGE = 0x00F7;
 inline constexpr WPARAM BST_UNCHECKED = 0;
 inline constexpr WPARAM BST_CHECKED = 1;
 inline constexpr WORD BN_CLICKED = 0;
@@ -72,6 +73,14 @@ inline constexpr WORD CBN_EDITUPDATE = 6;
 inline constexpr WORD CBN_SELENDOK = 9;
 inline constexpr WORD CBN_SELENDCANCEL = 10;
 
+inline constexpr UINT DDL_DIRECTORY = 0x0010;
+inline constexpr UINT DDL_DRIVES = 0x4000;
+inline constexpr UINT DDL_EXCLUSIVE = 0x8000;
+// Only the three types above together: the subfolders as "[name]", the one above as "[..]" and the
+// drives as "[-z-]". Goes to the folder, shows its path in control `pathId` (0 for none), and
+// leaves a star of a text at `pathSpec`. False, with an empty list, when there is no such folder.
+int DlgDirListComboBoxW(HWND dialog, LPWSTR pathSpec, int comboId, int pathId, UINT types);
+
 // List boxes.
 inline constexpr DWORD LBS_NOTIFY = 0x0001;
 inline constexpr UINT LB_ADDSTRING = 0x0180;
@@ -85,10 +94,12 @@ inline constexpr UINT LB_GETTEXTLEN = 0x018A;
 inline constexpr UINT LB_GETCOUNT = 0x018B;
 inline constexpr UINT LB_GETHORIZONTALEXTENT = 0x0193;
 inline constexpr UINT LB_SETHORIZONTALEXTENT = 0x0194;
+inline constexpr UINT LB_GETITEMRECT = 0x0198;
 inline constexpr UINT LB_GETITEMDATA = 0x0199;
 inline constexpr UINT LB_SETITEMDATA = 0x019A;
 inline constexpr LRESULT LB_OKAY = 0;
 inline constexpr LRESULT LB_ERR = -1;
 inline constexpr WORD LBN_SELCHANGE = 1;
+inline constexpr WORD LBN_DBLCLK = 2;
 inline constexpr WORD LBN_SETFOCUS = 4;
 inline constexpr WORD LBN_KILLFOCUS = 5;

@@ -3,12 +3,12 @@
 #include <utility>
 
 #include "platform/resources/library.h"
+#include "platform/resources/resource_image.h"
 
 namespace platform {
 
 namespace {
 
-constexpr std::uint32_t kResourceDialog = 5;
 // A template in memory doesn't tell its length.
 constexpr std::size_t kLongestTemplate = 0x100000;
 

@@ -1,15 +1,12 @@
 // Native build: list views in report mode: columns, rows with a text a column, a number and a
 // state.
-#include <algorithm>
+#include "platform/windows/list_view.h"
 
-#include "platform/windows/window_object.h"
+#include <algorithm>
 
 namespace platform {
 
 namespace {
-
-constexpr LRESULT kNone = -1;
-constexpr UINT kStates = LVIS_FOCUSED | LVIS_SELECTED;
 
 bool IsEqualFolded(WTextView a, WTextView b) {
     return CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH, a.data(),
@@ -17,37 +14,7 @@ bool IsEqualFolded(WTextView a, WTextView b) {
                           static_cast<int>(b.size())) == CSTR_EQUAL;
 }
 
-class ListView : public Window {
-public:
-    LRESULT Receive(UINT message, WPARAM wParam, LPARAM lParam) override;
-
-private:
-    struct Row {
-        std::vector<WText> texts;  // as many as were set
-        LPARAM number = 0;
-        UINT state = 0;
-    };
-
-    LRESULT Notify(UINT code, int item, UINT newState = 0, UINT oldState = 0, UINT changed = 0);
-    Row* RowAt(LPARAM at);
-    LRESULT InsertColumn(WPARAM at, const LVCOLUMNW* column);
-    int WidestText(std::size_t column) const;
-    LRESULT InsertRow(const LVITEMW* item);
-    BOOL GetRow(LVITEMW* item);
-    BOOL SetText(WPARAM at, const LVITEMW* item);
-    BOOL SetState(WPARAM at, const LVITEMW* item);
-    void ChangeState(std::size_t at, UINT state);
-    BOOL DeleteRow(WPARAM at);
-    BOOL DeleteAll();
-    LRESULT Find(LPARAM behind, const LVFINDINFOW* wanted) const;
-    LRESULT Next(LPARAM behind, UINT flags) const;
-    BOOL Sort(LPARAM parameter, PFNLVCOMPARE compare);
-    LRESULT ReceiveColumnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-
-    std::vector<Row> rows_;
-    std::vector<int> widths_;
-    DWORD extendedStyle_ = 0;
-};
+}  // namespace
 
 LRESULT ListView::Notify(UINT code, int item, UINT newState, UINT oldState, UINT changed) {
     NMLISTVIEW notice{};
@@ -68,17 +35,15 @@ ListView::Row* ListView::RowAt(LPARAM at) {
 }
 
 int ListView::WidestText(std::size_t column) const {
-    constexpr std::size_t kUnit = 6;
-    constexpr std::size_t kAround = 12;
     std::size_t most = 0;
     for (const Row& row : rows_) {
         if (column < row.texts.size()) most = std::max(most, row.texts[column].size());
     }
-    return static_cast<int>(most * kUnit + kAround);
+    return WidthOfText(most);
 }
 
 LRESULT ListView::InsertColumn(WPARAM at, const LVCOLUMNW* column) {
-    if (column == nullptr || static_cast<LPARAM>(at) < 0) return kNone;
+    if (column == nullptr || static_cast<LPARAM>(at) < 0) return kNoRow;
     const std::size_t slot = std::min<std::size_t>(at, widths_.size());
     const int width = (column->mask & LVCF_WIDTH) != 0 ? column->cx : 10;
     widths_.insert(widths_.begin() + static_cast<std::ptrdiff_t>(slot), width);
@@ -91,7 +56,7 @@ LRESULT ListView::InsertColumn(WPARAM at, const LVCOLUMNW* column) {
 }
 
 LRESULT ListView::InsertRow(const LVITEMW* item) {
-    if (item == nullptr || item->iSubItem != 0 || item->iItem < 0) return kNone;
+    if (item == nullptr || item->iSubItem != 0 || item->iItem < 0) return kNoRow;
     const std::size_t at = std::min(static_cast<std::size_t>(item->iItem), rows_.size());
     Row row;
     if ((item->mask & LVIF_TEXT) != 0 && item->pszText != nullptr) {
@@ -178,9 +143,9 @@ BOOL ListView::DeleteAll() {
 }
 
 LRESULT ListView::Find(LPARAM behind, const LVFINDINFOW* wanted) const {
-    if (wanted == nullptr || rows_.empty()) return kNone;
+    if (wanted == nullptr || rows_.empty()) return kNoRow;
     const bool byText = (wanted->flags & (LVFI_STRING | LVFI_PARTIAL)) != 0;
-    if (byText && wanted->psz == nullptr) return kNone;
+    if (byText && wanted->psz == nullptr) return kNoRow;
     const WTextView looked = byText ? wanted->psz : TEXT("");
     const auto matches = [&](const Row& row) {
         if ((wanted->flags & LVFI_PARAM) != 0) return row.number == wanted->lParam;
@@ -195,16 +160,16 @@ LRESULT ListView::Find(LPARAM behind, const LVFINDINFOW* wanted) const {
     for (LPARAM at = first; at < end; ++at) {
         if (matches(rows_[static_cast<std::size_t>(at % count)])) return at % count;
     }
-    return kNone;
+    return kNoRow;
 }
 
 LRESULT ListView::Next(LPARAM behind, UINT flags) const {
     const UINT state = flags & (LVNI_FOCUSED | LVNI_SELECTED);
-    if (flags != state || behind < -1) return kNone;
+    if (flags != state || behind < -1) return kNoRow;
     for (auto at = static_cast<std::size_t>(behind + 1); at < rows_.size(); ++at) {
         if ((rows_[at].state & state) == state) return static_cast<LRESULT>(at);
     }
-    return kNone;
+    return kNoRow;
 }
 
 BOOL ListView::Sort(LPARAM parameter, PFNLVCOMPARE compare) {
@@ -253,10 +218,8 @@ LRESULT ListView::ReceiveColumnMessage(UINT message, WPARAM wParam, LPARAM lPara
             extendedStyle_ = (old & ~mask) | (static_cast<DWORD>(lParam) & mask);
             return static_cast<LRESULT>(old);
         }
-        case WM_GETDLGCODE:
-            return DLGC_WANTARROWS | DLGC_WANTCHARS;
         default:
-            return Window::Receive(message, wParam, lParam);
+            return ReceiveInput(message, wParam, lParam);
     }
 }
 
@@ -295,8 +258,6 @@ LRESULT ListView::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
             return ReceiveColumnMessage(message, wParam, lParam);
     }
 }
-
-}  // namespace
 
 std::shared_ptr<Window> MakeListView() {
     return std::make_shared<ListView>();

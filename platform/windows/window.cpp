@@ -300,8 +300,3 @@ HCURSOR SetCursor(HCURSOR cursor) {
 BOOL InitCommonControlsEx(const INITCOMMONCONTROLSEX* classes) {
     return classes != nullptr && classes->dwSize == sizeof(INITCOMMONCONTROLSEX);
 }
-
-BOOL DestroyIcon(HICON) {
-    SetLastError(ERROR_INVALID_CURSOR_HANDLE);
-    return FALSE;
-}

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 namespace platform {
 
@@ -65,6 +66,14 @@ LRESULT CopyWindowText(const WText& text, WPARAM cch, LPARAM buffer) {
     return static_cast<LRESULT>(length);
 }
 
+LPARAM OnScreen(const Window& window, LPARAM point) {
+    RECT rect{};
+    GetWindowRect(window.handle, &rect);
+    const auto across = static_cast<SHORT>(LOWORD(static_cast<ULONG_PTR>(point)));
+    const auto down = static_cast<SHORT>(HIWORD(static_cast<ULONG_PTR>(point)));
+    return MAKELPARAM(static_cast<WORD>(rect.left + across), static_cast<WORD>(rect.top + down));
+}
+
 LRESULT Window::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SETTEXT:
@@ -74,6 +83,17 @@ LRESULT Window::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
             return CopyWindowText(text, wParam, lParam);
         case WM_GETTEXTLENGTH:
             return static_cast<LRESULT>(text.size());
+        case WM_RBUTTONUP:
+            SendMessageW(handle, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(handle),
+                         OnScreen(*this, lParam));
+            return 0;
+        case WM_CONTEXTMENU:
+            if (IsChild()) SendMessageW(parent, WM_CONTEXTMENU, wParam, lParam);
+            return 0;
+        case WM_GETICON:
+            return wParam <= ICON_BIG ? icons[wParam] : 0;
+        case WM_SETICON:
+            return wParam <= ICON_BIG ? std::exchange(icons[wParam], lParam) : 0;
         case WM_CLOSE:
             DestroyWindow(handle);
             return 0;

@@ -31,11 +31,15 @@ public:
     LONG_PTR userData = 0;
     RECT place = {};  // in the parent's client area; of a popup on the screen
     WText text;
+    LPARAM icons[2] = {};        // small and big; the window doesn't own them
     std::vector<HWND> children;  // in the order of their making; without owned popups
 };
 
 // Copies a text out as WM_GETTEXT does: at most cch units with the terminator.
 LRESULT CopyWindowText(const WText& text, WPARAM cch, LPARAM buffer);
+
+// A point of the window's client area, as a mouse message has it, in places of the screen.
+LPARAM OnScreen(const Window& window, LPARAM point);
 
 // Null when there is no such window.
 std::shared_ptr<Window> FindWindowObject(HWND handle);

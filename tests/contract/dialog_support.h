@@ -125,8 +125,8 @@ protected:
         return Send(id, message, wParam, reinterpret_cast<LPARAM>(text));
     }
     WText TextOf(int id) const {
-        WCHAR text[64] = {};
-        GetDlgItemTextW(dialog_, id, text, 64);
+        WCHAR text[1024] = {};
+        GetDlgItemTextW(dialog_, id, text, 1024);
         return text;
     }
     // Everything that is posted, through the dialog manager.
