@@ -86,6 +86,16 @@ private:
     MDxFileNameNode* head_ = nullptr;
 };
 
+// A folder that was walked is not looked at again: memory holds those that wait, and the root.
+MDxFileNameNode* DropVisited(SRxFoundList& list, MDxFileNameNode& visited) {
+    MDxFileNameNode* next = visited.GetNextNode();
+    if (&visited == list.rootNode) return next;
+    visited.SetNextNode(nullptr);
+    list.rootNode->SetNextNode(next);
+    delete &visited;
+    return next;
+}
+
 }  // namespace
 
 bool WalkDirectory(SRxFoundList& list, const WCHAR* path, LRESULT subfolders, bool needProperties,
@@ -139,7 +149,7 @@ bool SearchFolders(SRxFoundList& list, LRESULT subfolders, bool needProperties) 
             if (MDxFileNameNode* rest = current->GetNextNode()) rest->AddFileNode(&newFolders);
             current->SetNextNode(newFolders);
         }
-        current = current->GetNextNode();
+        current = DropVisited(list, *current);
     }
     SetCurrentDirectoryW(ReadControlText(dialog, IDC_PATH_LIST).c_str());
     return result;

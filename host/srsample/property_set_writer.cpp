@@ -3,10 +3,11 @@
 #include <bit>
 #include <cstring>
 
+#include "host/srsample/text_encoding.h"
+
 namespace {
 
 constexpr std::uint16_t kUtf16 = 1200;
-constexpr std::uint16_t kUtf8 = 65001;
 constexpr std::uint32_t kSystem = 0x00020106;  // the writing system as documents name it
 constexpr std::size_t kHeadBytes = 28;
 constexpr std::size_t kSectionEntryBytes = 20;
@@ -27,24 +28,12 @@ ByteWriter& PropertySectionWriter::Add(std::uint32_t id, std::uint32_t type) {
     return value.bytes;
 }
 
-// With the final NUL. In 1252 a character that it doesn't have becomes a question mark.
+// With the final NUL.
 std::vector<std::uint8_t> PropertySectionWriter::Encoded(WTextView text) const {
     ByteWriter out;
-    if (codePage_ == kUtf16) {
-        out.Units(text);
-        out.Number16(0);
-        return out.Done();
-    }
-    if (codePage_ == kUtf8) {
-        for (const char c : wtext::ToUtf8(text))
-            out.Byte(static_cast<std::uint8_t>(c));
-    } else {
-        for (const WCHAR unit : text) {
-            const bool isSame = unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF);
-            out.Byte(isSame ? static_cast<std::uint8_t>(unit) : std::uint8_t{'?'});
-        }
-    }
+    AppendEncoded(codePage_, text, out);
     out.Byte(0);
+    if (codePage_ == kUtf16) out.Byte(0);
     return out.Done();
 }
 

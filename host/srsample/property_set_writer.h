@@ -10,7 +10,8 @@
 // One section. Every id at most once; id 1 is the code page, which the constructor writes.
 class PropertySectionWriter {
 public:
-    // Texts are stored as VT_LPSTR in the code page, which is 1252 or 65001; for 1200 as VT_LPWSTR.
+    // Texts are stored as VT_LPSTR in the code page, one that AppendEncoded knows; for 1200 as
+    // VT_LPWSTR.
     PropertySectionWriter(const GUID& format, std::uint16_t codePage);
 
     void AddText(std::uint32_t id, WTextView text);

@@ -1,5 +1,6 @@
 #include "host/srsample/sample_content.h"
 
+#include "host/srsample/text_encoding.h"
 #include "outside/md_document_classes.h"
 using mddoc::eSetKind;
 using mddoc::PropertyValue;
@@ -113,6 +114,14 @@ private:
         time.dwHighDateTime = static_cast<DWORD>(ticks >> 32);
     }
     WText TextFor(std::uint32_t id);
+    // One of the texts that the code page has; of every choice some are plain ASCII.
+    template <std::size_t N>
+    WText Pick(const Text (&choices)[N]) {
+        WText text = random_.Pick(choices);
+        while (!CodePageHas(document_.codePage, text))
+            text = random_.Pick(choices);
+        return text;
+    }
 
     SampleRandom& random_;
     const SampleProject& project_;
@@ -123,20 +132,19 @@ void Filler::Summaries(WTextView title) {
     const eSetKind summary = eSetKind::Summary;
     AddText(summary, kTitle, title);
     if (random_.Chance(70)) AddText(summary, kSubject, project_.title);
-    AddText(summary, kAuthor,
-            random_.Chance(50) ? project_.designer : WText(random_.Pick(kPersons)));
+    AddText(summary, kAuthor, random_.Chance(50) ? project_.designer : Pick(kPersons));
     if (random_.Chance(50)) {
-        const WText material = random_.Pick(kMaterials);
-        AddText(summary, kKeywords, material + TEXT(", ") + random_.Pick(kCategories));
+        const WText material = Pick(kMaterials);
+        AddText(summary, kKeywords, material + TEXT(", ") + Pick(kCategories));
     }
-    if (random_.Chance(40)) AddText(summary, kComments, random_.Pick(kRemarks));
-    AddText(summary, kLastAuthor, random_.Pick(kPersons));
+    if (random_.Chance(40)) AddText(summary, kComments, Pick(kRemarks));
+    AddText(summary, kLastAuthor, Pick(kPersons));
     AddText(summary, kRevision, wtext::FromNumber(1 + random_.Below(30)));
     AddTime(summary, kCreated);
     AddTime(summary, kSaved);
     AddText(summary, kProgram, TEXT("Sample library"));
     const eSetKind office = eSetKind::DocumentSummary;
-    if (random_.Chance(80)) AddText(office, kCategory, random_.Pick(kCategories));
+    if (random_.Chance(80)) AddText(office, kCategory, Pick(kCategories));
     if (random_.Chance(80)) AddText(office, kManager, project_.manager);
     AddText(office, kCompany, project_.company);
 }
@@ -149,15 +157,15 @@ WText Filler::TextFor(std::uint32_t id) {
         case 7:
             return project_.title;
         case 9:
-            return random_.Pick(kFinishes);
+            return Pick(kFinishes);
         case 17:
         case 20:
-            return random_.Pick(kMaterials);
+            return Pick(kMaterials);
         case 23:
         case 30:
-            return random_.Pick(kVendors);
+            return Pick(kVendors);
         case 16:
-            return random_.Pick(kRemarks);
+            return Pick(kRemarks);
         default:
             return TEXT("KST ") + wtext::FromNumber(4000 + random_.Below(60));
     }
@@ -169,7 +177,7 @@ void Filler::Product(bool isLibraryPart) {
         if (random_.Chance(75)) AddText(product, id, TextFor(id));
     }
     for (const std::uint32_t id : kPersonIds) {
-        if (random_.Chance(60)) AddText(product, id, random_.Pick(kPersons));
+        if (random_.Chance(60)) AddText(product, id, Pick(kPersons));
     }
     for (const std::uint32_t id : kDateIds) {
         if (random_.Chance(70)) AddTime(product, id);
@@ -184,7 +192,7 @@ void Filler::Product(bool isLibraryPart) {
     Add(product, kSubtypeId, VT_CLSID).guid = isLibraryPart ? kLibrarySubtype : subtype;
     const bool isControlled = random_.Chance(40);
     for (const std::uint32_t id : kControlPersonIds) {
-        if (isControlled) AddText(product, id, random_.Pick(kPersons));
+        if (isControlled) AddText(product, id, Pick(kPersons));
     }
     for (const std::uint32_t id : kControlDateIds) {
         if (isControlled) AddTime(product, id);
@@ -203,17 +211,17 @@ void Filler::Custom() {
         // Sixteenths are exact, so the number has one text.
         Add(custom, id++, VT_R8, TEXT("Mass kg")).real = random_.Below(100000) / 16.0;
     }
-    if (random_.Chance(70)) AddText(custom, id++, random_.Pick(kFinishes), TEXT("Surface"));
-    if (document_.codePage != 1252 && random_.Chance(30)) {
-        AddText(custom, id++, random_.Pick(kPersons), TEXT("Pr\u00FCfer"));
+    if (random_.Chance(70)) AddText(custom, id++, Pick(kFinishes), TEXT("Surface"));
+    const Text checker = TEXT("Pr\u00FCfer");
+    if (random_.Chance(30) && CodePageHas(document_.codePage, checker)) {
+        AddText(custom, id++, Pick(kPersons), checker);
     }
 }
 
-bool IsWesternText(const SampleDocument& document) {
+// What the project gives to all its documents is not chosen by their code page.
+bool CodePageHasAll(const SampleDocument& document) {
     for (const SampleProperty& property : document.properties) {
-        for (const WCHAR unit : property.value.text) {
-            if (unit > 0xFF || (unit >= 0x80 && unit < 0xA0)) return false;
-        }
+        if (!CodePageHas(document.codePage, property.value.text)) return false;
     }
     return true;
 }
@@ -295,13 +303,14 @@ void FillDocument(SampleRandom& random, const SampleProject& project, bool isLib
         FillPlainFile(random, project, title, document);
         return;
     }
-    constexpr std::uint16_t kCodePages[] = {1252, 65001, 65001, mddoc::kUtf16CodePage};
+    constexpr std::uint16_t kUtf8 = 65001;
+    constexpr std::uint16_t kCodePages[] = {1252, 1250, 1251, 932, kUtf8, mddoc::kUtf16CodePage};
     document.codePage = random.Pick(kCodePages);
     Filler filler(random, project, document);
     filler.Summaries(title);
     if (document.kind != eSampleKind::Office) filler.Product(isLibraryPart);
     filler.Custom();
-    if (document.codePage == 1252 && !IsWesternText(document)) document.codePage = 65001;
+    if (!CodePageHasAll(document)) document.codePage = kUtf8;
     if (random.Chance(50)) document.preview = Noise(random, 800 + random.Below(12000));
     document.contents = Noise(random, 500 + random.Below(24000));
 }

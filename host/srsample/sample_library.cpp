@@ -1,11 +1,13 @@
 #include "host/srsample/sample_library.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr std::uint32_t kProjectDocuments = 60;
 constexpr std::uint32_t kMostPurchased = 500;
+constexpr std::uint32_t kMissingPercent = 4;
 constexpr std::uint32_t kFirstFreely = 6;  // so that an assembly has something to refer to
 constexpr const WCHAR* kPurchasedFolder = TEXT("Library\\Purchased\\");
 constexpr const WCHAR* kSavedRoot = TEXT("M:\\Design\\");
@@ -51,6 +53,7 @@ void SampleLibrary::BeginProject() {
     project_ = MakeProject(random_, projects_++);
     inProject_ = 0;
     placed_.clear();
+    hasRing_ = false;
 }
 
 eSampleKind SampleLibrary::NextKind() {
@@ -74,14 +77,37 @@ void SampleLibrary::Refer(SampleDocument& document, const Placed& other) const {
     document.references.push_back({std::move(relative), kSavedRoot + other.path});
 }
 
-// An assembly is made of parts and of assemblies made before, so no assembly holds itself.
+// The number makes names unique, whatever letters' case means to the file system.
+WText SampleLibrary::NewPath(eSampleKind kind, bool isPurchased) {
+    WText path = isPurchased ? WText(kPurchasedFolder)
+                             : project_.folder + TEXT("\\") + FolderOf(kind) + TEXT("\\");
+    path += MakeThingName(random_, kind);
+    path += TEXT(" ") + wtext::FromNumber(1000 + ++made_);
+    return path + ExtensionOf(kind, random_.Below(3));
+}
+
+// An assembly is made of parts and of assemblies made before. Some of them have been thrown away.
 void SampleLibrary::MakeReferences(SampleDocument& document) {
     const bool isDrawing = document.kind == eSampleKind::Drawing;
     const std::uint32_t wanted = isDrawing ? 1 : 2 + random_.Below(12);
     for (std::uint32_t i = 0; i < wanted; ++i) {
+        if (random_.Chance(kMissingPercent)) {
+            Refer(document, {NewPath(eSampleKind::Part, false), eSampleKind::Part});
+            continue;
+        }
         const bool fromStock = !isDrawing && !purchased_.empty() && random_.Chance(30);
         const std::vector<Placed>& choices = fromStock ? purchased_ : placed_;
         Refer(document, choices[random_.Below(static_cast<std::uint32_t>(choices.size()))]);
+    }
+}
+
+void SampleLibrary::MakeRing(SampleDocument& document, bool isPromised) {
+    if (isPromised) {
+        Refer(document, placed_.back());  // the one that promised it
+    } else if (!hasRing_ && left_ > 0) {
+        hasRing_ = true;
+        promised_ = NewPath(document.kind, false);
+        Refer(document, {promised_, document.kind});
     }
 }
 
@@ -90,20 +116,21 @@ bool SampleLibrary::MakeNext(SampleDocument& document) {
     if (left_ == 0) return false;
     --left_;
     const bool isPurchased = purchasedLeft_ > 0;
+    const bool isPromised = !promised_.empty();
     if (isPurchased) {
         --purchasedLeft_;
-    } else if (projects_ == 0 || inProject_ == kProjectDocuments) {
+    } else if (!isPromised && (projects_ == 0 || inProject_ >= kProjectDocuments)) {
         BeginProject();
     }
-    document.kind = isPurchased ? eSampleKind::Part : NextKind();
-    const WText folder = isPurchased
-                             ? kPurchasedFolder
-                             : project_.folder + TEXT("\\") + FolderOf(document.kind) + TEXT("\\");
-    // The number makes names unique, whatever letters' case means to the file system.
-    document.path = folder + MakeThingName(random_, document.kind) + TEXT(" ") +
-                    wtext::FromNumber(1000 + ++made_);
-    document.path += ExtensionOf(document.kind, random_.Below(3));
+    if (isPromised) {
+        document.kind = eSampleKind::Assembly;
+        document.path = std::exchange(promised_, WText());
+    } else {
+        document.kind = isPurchased ? eSampleKind::Part : NextKind();
+        document.path = NewPath(document.kind, isPurchased);
+    }
     if (document.HasReferences()) MakeReferences(document);
+    if (document.kind == eSampleKind::Assembly) MakeRing(document, isPromised);
     FillDocument(random_, project_, isPurchased, document);
     if (isPurchased) {
         purchased_.push_back({document.path, document.kind});

@@ -23,7 +23,10 @@ private:
 
     void BeginProject();
     eSampleKind NextKind();
+    WText NewPath(eSampleKind kind, bool isPurchased);
     void MakeReferences(SampleDocument& document);
+    // Two assemblies of each project hold each other.
+    void MakeRing(SampleDocument& document, bool isPromised);
     void Refer(SampleDocument& document, const Placed& other) const;
 
     SampleRandom random_;
@@ -35,4 +38,6 @@ private:
     SampleProject project_;
     std::vector<Placed> purchased_;
     std::vector<Placed> placed_;  // of the current project
+    bool hasRing_ = false;
+    WText promised_;  // the path of the next document, to which the present one refers already
 };

@@ -34,6 +34,10 @@ void WriteOutput(std::string_view text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) outputFailed = true;
 }
 
+void FlushOutput() {
+    if (std::fflush(stdout) != 0) outputFailed = true;
+}
+
 void WriteError(std::string_view text) {
     // What was printed before comes before, also where both go to one place.
     static_cast<void>(std::fflush(stdout));

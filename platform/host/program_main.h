@@ -19,4 +19,6 @@ int ProgramMain(const std::vector<HostArgument>& arguments);
 
 // The bytes as they are. Output that can't be written is noticed at the end: status 3.
 void WriteOutput(std::string_view text);
+// What was written so far is with its reader; for a program that goes on for long.
+void FlushOutput();
 void WriteError(std::string_view text);

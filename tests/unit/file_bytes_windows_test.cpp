@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/host/hold.h"
 #include "tests/unit/document_support.h"
 
 namespace {
@@ -19,10 +20,12 @@ TEST(FileBytes, OtherOpeners) {
     const NativePath path = folder.Write("shared", FileContents(1000, 1));
     FileBytes file;
     char buffer[100];
-    const HANDLE alone = OpenSharing(path, 0);
-    ASSERT_NE(INVALID_HANDLE_VALUE, alone);
-    EXPECT_EQ(STG_E_SHAREVIOLATION, file.Open(path));
-    CloseHandle(alone);
+    {
+        const HeldFile alone(path);
+        ASSERT_TRUE(alone.IsHeld());
+        EXPECT_FALSE(HeldFile(path).IsHeld());
+        EXPECT_EQ(STG_E_SHAREVIOLATION, file.Open(path));
+    }
     const HANDLE other = OpenSharing(path, FILE_SHARE_READ | FILE_SHARE_WRITE);
     ASSERT_NE(INVALID_HANDLE_VALUE, other);
     ASSERT_EQ(S_OK, file.Open(path));

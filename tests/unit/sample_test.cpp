@@ -5,9 +5,11 @@
 #include <map>
 #include <set>
 
+#include "host/srprops/property_lister.h"
 #include "host/srprops/sha256.h"
 #include "host/srprops/value_text.h"
 #include "host/srsample/compound_writer.h"
+#include "host/srsample/sample_damage.h"
 #include "host/srsample/sample_library.h"
 #include "tests/unit/document_support.h"
 
@@ -79,10 +81,12 @@ TEST(Sample, WhatIsWrittenComesBack) {
     std::set<eSampleKind> kinds;
     std::set<std::pair<eSetKind, std::uint32_t>> ids;
     std::set<VARTYPE> types;
+    std::set<std::uint16_t> codePages;
     while (library.MakeNext(document)) {
         SCOPED_TRACE(wtext::ToUtf8(document.path));
         ExpectDocument(reader, folder.Write("document", BuildDocument(document)), document);
         kinds.insert(document.kind);
+        codePages.insert(document.codePage);
         for (const SampleProperty& property : document.properties) {
             ids.insert({property.set, property.id});
             types.insert(property.value.type);
@@ -91,6 +95,7 @@ TEST(Sample, WhatIsWrittenComesBack) {
     // All kinds and all kinds of values, so that nothing above was skipped for want of a sample.
     EXPECT_EQ(8u, kinds.size());
     EXPECT_EQ(8u, types.size());
+    EXPECT_EQ((std::set<std::uint16_t>{932, 1200, 1250, 1251, 1252, 65001}), codePages);
     for (const std::uint32_t id : {5, 55, 10, 43, 4, 35, 36, 40, 31, 1005, 1006, 1103, 1108}) {
         EXPECT_EQ(1u, ids.count({eSetKind::Product, id})) << id;
     }
@@ -108,23 +113,70 @@ WText Resolved(WText from, WText relative) {
     return from + relative;
 }
 
-// Every reference leads to a document of the library, from the folder of the one that has it.
+// Most references lead to a document of the library, from the folder of the one that has it; some
+// lead nowhere, some documents are shared, and some hold each other.
 TEST(Sample, ReferencesLead) {
     SampleLibrary library(kDocuments, 4);
     SampleDocument document;
-    std::set<WText> paths;
-    std::size_t references = 0;
+    std::map<WText, std::set<WText>> targets;
+    std::map<WText, std::size_t> users;
     while (library.MakeNext(document)) {
-        EXPECT_TRUE(paths.insert(document.path).second) << "one path twice";
+        EXPECT_EQ(0u, targets.count(document.path)) << "one path twice";
+        std::set<WText>& own = targets[document.path];
         for (const DocumentReference& reference : document.references) {
             const WText target = Resolved(document.path, reference.relativePath);
-            EXPECT_EQ(1u, paths.count(target))
-                << wtext::ToUtf8(document.path) << " -> " << wtext::ToUtf8(reference.relativePath);
             EXPECT_TRUE(reference.fullPath.ends_with(target));
-            ++references;
+            EXPECT_TRUE(own.insert(target).second) << "one reference twice";
+            ++users[target];
         }
     }
-    EXPECT_LT(100u, references);
+    std::size_t leading = 0;
+    std::size_t missing = 0;
+    std::size_t mutual = 0;
+    std::size_t mostUsers = 0;
+    for (const auto& [path, own] : targets) {
+        for (const WText& target : own) {
+            const auto found = targets.find(target);
+            ++(found == targets.end() ? missing : leading);
+            if (found != targets.end()) mutual += found->second.count(path);
+            mostUsers = std::max(mostUsers, users[target]);
+        }
+    }
+    EXPECT_LT(100u, leading);
+    EXPECT_LT(3u, missing);
+    EXPECT_GT(leading / 10, missing);
+    EXPECT_LE(4u, mutual) << "two pairs at least";
+    EXPECT_LE(5u, mostUsers);
+}
+
+// Whoever reads a damaged document is told of it, or that there is none, and gets no value.
+TEST(Sample, DamagedDocumentsHoldNothing) {
+    const TempFolder folder;
+    DocumentProperties reader;
+    PropertyLister lister;
+    std::vector<DocumentReference> references;
+    std::set<WText> paths;
+    for (const DamagedSample& sample : MakeDamagedSamples(1)) {
+        SCOPED_TRACE(sample.what);
+        EXPECT_TRUE(paths.insert(sample.path).second) << "one path twice";
+        const NativePath path = folder.Write("damaged.hpa", sample.bytes);
+        const HRESULT opened = reader.Open(path);
+        for (const eSetKind set : kSets) {
+            PropertyValue value;
+            std::vector<PropertyEntry> entries;
+            const HRESULT wanted = sample.isDocument ? STG_E_DOCFILECORRUPT : S_FALSE;
+            EXPECT_EQ(wanted, reader.Find(set, set == eSetKind::Product ? 40 : 2, value));
+            EXPECT_EQ(wanted, reader.List(set, entries));
+            EXPECT_TRUE(value.text.empty() && value.number == 0 && entries.empty());
+        }
+        if (opened != S_OK) {
+            EXPECT_EQ(opened, mddoc::ReadReferences(reader, references));
+        }
+        EXPECT_EQ(!sample.isDocument, lister.List(path, "damaged.hpa"));
+        EXPECT_EQ(sample.isDocument, !lister.Faults().empty());
+        EXPECT_EQ(sample.isDocument, lister.Rows().empty());
+    }
+    EXPECT_EQ(9u, paths.size());
 }
 
 TEST(Sample, SameBytesEverywhere) {
@@ -132,16 +184,18 @@ TEST(Sample, SameBytesEverywhere) {
         SampleLibrary library(60, seed);
         SampleDocument document;
         FileContents all;
-        while (library.MakeNext(document)) {
-            for (const char c : wtext::ToUtf8(document.path)) {
-                all.push_back(static_cast<std::uint8_t>(c));
-            }
-            const FileContents bytes = BuildDocument(document);
+        const auto add = [&](const WText& path, const FileContents& bytes) {
+            const std::string name = wtext::ToUtf8(path);
+            all.insert(all.end(), name.begin(), name.end());
             all.insert(all.end(), bytes.begin(), bytes.end());
-        }
+        };
+        while (library.MakeNext(document))
+            add(document.path, BuildDocument(document));
+        for (const DamagedSample& sample : MakeDamagedSamples(seed))
+            add(sample.path, sample.bytes);
         return BlobText(all);
     };
-    EXPECT_EQ("bytes:1304348:sha256:359e38aec2ec503a", digestOf(1));
+    EXPECT_EQ("bytes:1318780:sha256:0b4d0cb82f0db140", digestOf(1));
     EXPECT_NE(digestOf(1), digestOf(2));
 }
 
