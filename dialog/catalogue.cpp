@@ -290,8 +290,9 @@ std::span<const LONG> FixedCustomProperties() {
     return kFixedCustom;
 }
 
-std::vector<LONG> ValueListOf(LONG stringId) {
+std::vector<LONG> ValueListOf(LONG stringId, eAccessPoint accessPoint) {
     std::vector<LONG> list;
+    const bool part = accessPoint == eAccessPart || accessPoint == eAccessPartAlt;
     switch (stringId) {
         case PROP_DESIGN_STATE:
             Append(list, kDesignStates);
@@ -322,12 +323,60 @@ std::vector<LONG> ValueListOf(LONG stringId) {
             break;
         case PROP_FAS_TYPE:
             Append(list, kFeatureTypes);
-            Append(list, kPartFeatures);
-            Append(list, kSheetFeatures);
-            Append(list, kAssemblyFeatures);
+            if (part) {
+                Append(list, kPartFeatures);
+            } else {
+                Append(list, kAssemblyFeatures);
+            }
+            if (accessPoint == eAccessPartAlt) Append(list, kSheetFeatures);
             break;
         default:
             break;
     }
     return list;
+}
+
+std::vector<LONG> ValueListOf(LONG stringId) {
+    std::vector<LONG> list = ValueListOf(stringId, eAccessPartAlt);
+    if (stringId == PROP_FAS_TYPE) Append(list, kAssemblyFeatures);
+    return list;
+}
+
+LONG CategoryMeantBy(eLookFor lookFor) {
+    switch (lookFor) {
+        case eLookForConstraints:
+            return 12;
+        case eLookForFasAssembly:
+            return 14;
+        case eLookForWelds:
+            return 13;
+        case eLookForFasSketch:
+            return 16;
+        case eLookForFasPart:
+            return 15;
+        case eLookForNone:
+        case eLookForDocuments:
+        case eLookForFiles:
+            break;
+    }
+    return 0;
+}
+
+bool IsCategoryOffered(eLookFor lookFor, bool onlyAssemblies, LONG category) {
+    constexpr LONG kComponent = 11;  // the first of the things inside an assembly, up to 16
+    switch (lookFor) {
+        case eLookForNone:
+        case eLookForDocuments:
+            return category < kComponent || (category == kComponent && onlyAssemblies);
+        case eLookForConstraints:
+        case eLookForFasAssembly:
+        case eLookForWelds:
+            return onlyAssemblies && category == CategoryMeantBy(lookFor);
+        case eLookForFasSketch:
+        case eLookForFasPart:
+            return category == CategoryMeantBy(lookFor);
+        case eLookForFiles:
+            break;
+    }
+    return false;
 }

@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "dialog/modes.h"
 #include "platform/win.h"
 #include "resource/string_ids.h"
 
@@ -55,5 +56,13 @@ eInputType InputTypeOf(LONG stringId);
 std::span<const LONG> FixedCustomProperties();
 
 // The entries of a property's value list, in list order; empty for a property without one, and for
-// the colours, which are the caller's. Of the feature types those of all environments.
+// the colours, which are the caller's.
+std::vector<LONG> ValueListOf(LONG stringId, eAccessPoint accessPoint);
+// Those of all environments together.
 std::vector<LONG> ValueListOf(LONG stringId);
+
+// Whether the property list has the properties of a category.
+bool IsCategoryOffered(eLookFor lookFor, bool onlyAssemblies, LONG category);
+// The category in which a search for this kind means a property that stands in several; 0 where the
+// kind doesn't decide.
+LONG CategoryMeantBy(eLookFor lookFor);

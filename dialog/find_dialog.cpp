@@ -1,6 +1,7 @@
 #include "dialog/find_dialog.h"
 
 #include "outside/blx_registry.h"
+#include "outside/md_messages.h"
 #include "outside/md_registry.h"
 #include "outside/md_server.h"
 #include "platform/wtext.h"
@@ -9,37 +10,6 @@
 namespace {
 
 constexpr std::size_t kContextLength = 261;  // units of a context's name with its terminator
-
-// The properties that office documents carry as well as models.
-constexpr LONG kOfficeProperties[] = {
-    PROP_TEXT_19125, PROP_PERSON_19133, PROP_TEXT_19134, PROP_TEXT_19136,   PROP_TEXT_19140,
-    PROP_TEXT_19142, PROP_TEXT_19143,   PROP_TEXT_19144, PROP_PERSON_19145,
-};
-
-eFileTypeSearch ClassOfFileType(LONG conditionId) {
-    switch (conditionId) {
-        case FILETYPE_MODELS:
-        case FILETYPE_ASSEMBLIES:
-        case FILETYPE_PRESENTATIONS:
-        case FILETYPE_PARTS:
-        case FILETYPE_DRAWINGS:
-        case FILETYPE_DESIGN_ELEMENTS:
-        case FILETYPE_WIRE:
-            return FILE_SEARCH_MODELS;
-        case FILETYPE_OFFICE:
-        case FILETYPE_DOC:
-        case FILETYPE_PPT:
-        case FILETYPE_XLS:
-            return FILE_SEARCH_OFFICE;
-        case FILETYPE_IMPORT:
-        case FILETYPE_SAT:
-        case FILETYPE_STEP:
-        case FILETYPE_CVD:
-            return FILE_SEARCH_IMPORT;
-        default:
-            return FILE_SEARCH_ANY;
-    }
-}
 
 // Takes over a text that came as a BSTR. One that doesn't fit is dropped, never cut, and leaves the
 // buffer as it was.
@@ -99,7 +69,7 @@ void SRxFindDialog::CloseDialog(bool notifyCaller) {
 
 bool SRxFindDialog::OnExit() {
     SavePlace();
-    for (const int button : {static_cast<int>(IDC_BROWSE), static_cast<int>(IDHELP)}) {
+    for (const int button : {IDC_BROWSE, IDHELP}) {
         const LRESULT icon = SendDlgItemMessageW(dialogWindow, button, BM_GETIMAGE, IMAGE_ICON, 0);
         if (icon != 0) DestroyIcon(reinterpret_cast<HICON>(icon));
     }
@@ -204,31 +174,24 @@ bool SRxFindDialog::SearchComplete(bool result) {
 }
 
 void SRxFindDialog::EnableButtons(BOOL enable) {
-    for (const int control : {static_cast<int>(IDC_DELETE), static_cast<int>(IDC_SAVE_SEARCH),
-                              static_cast<int>(IDOK)}) {
+    for (const int control : {IDC_DELETE, IDC_SAVE_SEARCH, IDOK}) {
         EnableWindow(GetDlgItem(dialogWindow, control), enable);
     }
     if (!enable && !searching) EnableWindow(GetDlgItem(dialogWindow, IDC_ADD), TRUE);
 }
 
-eFileTypeSearch SRxFindDialog::GetFileSearchType(const SRxCriteriaNode& node) const {
-    const eFileTypeSearch type =
-        node.IsFileTypeCriterion() ? ClassOfFileType(node.conditionId) : FILE_SEARCH_ANY;
-    return type > fileSearchType ? type : fileSearchType;
+LONG SRxFindDialog::SelectedData(int comboBox) const {
+    const LRESULT item = SendToControl(comboBox, CB_GETCURSEL);
+    if (item < 0) return kNoId;
+    return static_cast<LONG>(SendToControl(comboBox, CB_GETITEMDATA, static_cast<WPARAM>(item)));
 }
 
-eFileTypeSearch SRxFindDialog::GetPropSearchType(const SRxCriteriaNode& node) const {
-    for (const LONG property : kOfficeProperties) {
-        if (node.propertyStringId == property) return FILE_SEARCH_OFFICE;
-    }
-    const bool fact =
-        node.propertyStringId == PROP_FILE_TYPE || node.propertyStringId == PROP_FILE_NAME;
-    return fact ? FILE_SEARCH_IMPORT : FILE_SEARCH_MODELS;
+void SRxFindDialog::Say(UINT id) const {
+    DisplayMessageId(resourceInstance, id, MB_OK, eKindError, 0, dialogWindow);
 }
 
-bool SRxFindDialog::SetPropSearchType(const SRxCriteriaNode& node) {
-    // 0 is no limit yet; else the narrower class wins.
-    const eFileTypeSearch type = GetPropSearchType(node);
-    if (propSearchType == FILE_SEARCH_ANY || type < propSearchType) propSearchType = type;
-    return true;
+bool SRxFindDialog::Ask(UINT id) const {
+    const int button =
+        DisplayMessageId(resourceInstance, id, MB_YESNO, eKindQuestion, 0, dialogWindow);
+    return button == IDYES || button == IDOK;
 }

@@ -4,39 +4,25 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
+#include <span>
 
+#include "dialog/catalogue.h"
 #include "dialog/criteria_node.h"
 #include "dialog/message_kinds.h"
+#include "dialog/modes.h"
 #include "outside/md_file_name_node.h"
+#include "platform/wtext.h"
 #include "resource/control_ids.h"
 #include "shell/shell_ext_parameters.h"
 
 class SRxSearchObserver;
+struct StoredSearch;
 
 inline constexpr std::size_t kLabelLength = 128;  // units of a label, a name, a loaded string
-inline constexpr std::size_t kPathLength = 260;   // units of a path; each with its terminator
-
-enum eLookFor : unsigned {
-    eLookForNone = 0,
-    eLookForDocuments = 1,
-    eLookForConstraints = 2,
-    eLookForFasAssembly = 3,
-    eLookForWelds = 4,
-    eLookForFasSketch = 5,
-    eLookForFasPart = 6,
-    eLookForFiles = 7
-};
-
-enum eAccessPoint : unsigned {
-    eAccessNone = 0,
-    eAccessAssembly = 1,
-    eAccessAssemblyAlt = 2,
-    eAccessPart = 3,
-    eAccessPartAlt = 4,
-    eAccessFindFiles = 5,
-    eAccessShellWindow = 6,
-    eAccessShellNoWindow = 7
-};
+inline constexpr std::size_t kPathLength = 260;   // units of a path
+inline constexpr std::size_t kComposedLength =
+    4000;  // units of a composed text; all with their terminator
 
 // How wide a class of files a search may touch.
 enum eFileTypeSearch : unsigned {
@@ -109,6 +95,74 @@ public:
     bool SearchOnlyAssem() const { return onlyAssemblies; }
     void SetAccessPoint(eAccessPoint value) { accessPoint = value; }
 
+    // Places a criterion in the list: in the place of an equal one, behind the others of its
+    // property, or at the end; asks and refuses in between. `appendOnly`: at the end, and nothing
+    // is asked. True: it is in the list, which owns it now. `outIndex` gets the row of the list box
+    // to replace or to insert at, `outReplaced` whether an equal one went; both may be null.
+    [[nodiscard]] bool AddNode(SRxCriteriaNode* node, bool appendOnly, int* outIndex,
+                               bool* outReplaced);
+    // Takes a node out of the list, destroys it and clears the pointer; one that the list doesn't
+    // have stays as it is. Always true.
+    bool DeleteNode(SRxCriteriaNode** node);
+    // The text of a criterion's row, `bufferSize` units with the terminator. False only for a null
+    // buffer.
+    bool BuildCriteriaString(const SRxCriteriaNode* node, WCHAR* buffer,
+                             std::size_t bufferSize) const;
+    // Whether a criterion fits the classes of files that the list implies.
+    bool IsValidSearch(const SRxCriteriaNode& node) const;
+    // Starts the list, which is empty, with the criterion of the environment, and gives it a row
+    // where it has one.
+    [[nodiscard]] bool InitDefaultCriteria();
+
+    // The lists of the dialog, filled from the catalogue. Each refill loses what was chosen before.
+    bool InitProperties();
+    void LoadUserProps();
+    void InitConditions();
+    // For a custom property: `item` of the property list, -1 for its selection.
+    void InitCustomConditions(int item);
+    // Shows the value control that property and condition ask for.
+    bool EnableValueEdit();
+    eInputType GetInputType(int propertyStringId) const;
+    // Whether `text` may be taken as the value.
+    bool IsInputOk(int propertyStringId, const WCHAR* text, int conditionId) const;
+    // False when the string isn't there: nothing is added or set then.
+    bool LoadAString(int control, int stringId);
+    bool SetAString(int control, int stringId);
+    // False when the list refuses the text.
+    bool StoreAString(int control, const WCHAR* text, int itemData);
+
+    // What is looked for: title, list of properties, the caller's variable. `selectItem`: the list
+    // of kinds follows. Without arguments the selected kind is taken.
+    void SetLookForType(eLookFor value, bool selectItem);
+    void SetLookForType();
+
+    // The commands of the dialog.
+    bool OnCommandAdd();
+    bool OnCommandDelete();
+    bool OnCommandCriterList();
+    bool OnCommandPropertyList(WPARAM wParam);
+    bool OnCommandPropertyListKillFocus();
+    bool OnCommandConditionList();
+    bool OnCommandValueEdit();
+    bool OnCommandValueList();
+    bool OnNotifyValueDate(const NMDATETIMECHANGE* change);
+    bool OnCommandNewSearch();
+
+    // Stores the list under a name; an empty list and an empty name store nothing. Always true:
+    // what could not be kept is told. `lastSearch`: for this process alone.
+    bool WriteSearch(const WCHAR* name, bool lastSearch);
+    // Puts a saved search in the place of the list; a name that isn't there gives a new list, an
+    // empty one changes nothing. False when a criterion was refused or got no row.
+    bool ReadSearch(const WCHAR* name);
+    // The name under which this process keeps the last search of the environment; empty where none
+    // is kept.
+    void GetLastSearchName(WCHAR* name, std::size_t size) const;
+    void AddCurrentProcessId(WCHAR* name, std::size_t size) const;
+    // Those of every environment and process.
+    void DeleteLastSearches();
+    // Finishes what a process left that ended in mid-save, and tells the user.
+    void TellOfFinishedSaves();
+
     // The class of files that the list implies with this criterion; never below the present one.
     eFileTypeSearch GetFileSearchType(const SRxCriteriaNode& node) const;
     // The class that a criterion's property allows.
@@ -146,6 +200,59 @@ public:
     SRxSearchObserver* observer = nullptr;
 
 private:
+    bool IsAssemblyEnv() const;
+    bool IsPartEnv() const;
+    bool IsHalvrineEnv() const;
+
+    bool MayEnter(SRxCriteriaNode& node) const;
+    bool PlaceNode(SRxCriteriaNode* node, bool appendOnly, int& index, bool& replaced);
+    // A message of the resource library.
+    void Say(UINT id) const;
+    // A question of the resource library; true for yes.
+    bool Ask(UINT id) const;
+
+    // A control's answer to a message; 0 where there is no such control.
+    LRESULT SendToControl(int control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+        return SendDlgItemMessageW(dialogWindow, control, message, wParam, lParam);
+    }
+    LRESULT SendToControl(int control, UINT message, WPARAM wParam, const void* pointer) const {
+        return SendToControl(control, message, wParam, reinterpret_cast<LPARAM>(pointer));
+    }
+    // The item data of a combo box's selection, -1 without one.
+    LONG SelectedData(int comboBox) const;
+
+    void SetDialogTitle(unsigned);
+    void AddConditions(std::span<const LONG> conditions);
+    // False for a property without a list.
+    bool FillValueList(LONG property);
+    // One of the three value controls shows; a text field that can't be used is emptied.
+    void ShowValueControl(int shown, bool enabled);
+
+    bool AddStored(const StoredSearch& search, bool& skipped);
+    // A message with the name of a saved search.
+    void SayAboutSearch(UINT id, const WCHAR* name) const;
+
+    WText RowText(const SRxCriteriaNode& node) const;
+    // Gives a criterion a row at the end of the list box, or in front of the row `index`.
+    bool AddRow(SRxCriteriaNode& node, int index = -1);
+    // The row of a criterion, -1 for one without.
+    int RowOf(const SRxCriteriaNode* node) const;
+    // The criterion of the selected row; null without a selection.
+    SRxCriteriaNode* SelectedCriterion() const;
+    // Writes a criterion's row anew, after a change of its join.
+    void RewriteRow(SRxCriteriaNode& node);
+    // What the value controls hold; false when it doesn't fit the property, which the user is told.
+    bool ReadValue(LONG property, LONG condition, WText& value, LONG& valueId) const;
+    std::unique_ptr<SRxCriteriaNode> ComposeCriterion(LONG property, LONG condition,
+                                                      const WText& value, LONG valueId) const;
+    // Gives a criterion just added its row, or that of the one that it replaced.
+    void ShowAdded(SRxCriteriaNode& added, bool replaced);
+    // Of a property that stands in several categories, the one that is looked for.
+    void TakeOfferedCategory(SRxCriteriaNode& node) const;
+    // The list of all conditions, which a name that is typed and not chosen needs.
+    void NeedAllConditions();
+    void ShowCriterion(const SRxCriteriaNode& node);
+
     void SavePlace() const;
     void ReadAppUserName();
     HRESULT ReadServerContext(WCHAR* text, std::size_t textSize);

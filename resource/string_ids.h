@@ -36,6 +36,9 @@
 #define MSG_NO_HITS 21779
 #define STR_JOIN_OR_WORD 21781
 #define STR_EXPORT_HEADING 21782
+#define MSG_SAVE_FAILED 21790
+#define MSG_OPEN_INCOMPLETE 21791
+#define MSG_SAVE_RECOVERED 21792
 
 // Titles and labels of the dialogs.
 #define STR_COLUMN_FOLDER 21700

@@ -1,5 +1,6 @@
 #include <cstdint>
 
+#include "dialog/stored_date.h"
 #include "outside/md_small_aids.h"
 #include "search/value_comparison.h"
 
@@ -26,29 +27,10 @@ SYSTEMTIME DateOfTicks(std::int64_t ticks) {
     return date;
 }
 
-// A decimal number of at most 5 digits from the front of `text`, and the blank behind it.
-bool TakeNumber(WTextView& text, WORD& number) {
-    unsigned value = 0;
-    std::size_t digits = 0;
-    while (digits < text.size() && text[digits] >= '0' && text[digits] <= '9') {
-        value = value * 10 + static_cast<unsigned>(text[digits] - '0');
-        if (++digits > 5) return false;
-    }
-    if (digits == 0 || value > 0xFFFF) return false;
-    number = static_cast<WORD>(value);
-    text.remove_prefix(digits);
-    if (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    return true;
-}
-
-// The stored form: year, month and day with single blanks. Read here and not by the system, so that
-// no regional setting takes part.
+// Read here and not by the system, so that no regional setting takes part.
 bool ParseStoredDate(WTextView text, SYSTEMTIME& date) {
-    SYSTEMTIME read{};
-    if (!TakeNumber(text, read.wYear) || !TakeNumber(text, read.wMonth) ||
-        !TakeNumber(text, read.wDay) || !text.empty()) {
-        return false;
-    }
+    SYSTEMTIME read;
+    if (!ReadStoredDate(text, read)) return false;
     const std::int64_t ticks = DayTicks(read);
     if (read.wYear < 100 || ticks == 0) return false;
     date = DateOfTicks(ticks);  // with its day of the week

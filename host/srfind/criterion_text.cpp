@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "dialog/catalogue.h"
+#include "dialog/stored_date.h"
 #include "outside/md_property_rows.h"
 #include "outside/ps_property_specifics.h"
 #include "platform/native_path.h"
@@ -87,8 +88,11 @@ WText StoredDate(std::string_view typed) {
     if (!read(0, 4, year) || !read(5, 2, month) || !read(8, 2, day)) return {};
     if (year < kFirstYear || month < 1 || month > 12 || day < 1) return {};
     if (day > DaysInMonth(year, month)) return {};
-    return wtext::FromNumber(year) + TEXT(" ") + wtext::FromNumber(month) + TEXT(" ") +
-           wtext::FromNumber(day);
+    SYSTEMTIME date{};
+    date.wYear = static_cast<WORD>(year);
+    date.wMonth = static_cast<WORD>(month);
+    date.wDay = static_cast<WORD>(day);
+    return StoredDateText(date);
 }
 
 CriterionParser::CriterionParser(HINSTANCE resources) : resources_(resources) {

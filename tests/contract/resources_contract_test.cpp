@@ -84,7 +84,7 @@ TEST_F(Strings, BufferSizes) {
         {"exact less one", STR_YES_WORD, 3, 2, TEXT("ye")},
         {"only a terminator", STR_YES_WORD, 1, 0, TEXT(""), kPoisonError, eGap::windows},
         {"first of its block", 21696 + 4, 64, 6, TEXT("Folder")},
-        {"formats stay", STR_CRITERION_FORMAT, 64, 11, TEXT("%1 %2 %3 %4")},
+        {"formats stay", STR_CRITERION_FORMAT, 64, 10, TEXT("%1%2 %3 %4")},
         {"absent in a block", STR_YES_WORD + 1, 64, 0, TEXT("")},
         {"absent block", 1, 64, 0, TEXT(""), ERROR_RESOURCE_NAME_NOT_FOUND, eGap::windows},
         {"absent block, one unit", 1, 1, 0, TEXT(""), ERROR_RESOURCE_NAME_NOT_FOUND, eGap::windows},

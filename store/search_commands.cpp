@@ -1,0 +1,155 @@
+// The dialog's side of the saved searches: the list and its rows to and from the store.
+#include "dialog/find_dialog.h"
+#include "outside/md_messages.h"
+#include "platform/new_or_null.h"
+#include "platform/resource_text.h"
+#include "store/saved_search.h"
+
+namespace {
+
+constexpr LONG kComponentCategory = 11;
+
+StoredCriterion ToStored(const SRxCriteriaNode& node) {
+    StoredCriterion stored;
+    stored.join = node.joinType;
+    stored.number = node.propertyNumber;
+    stored.category = node.propertyCategory;
+    stored.customName = node.customName.c_str();
+    stored.condition = node.conditionId;
+    stored.value = node.value;
+    stored.valueId = node.valueId;
+    return stored;
+}
+
+std::unique_ptr<SRxCriteriaNode> ToNode(const StoredCriterion& stored) {
+    auto node = stored.number >= 0
+                    ? NewOrNull<SRxCriteriaNode>(stored.number, stored.category, stored.condition,
+                                                 stored.join, stored.value.c_str())
+                    : NewOrNull<SRxCriteriaNode>(stored.customName.c_str(), stored.condition,
+                                                 stored.join, stored.value.c_str());
+    if (node != nullptr) node->valueId = stored.valueId;
+    return node;
+}
+
+}  // namespace
+
+void SRxFindDialog::GetLastSearchName(WCHAR* name, std::size_t size) const {
+    const WTextView plain = IsAssemblyEnv() ? TEXT("_last_hlv_search_assy")
+                            : IsPartEnv()   ? TEXT("_last_hlv_search_part")
+                                            : TEXT("");
+    if (wtext::CopyWhole(name, size, plain) && !plain.empty()) AddCurrentProcessId(name, size);
+}
+
+void SRxFindDialog::AddCurrentProcessId(WCHAR* name, std::size_t size) const {
+    const WText whole = WText(name) + TEXT("_") + wtext::FromNumber(GetCurrentProcessId());
+    (void)wtext::CopyWhole(name, size, whole);
+}
+
+void SRxFindDialog::DeleteLastSearches() {
+    DeleteAllLastSearches();
+}
+
+void SRxFindDialog::SayAboutSearch(UINT id, const WCHAR* name) const {
+    const WText text = wtext::Format(ResourceText(resourceInstance, id), {name});
+    DisplayMessageStringEx(resourceInstance, text.c_str(), MB_OK, eKindWarning, 0, dialogWindow);
+}
+
+bool SRxFindDialog::WriteSearch(const WCHAR* name, bool lastSearch) {
+    if (criteriaHead == nullptr || *name == 0) return true;
+    StoredSearch search;
+    search.matchCase = static_cast<LONG>(SendToControl(IDC_MATCH_CASE, BM_GETCHECK));
+    search.lookFor = static_cast<LONG>(lookFor);
+    search.environment = static_cast<LONG>(accessPoint);
+    for (const SRxCriteriaNode* node = criteriaHead; node != nullptr; node = node->nextCriterion)
+        search.criteria.push_back(ToStored(*node));
+    switch (lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search)) {
+        case eStoredWrite::Whole:
+            return true;
+        case eStoredWrite::NoKey:
+            return true;  // passed over in silence, like a store that isn't there
+        case eStoredWrite::CutShort:
+            Say(MSG_SAVE_CUT_SHORT);
+            return true;
+        case eStoredWrite::KeptOld:
+            SayAboutSearch(MSG_SAVE_FAILED, name);
+            return true;
+    }
+    return true;
+}
+
+bool SRxFindDialog::ReadSearch(const WCHAR* name) {
+    if (*name == 0) {
+        EnableButtons(criteriaHead != nullptr);
+        return true;
+    }
+    SendToControl(IDC_CRITERIA_LIST, LB_RESETCONTENT);
+    fileSearchType = propSearchType = FILE_SEARCH_ANY;
+    StoredSearch search;
+    const eStoredRead read = ReadSavedSearch(name, search);
+    bool result = true;
+    bool skipped = false;
+    if (read == eStoredRead::Absent) {
+        result = OnCommandNewSearch();
+    } else {
+        SendToControl(IDC_MATCH_CASE, BM_SETCHECK,
+                      search.matchCase != 0 ? BST_CHECKED : BST_UNCHECKED);
+        SetLookForType(static_cast<eLookFor>(search.lookFor), true);
+        delete criteriaHead;
+        criteriaHead = nullptr;
+        result = AddStored(search, skipped);
+    }
+    SendToControl(IDC_CRITERIA_LIST, LB_SETCURSEL, 0);
+    OnCommandCriterList();
+    if (skipped) {
+        DisplayMessageId(resourceInstance, MSG_CRITERIA_SKIPPED, MB_OK, eKindWarning, 0,
+                         dialogWindow);
+    }
+    if (read == eStoredRead::Incomplete) SayAboutSearch(MSG_OPEN_INCOMPLETE, name);
+    SetFocus(GetDlgItem(dialogWindow, IDC_CRITERIA_LIST));
+    EnableButtons(criteriaHead != nullptr);
+    return result;
+}
+
+bool SRxFindDialog::AddStored(const StoredSearch& search, bool& skipped) {
+    bool result = true;
+    bool skippedBefore = false;
+    LONG rememberedJoin = 0;  // of the last criterion that stands before a skipped one
+    for (StoredCriterion criterion : search.criteria) {
+        if (criterion.number >= 0) {
+            if (criterion.condition == COND_STORED_LIBRARY) {
+                criterion.number = 108;
+                criterion.category = 7;
+                criterion.condition = COND_LIBRARY_YES;
+            }
+            if (!onlyAssemblies && criterion.category == kComponentCategory) {
+                skipped = skippedBefore = true;
+                continue;
+            }
+            // The criterion behind a skipped one takes its place in the joins.
+            if (skippedBefore) {
+                if (criterion.join != JOIN_AND) criterion.join = rememberedJoin;
+            } else {
+                rememberedJoin = criterion.join;
+            }
+            skippedBefore = false;
+        }
+        auto node = ToNode(criterion);
+        if (node == nullptr) {
+            Say(MSG_OUT_OF_MEMORY);
+            return false;
+        }
+        if (!AddNode(node.get(), true, nullptr, nullptr)) {
+            result = false;
+            continue;
+        }
+        SRxCriteriaNode& added = *node.release();
+        // In a part environment the file type is the environment's own.
+        if (!added.IsFileTypeCriterion() || !IsPartEnv()) result = AddRow(added);
+    }
+    return result;
+}
+
+void SRxFindDialog::TellOfFinishedSaves() {
+    for (const WText& name : FinishCutSaves())
+        SayAboutSearch(MSG_SAVE_RECOVERED, name.c_str());
+}
