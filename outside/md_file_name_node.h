@@ -77,6 +77,8 @@ public:
     // failure. `flags` is 15 and `depth` 0: the direct references of every kind.
     HRESULT GetRelatedDocs(MDxFileNameNode** docs, unsigned flags, int depth,
                            IQxLecternServer* server);
+    // The documents that the last GetRelatedDocs didn't find where it refers to them.
+    const std::vector<BLxWString>& MissingRelatedDocs() const { return missingDocs_; }
 
     bool HaveOccCriteria() const { return !records_.empty(); }
     std::vector<MDxCritNode>& GetOccCritList() { return records_; }
@@ -102,6 +104,7 @@ private:
     LONG contentLibType_ = 0;
     GUID subType_{};
     std::vector<MDxCritNode> records_;
+    std::vector<BLxWString> missingDocs_;
     std::unique_ptr<ChainIndex> index_;  // of the chain that begins with this node
     ChainIndex* memberOf_ = nullptr;     // the index that has this node, and where
     std::size_t position_ = 0;

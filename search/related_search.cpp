@@ -1,4 +1,5 @@
 #include "search/search.h"
+#include "search/search_observer.h"
 
 namespace {
 
@@ -13,7 +14,13 @@ void AddRelatedDocs(SRxFoundList& list, MDxFileNameNode* node) {
     // is there to be asked.
     if (node->InApp()) return;
     MDxFileNameNode* docs = nullptr;
-    if (node->GetRelatedDocs(&docs, kEveryReference, 0, list.server) < 0 || docs == nullptr) return;
+    const HRESULT status = node->GetRelatedDocs(&docs, kEveryReference, 0, list.server);
+    if (SRxSearchObserver* const observer = list.dialog->observer) {
+        if (status < 0) observer->OnReferencesFailed(node->GetFileName(), status);
+        for (const BLxWString& missing : node->MissingRelatedDocs())
+            observer->OnReferenceMissing(node->GetFileName(), missing.c_str());
+    }
+    if (status < 0 || docs == nullptr) return;
     if (MDxFileNameNode* rest = node->GetNextNode()) rest->AddFileNode(&docs);
     node->SetNextNode(docs);
 }

@@ -17,6 +17,10 @@ public:
     // `status` is the result of the attempt: negative on failure, or one of MDxProperties' positive
     // results.
     virtual void OnPropertiesRead(const WCHAR* file, HRESULT status) = 0;
+    // The documents that a file refers to can't be told; `status` is negative.
+    virtual void OnReferencesFailed(const WCHAR* file, HRESULT status) = 0;
+    // A document that a file refers to isn't there.
+    virtual void OnReferenceMissing(const WCHAR* file, const WCHAR* missing) = 0;
     // A hit has no row, since that of another file, `shown`, counts as the same.
     virtual void OnLeftOut(const WCHAR* file, const WCHAR* shown) = 0;
 

@@ -145,6 +145,12 @@ bool DeleteAt(const WText& path) {
     return BLxPref_Reg::DeleteKeyAndDescendants(HKEY_CURRENT_USER, path.c_str()) == 0;
 }
 
+void DeleteSaving(const WText& path) {
+    DeleteAt(path);
+    // Refused while another process saves.
+    (void)BLxPref_Reg::DeleteKey(HKEY_CURRENT_USER, SavingPath().c_str());
+}
+
 // The copy of a search that is being saved, with its name at last: with a name it is whole.
 bool WriteSaving(const WText& path, const WCHAR* name, const StoredSearch& search) {
     DeleteAt(path);
@@ -156,6 +162,11 @@ bool WriteSaving(const WText& path, const WCHAR* name, const StoredSearch& searc
 }
 
 }  // namespace
+
+std::size_t MostUnitsOfSearchName() {
+    constexpr std::size_t kMostUnitsOfPath = 253;
+    return kMostUnitsOfPath - (StorePath() + TEXT("Node")).size();
+}
 
 std::vector<WText> SavedSearchNames() {
     const KeyOwner key = OpenKey(StorePath());
@@ -184,7 +195,7 @@ eStoredWrite WriteSavedSearch(const WCHAR* name, const StoredSearch& search) {
     StoredSearch old;
     if (replaces) (void)ReadAt(path, old);
     if (!lock.IsHeld() || !WriteSaving(saving, name, search)) {
-        DeleteAt(saving);
+        DeleteSaving(saving);
         return eStoredWrite::KeptOld;
     }
     if (replaces) DeleteAt(path);
@@ -193,7 +204,7 @@ eStoredWrite WriteSavedSearch(const WCHAR* name, const StoredSearch& search) {
         DeleteAt(path);
         if (WriteAt(path, old) == eStoredWrite::Whole) result = eStoredWrite::KeptOld;
     }
-    DeleteAt(saving);
+    DeleteSaving(saving);
     return result;
 }
 
@@ -233,7 +244,7 @@ std::vector<WText> FinishCutSaves() {
                 finished.emplace_back(name.c_str());
             }
         }
-        DeleteAt(path);
+        DeleteSaving(path);
     }
     return finished;
 }

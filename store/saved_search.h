@@ -38,6 +38,8 @@ enum class eStoredWrite {
     KeptOld    // what stood under the name, if anything, is unchanged
 };
 
+// The longest name that a person may give a search.
+std::size_t MostUnitsOfSearchName();
 // The names of all saved searches, in natural order, those of last searches too.
 std::vector<WText> SavedSearchNames();
 bool HasSavedSearch(const WCHAR* name);

@@ -28,6 +28,7 @@ WText Locate(const WText& folder, const mddoc::DocumentReference& reference) {
 
 HRESULT MDxFileNameNode::GetRelatedDocs(MDxFileNameNode** docs, unsigned, int, IQxLecternServer*) {
     *docs = nullptr;
+    missingDocs_.clear();
     mddoc::DocumentProperties document;
     HRESULT status = document.Open(NativePathFromWide(fileName_));
     if (status < 0) return status;
@@ -37,7 +38,14 @@ HRESULT MDxFileNameNode::GetRelatedDocs(MDxFileNameNode** docs, unsigned, int, I
     const WText folder = FolderOf(fileName_.c_str());
     for (const mddoc::DocumentReference& reference : references) {
         const WText path = Locate(folder, reference);
-        if (!path.empty()) (new MDxFileNameNode(path.c_str(), -1, inApp_))->AddFileNode(docs);
+        if (!path.empty()) {
+            (new MDxFileNameNode(path.c_str(), -1, inApp_))->AddFileNode(docs);
+        } else if (!reference.relativePath.empty()) {
+            const WText expected = FullWidePath(folder + reference.relativePath);
+            missingDocs_.emplace_back(expected.c_str());
+        } else {
+            missingDocs_.emplace_back(reference.fullPath.c_str());
+        }
     }
     return S_OK;
 }

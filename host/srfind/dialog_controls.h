@@ -1,5 +1,5 @@
-// The controls of the find dialog as the search reads them, on a window without a procedure: a
-// scaffold until the dialog itself stands.
+// The controls of the find dialog as a search reads them, made from the dialog's template, with
+// nobody behind them: a scaffold until the dialog itself stands.
 #pragma once
 
 #include "dialog/find_dialog.h"
@@ -7,12 +7,12 @@
 
 class DialogControls {
 public:
-    DialogControls();
+    explicit DialogControls(HINSTANCE resources);
     ~DialogControls();
     DialogControls(const DialogControls&) = delete;
     DialogControls& operator=(const DialogControls&) = delete;
 
-    // Null when the windows couldn't be made.
+    // Null when the window couldn't be made.
     HWND Window() const { return window_; }
     void SetLookIn(const WText& path);
     void Check(int control, bool checked);

@@ -6,8 +6,10 @@ namespace {
 
 constexpr char kHex[] = "0123456789abcdef";
 
-void AppendString(std::string& out, const std::string& bytes) {
-    out += '"';
+}  // namespace
+
+std::string JsonString(const std::string& bytes) {
+    std::string out = "\"";
     for (const char c : wtext::ToUtf8(wtext::FromUtf8(bytes))) {
         const auto unit = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
@@ -21,22 +23,18 @@ void AppendString(std::string& out, const std::string& bytes) {
             out += c;
         }
     }
-    out += '"';
+    return out + '"';
 }
 
-}  // namespace
-
-std::string HitAsJson(const WCHAR* path) {
+std::string HitAsJson(const WCHAR* path, const std::string& records) {
     const WCHAR* name = PathFindFileNameW(path);
     const std::string shown = DisplayPath(path);
     bool exact = false;
     (void)wtext::FromUtf8(shown, &exact);
-    std::string out = "{\"path\":";
-    AppendString(out, shown);
-    out += ",\"folder\":";
-    AppendString(out, DisplayPath(WTextView(path, static_cast<std::size_t>(name - path))));
-    out += ",\"name\":";
-    AppendString(out, DisplayPath(name));
+    const WTextView folder(path, static_cast<std::size_t>(name - path));
+    std::string out = "{\"path\":" + JsonString(shown) +
+                      ",\"folder\":" + JsonString(DisplayPath(folder)) +
+                      ",\"name\":" + JsonString(DisplayPath(name));
     out += exact ? ",\"exact\":true" : ",\"exact\":false,\"bytes\":\"";
     if (!exact) {
         for (const char c : shown) {
@@ -45,5 +43,6 @@ std::string HitAsJson(const WCHAR* path) {
         }
         out += '"';
     }
+    if (!records.empty()) out += ",\"records\":" + records;
     return out + "}";
 }

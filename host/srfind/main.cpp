@@ -1,18 +1,19 @@
 // srfind: a search from the command line. It makes the dialog object and the controls that a search
 // reads, runs the engine, and prints the hits that come back on the slot.
-#include <algorithm>
 #include <vector>
 
 #include "host/srfind/criterion_text.h"
 #include "host/srfind/dialog_controls.h"
-#include "host/srfind/json.h"
+#include "host/srfind/hits.h"
 #include "host/srfind/options.h"
 #include "host/srfind/report.h"
 #include "platform/host/host_files.h"
+#include "platform/native_path.h"
 #include "platform/number_text.h"
+#include "platform/resource_text.h"
 #include "search/search.h"
-#include "search/value_comparison.h"
 #include "shell/module_state.h"
+#include "store/saved_search.h"
 
 namespace {
 
@@ -25,22 +26,71 @@ int Refuse(const std::string& fault) {
     return kWrongUse;
 }
 
+// A yes or no for a question about a saved search, which --yes answers.
+bool Agrees(const Options& options, SearchReport& report, UINT question, const WText& name) {
+    const WText text = wtext::Format(ResourceText(SrResReturnHandle(), question), {name});
+    if (options.yes) return true;
+    report.Tell(wtext::ToUtf8(text) + " Give --yes to agree.");
+    return false;
+}
+
 // Criteria stand in the order typed, so that the joins mean what was typed.
 bool AddCriteria(SRxFindDialog& dialog, const Options& options, std::string& fault) {
     const CriterionParser parser(dialog.resourceInstance);
-    SRxCriteriaNode** end = &dialog.criteriaHead;
     for (const CriterionOption& option : options.criteria) {
         auto node = parser.Parse(option.text, option.isOr ? JOIN_OR : JOIN_AND, fault);
         if (node == nullptr) return false;
-        if (node->IsFileTypeCriterion()) {
-            dialog.fileSearchType = dialog.GetFileSearchType(*node);
-        } else {
-            dialog.SetPropSearchType(*node);
+        if (!dialog.AddNode(node.get(), true, nullptr, nullptr)) {
+            fault = "the criterion \"" + option.text + "\" was refused";
+            return false;
         }
-        *end = node.release();
-        end = &(*end)->nextCriterion;
+        (void)node.release();
     }
     return true;
+}
+
+bool OpenSearch(SRxFindDialog& dialog, const std::string& name, std::string& fault) {
+    const WText wide = wtext::FromUtf8(name);
+    if (!HasSavedSearch(wide.c_str())) {
+        fault = "there is no saved search \"" + name + "\"";
+        return false;
+    }
+    // What is refused or damaged is told by the dialog itself.
+    if (dialog.ReadSearch(wide.c_str())) return true;
+    fault = "a criterion of the saved search \"" + name + "\" was refused";
+    return false;
+}
+
+bool SaveSearch(SRxFindDialog& dialog, const Options& options, SearchReport& report,
+                std::string& fault) {
+    const WText name = wtext::FromUtf8(options.saveSearch.text);
+    const std::size_t most = MostUnitsOfSearchName();
+    if (name.size() > most) {
+        fault =
+            wtext::ToUtf8(wtext::Format(ResourceText(dialog.resourceInstance, MSG_NAME_TOO_LONG),
+                                        {wtext::FromNumber(static_cast<long long>(most))}));
+        return false;
+    }
+    const bool known = HasSavedSearch(name.c_str());
+    if (known && !Agrees(options, report, MSG_ASK_OVERWRITE, name)) {
+        fault = "nothing was saved";
+        return false;
+    }
+    const std::size_t told = report.ToldCount();
+    dialog.WriteSearch(name.c_str(), false);
+    fault = "the search was not saved whole";
+    return report.ToldCount() == told;
+}
+
+int DeleteSearch(const Options& options, SearchReport& report) {
+    const WText name = wtext::FromUtf8(options.deleteSearch.text);
+    if (!HasSavedSearch(name.c_str())) {
+        return Refuse("there is no saved search \"" + options.deleteSearch.text + "\"");
+    }
+    if (!Agrees(options, report, MSG_ASK_DELETE, name)) return kWrongUse;
+    if (DeleteSavedSearch(name.c_str())) return kHits;
+    report.Tell("the saved search \"" + options.deleteSearch.text + "\" could not be deleted");
+    return kUnreadable;
 }
 
 // The chain of files that a list names; null for an empty list. The caller owns it.
@@ -78,65 +128,13 @@ bool ReadFileList(const Options& options, SearchReport& report, MDxFileNameNode*
     return true;
 }
 
-int CompareTexts(WTextView a, WTextView b) {
-    return CompareStringW(LOCALE_USER_DEFAULT, kFoldText, a.data(), static_cast<int>(a.size()),
-                          b.data(), static_cast<int>(b.size())) -
-           CSTR_EQUAL;
-}
-
-void SortHits(std::vector<const MDxFileNameNode*>& hits, eSort sort) {
-    struct Parts {
-        WTextView folder;
-        WTextView name;
-    };
-    const auto split = [](const MDxFileNameNode* node) {
-        const WCHAR* path = node->GetFileName();
-        const WCHAR* name = PathFindFileNameW(path);
-        return Parts{WTextView(path, static_cast<std::size_t>(name - path)), name};
-    };
-    if (sort == eSort::None) return;
-    std::stable_sort(hits.begin(), hits.end(),
-                     [&](const MDxFileNameNode* a, const MDxFileNameNode* b) {
-                         const Parts partsA = split(a);
-                         const Parts partsB = split(b);
-                         if (sort == eSort::Folder) {
-                             const int order = CompareTexts(partsA.folder, partsB.folder);
-                             if (order != 0) return order < 0;
-                         }
-                         return CompareTexts(partsA.name, partsB.name) < 0;
-                     });
-}
-
-// Tells of criteria that the hits carry on unanswered, so that nobody takes them for decided.
-void PrintUndecided(const std::vector<const MDxFileNameNode*>& hits, const Options& options) {
-    std::vector<std::size_t> counts(options.criteria.size());
-    for (const MDxFileNameNode* hit : hits) {
-        const auto& records = const_cast<MDxFileNameNode*>(hit)->GetOccCritList();
-        for (std::size_t i = 0; i < records.size() && i < counts.size(); ++i) {
-            if (records[i].HaveCrit()) ++counts[i];
-        }
-    }
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-        if (counts[i] == 0) continue;
-        WriteError("srfind: '" + options.criteria[i].text + "' can't be decided by the file for " +
-                   std::to_string(counts[i]) + " of the " + std::to_string(hits.size()) +
-                   " hit(s): they count as if it held\n");
-    }
-}
-
 int Report(const SearchReport& report, MDxFileNameNode* chain, const Options& options) {
     std::vector<const MDxFileNameNode*> hits;
     for (; chain != nullptr; chain = chain->GetNextNode())
         hits.push_back(chain);
     SortHits(hits, options.sort);
-    std::string out;
-    for (const MDxFileNameNode* hit : hits) {
-        const WCHAR* path = hit->GetFileName();
-        out += options.json ? HitAsJson(path) : DisplayPath(path);
-        out += options.print0 ? '\0' : '\n';
-    }
-    WriteOutput(out);
-    PrintUndecided(hits, options);
+    WriteOutput(HitsText(hits, options));
+    WriteError(UndecidedText(hits, options));
     report.PrintPassedOver();
     if (options.stats) report.PrintStats(hits.size());
     if (WasInterrupted()) {
@@ -147,13 +145,35 @@ int Report(const SearchReport& report, MDxFileNameNode* chain, const Options& op
     return hits.empty() ? kNone : kHits;
 }
 
+// The place to look in, or the chain of files on `slot`.
+bool SetPlace(const Options& options, SRxFindDialog& dialog, DialogControls& controls,
+              SearchReport& report, MDxFileNameNode*& slot, std::string& fault) {
+    if (options.haveFilesFrom) {
+        dialog.SetOnlyAssem(true);
+        return ReadFileList(options, report, slot, fault);
+    }
+    const WText path = AbsoluteWidePath(options.lookIn.path);
+    const bool folder = !path.empty() && PathIsDirectoryW(path.c_str());
+    const bool usable =
+        options.related ? !path.empty() && !folder && PathFileExistsW(path.c_str()) : folder;
+    if (!usable) {
+        fault = "\"" + options.lookIn.text + "\" is no " +
+                (options.related ? "document to start with" : "folder that can be looked in");
+        return false;
+    }
+    controls.SetLookIn(path);
+    controls.Check(IDC_LOOK_RELATED, options.related);
+    controls.Check(IDC_LOOK_SUBFOLDERS, options.subfolders);
+    return true;
+}
+
 int Search(const Options& options) {
     const HINSTANCE resources = SrResReturnHandle();
     MDxFileNameNode* slot = nullptr;
     SRxFindDialog dialog(resources, &slot, nullptr, nullptr, nullptr);
     SearchReport report(resources);
     const DeskScope desk(report);
-    DialogControls controls;
+    DialogControls controls(resources);
     if (controls.Window() == nullptr) {
         WriteError("srfind: the controls of the dialog could not be made\n");
         return kUnreadable;
@@ -161,24 +181,30 @@ int Search(const Options& options) {
     std::string fault;
     dialog.observer = &report;
     dialog.dialogWindow = controls.Window();
+    dialog.SetAccessPoint(eAccessShellNoWindow);
+    dialog.SetOnlyAssem(options.haveFilesFrom);
     dialog.Initialize();
-    if (!AddCriteria(dialog, options, fault)) return Refuse(fault);
-    if (options.haveFilesFrom) {
-        if (!ReadFileList(options, report, slot, fault)) {
-            delete slot;
-            return Refuse(fault);
-        }
-        dialog.SetOnlyAssem(true);
-    } else {
-        const WText path = AbsoluteWidePath(options.lookIn.path);
-        if (path.empty() || !PathIsDirectoryW(path.c_str())) {
-            return Refuse("\"" + options.lookIn.text + "\" is no folder that can be looked in");
-        }
-        controls.SetLookIn(path);
+    dialog.TellOfFinishedSaves();
+    if (options.listSearches) {
+        for (const WText& name : SavedSearchNames())
+            WriteOutput(wtext::ToUtf8(name) + "\n");
+        return kHits;
     }
-    controls.Check(IDC_LOOK_SUBFOLDERS, options.subfolders);
-    controls.Check(IDC_MATCH_CASE, options.matchCase);
+    if (options.deleteSearch.given) return DeleteSearch(options, report);
+    if (options.openSearch.given && !OpenSearch(dialog, options.openSearch.text, fault)) {
+        return Refuse(fault);
+    }
+    if (options.matchCase) controls.Check(IDC_MATCH_CASE, true);
+    if (!AddCriteria(dialog, options, fault)) return Refuse(fault);
+    if (options.saveSearch.given && !SaveSearch(dialog, options, report, fault)) {
+        return Refuse(fault);
+    }
+    if (!options.Searches()) return kHits;
     // The chain to search comes in on the slot, and the hits go out on it.
+    if (!SetPlace(options, dialog, controls, report, slot, fault)) {
+        delete slot;
+        return Refuse(fault);
+    }
     MDxFileNameNode* const input = slot;
     int status = 0;
     {
@@ -186,6 +212,7 @@ int Search(const Options& options) {
         dialog.searching = true;
         RunSearch(list);
         status = Report(report, slot, options);
+        if (options.skipped) WriteError(SkippedText(list.params.GetCritForSkipped()));
     }
     if (slot != input) delete slot;
     delete input;

@@ -20,9 +20,17 @@ constexpr OptionRow kOptions[] = {
     {'c', "match-case", nullptr, "upper and lower case are different"},
     {0, "files-from", "FILE",
      "look at the files that FILE names, one a line (- for standard input)"},
+    {0, "related", "FILE", "look at FILE and all documents that it refers to"},
+    {0, "open", "NAME", "take the criteria of a saved search; others are added to them"},
+    {0, "save", "NAME", "save the criteria under a name"},
+    {0, "searches", nullptr, "list the names of the saved searches"},
+    {0, "delete", "NAME", "delete a saved search"},
+    {'y', "yes", nullptr, "answer yes where a saved search would be replaced or deleted"},
     {'0', "print0", nullptr, "end each hit with a null instead of a line feed"},
     {0, "json", nullptr, "print each hit as a JSON object on a line of its own"},
     {0, "sort", "ORDER", "sort the hits by name or by folder"},
+    {0, "records", nullptr, "print with each hit what each criterion leaves to the caller"},
+    {0, "skipped", nullptr, "tell which criteria are left to the caller"},
     {0, "stats", nullptr, "tell at the end what was looked at"},
     {0, "criteria", nullptr, "list the properties with their conditions"},
     {'h', "help", nullptr, "show this text"},
@@ -56,13 +64,15 @@ private:
         return false;
     }
 
-    bool TakeOperand() {
+    bool TakeOperand() { return TakeLookIn(arguments_[next_++]); }
+
+    bool TakeLookIn(const HostArgument& place) {
         if (options_.haveLookIn) {
-            return Fail("there can be one place to look in, and \"" + arguments_[next_].text +
+            return Fail("there can be one place to look in, and \"" + place.text +
                         "\" would be a second one");
         }
         options_.haveLookIn = true;
-        options_.lookIn = arguments_[next_++];
+        options_.lookIn = place;
         return true;
     }
 
@@ -70,9 +80,6 @@ private:
         const std::string text = arguments_[next_].text.substr(2);
         const std::size_t equals = text.find('=');
         const std::string name = text.substr(0, equals);
-        if (name == "related") {
-            return Fail("--related is not there yet: a search of related documents can't be made");
-        }
         for (const OptionRow& row : kOptions) {
             if (name != row.name) continue;
             if (row.argument == nullptr) {
@@ -127,6 +134,12 @@ private:
         } else if (name == "files-from") {
             options_.haveFilesFrom = true;
             options_.filesFrom = value.path;
+        } else if (name == "related") {
+            options_.related = true;
+            return TakeLookIn(value);
+        } else if (NameOption* search = SearchName(name)) {
+            if (value.text.empty()) return Fail("--" + name + " needs a name that isn't empty");
+            *search = {true, value.text};
         } else if (name == "sort") {
             if (value.text != "name" && value.text != "folder") {
                 return Fail("--sort takes name or folder, not \"" + value.text + "\"");
@@ -138,7 +151,17 @@ private:
         return true;
     }
 
+    NameOption* SearchName(const std::string& name) {
+        if (name == "open") return &options_.openSearch;
+        if (name == "save") return &options_.saveSearch;
+        return name == "delete" ? &options_.deleteSearch : nullptr;
+    }
+
     bool& Flag(const std::string& name) {
+        if (name == "records") return options_.records;
+        if (name == "skipped") return options_.skipped;
+        if (name == "searches") return options_.listSearches;
+        if (name == "yes") return options_.yes;
         if (name == "subfolders") return options_.subfolders;
         if (name == "match-case") return options_.matchCase;
         if (name == "print0") return options_.print0;
@@ -155,13 +178,26 @@ private:
             return Fail("--files-from names the files, so \"" + options_.lookIn.text +
                         "\" can't be looked in as well");
         }
-        if (options_.haveFilesFrom && options_.subfolders) {
-            return Fail("--files-from names the files, so --subfolders has no meaning");
+        if ((options_.haveFilesFrom || options_.related) && options_.subfolders) {
+            return Fail(
+                "--files-from and --related name the files, so --subfolders has no meaning");
+        }
+        if (options_.records && !options_.haveFilesFrom) {
+            return Fail("--records needs --files-from: only then do hits keep their records");
+        }
+        if (options_.records && options_.print0) {
+            return Fail("--records prints lines, so --print0 can't hold");
+        }
+        if (options_.saveSearch.given && options_.criteria.empty() && !options_.openSearch.given) {
+            return Fail("--save \"" + options_.saveSearch.text + "\" has no criteria to save");
         }
         if (options_.json && options_.print0) {
             return Fail("--json ends each hit with a line feed, so --print0 can't hold");
         }
-        if (!options_.haveFilesFrom && !options_.haveLookIn) return Fail("no place to look in");
+        const bool keeps = options_.saveSearch.given || options_.deleteSearch.given;
+        if (!options_.Searches() && !keeps && !options_.listSearches) {
+            return Fail("no place to look in");
+        }
         return true;
     }
 
@@ -184,6 +220,8 @@ std::string UsageText() {
         "\n"
         "srfind [options] LOOK_IN\n"
         "srfind [options] --files-from FILE\n"
+        "srfind [options] --related FILE\n"
+        "srfind --save NAME --where CRITERION ...\n"
         "srfind --criteria\n"
         "\n";
     for (const OptionRow& row : kOptions) {

@@ -13,6 +13,11 @@ struct CriterionOption {
     bool isOr;
 };
 
+struct NameOption {
+    bool given = false;
+    std::string text;
+};
+
 struct Options {
     std::vector<CriterionOption> criteria;
     bool subfolders = false;
@@ -20,6 +25,14 @@ struct Options {
     bool print0 = false;
     bool json = false;
     bool stats = false;
+    bool records = false;
+    bool skipped = false;
+    bool yes = false;
+    bool listSearches = false;
+    NameOption openSearch;
+    NameOption saveSearch;
+    NameOption deleteSearch;
+    bool related = false;  // lookIn is the document to start with
     eSort sort = eSort::None;
     bool help = false;
     bool version = false;
@@ -28,6 +41,9 @@ struct Options {
     NativePath filesFrom;
     bool haveLookIn = false;
     HostArgument lookIn;
+
+    // A search is made, and not only something shown or kept.
+    bool Searches() const { return haveFilesFrom || haveLookIn; }
 };
 
 // False with a message that names the argument at fault.

@@ -43,6 +43,7 @@ SearchReport::SearchReport(HINSTANCE resources)
 
 void SearchReport::Say(const std::string& text) {
     ClearProgressLine();
+    ++told_;
     WriteError("srfind: " + text + "\n");
 }
 
@@ -72,10 +73,24 @@ void SearchReport::OnPropertiesRead(const WCHAR* file, HRESULT status) {
     if (status == kNoPropertySets) ++withoutSets_;
     if (status >= 0 && status != kSomeSetsUnreadable) return;
     ++unreadable_;
+    lastUnreadable_ = file;
     Say(DisplayPath(file) + " " + Reason(status));
     if (status == STG_E_SHAREVIOLATION || status == STG_E_LOCKVIOLATION) {
         expectedBox_ = wtext::Format(ResourceText(resources_, MSG_FILE_LOCKED), {file});
     }
+}
+
+void SearchReport::OnReferencesFailed(const WCHAR* file, HRESULT status) {
+    // Said already when its properties were asked for.
+    if (lastUnreadable_ == file) return;
+    ++unreadable_;
+    Say(DisplayPath(file) + " " + Reason(status) +
+        ": the documents that it refers to aren't known");
+}
+
+void SearchReport::OnReferenceMissing(const WCHAR* file, const WCHAR* missing) {
+    ++missing_;
+    Say(DisplayPath(missing) + " is not there, though " + DisplayPath(file) + " refers to it");
 }
 
 void SearchReport::OnLeftOut(const WCHAR* file, const WCHAR* shown) {
@@ -134,5 +149,6 @@ void SearchReport::PrintStats(std::size_t hits) const {
         line("without property sets  ", withoutSets_) +
         line("passed over by type    ", passedOver_) + line("hits                   ", hits) +
         line("unreadable files       ", unreadable_) +
-        line("unreadable folders     ", badFolders_) + "seconds                " + time + "\n");
+        line("unreadable folders     ", badFolders_) + line("missing references     ", missing_) +
+        "seconds                " + time + "\n");
 }

@@ -18,10 +18,16 @@ public:
     void OnFile(SRxFoundList& list) override;
     void OnPassedOver() override { ++passedOver_; }
     void OnPropertiesRead(const WCHAR* file, HRESULT status) override;
+    void OnReferencesFailed(const WCHAR* file, HRESULT status) override;
+    void OnReferenceMissing(const WCHAR* file, const WCHAR* missing) override;
     void OnLeftOut(const WCHAR* file, const WCHAR* shown) override;
     // Prints the message and gives the answer that changes nothing.
     int AnswerMessageBox(const MessageBoxQuestion& question) override;
 
+    // A line on stderr.
+    void Tell(const std::string& text) { Say(text); }
+    // How many lines were told so far.
+    std::size_t ToldCount() const { return told_; }
     // An entry of a list of files that is none.
     void OnUnusable(const WCHAR* file, const char* reason);
     bool SomethingUnreadable() const { return unreadable_ + badFolders_ != 0; }
@@ -36,6 +42,8 @@ private:
     HINSTANCE resources_;
     // Boxes that say what was printed already, with the path in the system's own form.
     WText expectedBox_;
+    WText lastUnreadable_;
+    std::size_t told_ = 0;
     std::size_t files_ = 0;
     std::size_t propertiesRead_ = 0;
     std::size_t withoutSets_ = 0;
@@ -43,6 +51,7 @@ private:
     std::size_t unreadable_ = 0;
     std::size_t badFolders_ = 0;
     std::size_t leftOut_ = 0;
+    std::size_t missing_ = 0;
     bool terminal_;
     bool lineShown_ = false;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

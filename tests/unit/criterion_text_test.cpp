@@ -210,8 +210,11 @@ TEST(SrfindOptions, Bad) {
         {{"--sort=", "D"}, "not \"\""},
         {{"--files-from", "L", "D"}, "\"D\" can't be looked in as well"},
         {{"--files-from", "L", "-r"}, "--subfolders has no meaning"},
-        {{"--related", "D"}, "--related is not there yet"},
-        {{"--related=D"}, "--related is not there yet"},
+        {{"--related", "D", "E"}, "\"E\" would be a second one"},
+        {{"--related=D", "-r"}, "--subfolders has no meaning"},
+        {{"--records", "D"}, "--records needs --files-from"},
+        {{"--save", "n", "D"}, "--save \"n\" has no criteria"},
+        {{"--open", "", "D"}, "--open needs a name"},
     };
     for (const Row& row : rows) {
         Options options;

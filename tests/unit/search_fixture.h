@@ -78,6 +78,12 @@ protected:
     void OnFolderFailed(const WCHAR*) override { ++failedFolders_; }
     void OnFile(SRxFoundList& list) override;
     void OnPassedOver() override { ++passedOver_; }
+    void OnReferencesFailed(const WCHAR* file, HRESULT status) override {
+        failedReferences_.push_back(Relative(file) + (status < 0 ? "" : "?"));
+    }
+    void OnReferenceMissing(const WCHAR* file, const WCHAR* missing) override {
+        missing_.push_back(Relative(file) + " -> " + Relative(missing));
+    }
     void OnLeftOut(const WCHAR* file, const WCHAR*) override { leftOut_.push_back(Relative(file)); }
     void OnPropertiesRead(const WCHAR*, HRESULT status) override { statuses_.push_back(status); }
 
@@ -85,13 +91,15 @@ protected:
     ScriptedDesk desk_;
     MDxFileNameNode* slot_ = nullptr;
     SRxFindDialog dialog_;
-    DialogControls controls_;
+    DialogControls controls_{SrResReturnHandle()};
     bool routeResult_ = false;
     std::size_t failedFolders_ = 0;
     std::size_t passedOver_ = 0;
     std::size_t files_ = 0;
     std::vector<std::string> folders_;
     std::vector<std::string> leftOut_;
+    std::vector<std::string> failedReferences_;
+    std::vector<std::string> missing_;
     std::vector<HRESULT> statuses_;
     std::function<void(SRxFoundList&)> onFile_;
 

@@ -1,0 +1,177 @@
+#include "host/srfind/hits.h"
+
+#include <algorithm>
+
+#include "dialog/criteria_node.h"
+#include "host/srfind/json.h"
+#include "platform/native_path.h"
+#include "search/value_comparison.h"
+
+namespace {
+
+// By eCritTest.
+constexpr const char* kTests[] = {
+    "",
+    "fixed",
+    "property",
+    "component adaptive",
+    "component enabled",
+    "component grounded",
+    "component visible",
+    "degrees of freedom",
+    "component colour",
+    "mate owner",
+    "part type",
+    "assembly type",
+    "parts list structure",
+    "component note",
+    "component suppressed",
+    "component name",
+    "component transparent",
+    "component fully constrained",
+    "constraint name",
+    "constraint suppressed",
+    "constraint value",
+    "constraint type",
+    "constraint health",
+    "constraint note",
+    "constraint reference",
+    "weld name",
+    "weld type",
+    "weld note",
+    "weld part status",
+    "weld references",
+    "feature name",
+    "feature suppressed",
+    "feature type",
+    "feature note",
+    "feature participant",
+    "sketch parameter name",
+};
+static_assert(std::size(kTests) == static_cast<std::size_t>(eCritTest::FasSketchParamName) + 1);
+
+int CompareTexts(WTextView a, WTextView b) {
+    return CompareStringW(LOCALE_USER_DEFAULT, kFoldText, a.data(), static_cast<int>(a.size()),
+                          b.data(), static_cast<int>(b.size())) -
+           CSTR_EQUAL;
+}
+
+std::vector<MDxCritNode>& RecordsOf(const MDxFileNameNode* hit) {
+    return const_cast<MDxFileNameNode*>(hit)->GetOccCritList();
+}
+
+// The members of one record that mean something for its test, as JSON.
+std::string RecordJson(const MDxCritNode& record) {
+    const auto test = static_cast<std::size_t>(record.Test());
+    std::string text = record.Join() == eJoinOr ? "{\"join\":\"or\"" : "{\"join\":\"and\"";
+    if (record.HaveCrit()) {
+        text += ",\"test\":" + JsonString(kTests[test]) +
+                ",\"condition\":" + std::to_string(record.Condition()) +
+                ",\"matchCase\":" + (record.MatchCase() ? "true" : "false") +
+                ",\"text\":" + JsonString(wtext::ToUtf8(record.Text())) +
+                ",\"number\":" + std::to_string(record.Number());
+        if (record.Test() == eCritTest::Properties) {
+            text += ",\"property\":" + std::to_string(record.PropertyNumber()) +
+                    ",\"category\":" + std::to_string(record.PropertyCategory()) +
+                    ",\"name\":" + JsonString(wtext::ToUtf8(record.CustomName()));
+        }
+    }
+    return text + (record.HaveCrit() ? ",\"flag\":" : ",\"holds\":") +
+           (record.Flag() ? "true}" : "false}");
+}
+
+std::string RecordsJson(const MDxFileNameNode* hit) {
+    std::string text = "[";
+    for (const MDxCritNode& record : RecordsOf(hit))
+        text += (text.size() > 1 ? "," : "") + RecordJson(record);
+    return text + "]";
+}
+
+std::string RecordsLines(const MDxFileNameNode* hit) {
+    std::string text;
+    for (const MDxCritNode& record : RecordsOf(hit))
+        text += "\t" + RecordJson(record) + "\n";
+    return text;
+}
+
+}  // namespace
+
+void SortHits(std::vector<const MDxFileNameNode*>& hits, eSort sort) {
+    struct Parts {
+        WTextView folder;
+        WTextView name;
+    };
+    const auto split = [](const MDxFileNameNode* node) {
+        const WCHAR* path = node->GetFileName();
+        const WCHAR* name = PathFindFileNameW(path);
+        return Parts{WTextView(path, static_cast<std::size_t>(name - path)), name};
+    };
+    if (sort == eSort::None) return;
+    std::stable_sort(hits.begin(), hits.end(),
+                     [&](const MDxFileNameNode* a, const MDxFileNameNode* b) {
+                         const Parts partsA = split(a);
+                         const Parts partsB = split(b);
+                         if (sort == eSort::Folder) {
+                             const int order = CompareTexts(partsA.folder, partsB.folder);
+                             if (order != 0) return order < 0;
+                         }
+                         return CompareTexts(partsA.name, partsB.name) < 0;
+                     });
+}
+
+std::string HitsText(const std::vector<const MDxFileNameNode*>& hits, const Options& options) {
+    std::string text;
+    for (const MDxFileNameNode* hit : hits) {
+        const WCHAR* path = hit->GetFileName();
+        if (options.json) {
+            text += HitAsJson(path, options.records ? RecordsJson(hit) : "") + "\n";
+        } else {
+            text += DisplayPath(path);
+            text += options.print0 ? '\0' : '\n';
+            if (options.records) text += RecordsLines(hit);
+        }
+    }
+    return text;
+}
+
+std::string UndecidedText(const std::vector<const MDxFileNameNode*>& hits, const Options& options) {
+    // The criteria of an opened search stand in front of those typed.
+    std::vector<std::size_t> counts;
+    for (const MDxFileNameNode* hit : hits) {
+        const auto& records = RecordsOf(hit);
+        counts.resize(std::max(counts.size(), records.size()));
+        for (std::size_t i = 0; i < records.size(); ++i)
+            counts[i] += records[i].HaveCrit() ? 1 : 0;
+    }
+    std::string text;
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        if (counts[i] == 0) continue;
+        const std::size_t opened = counts.size() - std::min(counts.size(), options.criteria.size());
+        text += "srfind: " +
+                (i < opened ? "criterion " + std::to_string(i + 1) + " of the saved search"
+                            : "'" + options.criteria[i - opened].text + "'") +
+                " can't be decided by the file for " + std::to_string(counts[i]) + " of the " +
+                std::to_string(hits.size()) + " hit(s): they count as if it held\n";
+    }
+    return text;
+}
+
+std::string SkippedText(const SRxSkippedCritNode* chain) {
+    std::string text;
+    for (; chain != nullptr; chain = chain->next) {
+        text += chain->joinType == static_cast<unsigned>(JOIN_OR) ? "left to the caller: or "
+                                                                  : "left to the caller: and ";
+        switch (chain->kind) {
+            case eSkippedKind::Plain:
+                text += "a criterion\n";
+                break;
+            case eSkippedKind::FileType:
+                text += "file type " + std::to_string(chain->fileTypeCode) + "\n";
+                break;
+            case eSkippedKind::YesNo:
+                text += chain->flag ? "interference checked: yes\n" : "interference checked: no\n";
+                break;
+        }
+    }
+    return text.empty() ? "nothing is left to the caller\n" : text;
+}
