@@ -1,5 +1,6 @@
-// The desk answers for the person: it gets the message boxes of the calling thread. Natively it is
-// the only one who can answer; in the Windows build it presses the button of the real box.
+// The desk answers for the person: it gets the message boxes and the dialogs for files and folders
+// of the calling thread. Natively it is the only one who can answer; in the Windows build it works
+// the controls of the real ones.
 #pragma once
 
 #include "platform/wtext.h"
@@ -10,11 +11,27 @@ struct MessageBoxQuestion {
     UINT type;  // the MB_ flags
 };
 
+struct FileQuestion {
+    WText title;
+    WText filters;  // the names of the filters, with a bar behind each
+    WText folder;   // where the dialog stands
+    bool again;     // the answer before didn't close the dialog
+};
+
+struct FolderQuestion {
+    WText title;
+    WText selected;  // by the program, or by the answer before; empty for none
+    bool again;      // the answer before was no folder, or not one that OK could be pressed on
+};
+
 class Desk {
 public:
     virtual ~Desk() = default;
     // The button pressed: IDOK, IDCANCEL, IDYES or IDNO.
     virtual int AnswerMessageBox(const MessageBoxQuestion& question) = 0;
+    // The whole path of the file or folder; empty cancels, as a desk does that knows no files.
+    virtual WText AnswerFileQuestion(const FileQuestion&) { return {}; }
+    virtual WText AnswerFolderQuestion(const FolderQuestion&) { return {}; }
 };
 
 // While it lives, `desk` answers on this thread in the place of an earlier desk.

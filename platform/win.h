@@ -18,9 +18,12 @@
 #endif
 #include <windows.h>
 // Behind windows.h, which they need.
+#include <cderr.h>
 #include <commctrl.h>
+#include <commdlg.h>
 #include <objbase.h>
 #include <oleauto.h>
+#include <shlobj.h>
 #include <shlwapi.h>
 #else
 #include "platform/base/types.h"
@@ -30,6 +33,7 @@
 #include "platform/resources/resources_api.h"
 #include "platform/text/text_api.h"
 #include "platform/windows/common_controls_api.h"
+#include "platform/windows/common_dialogs_api.h"
 #include "platform/windows/controls_api.h"
 #include "platform/windows/windows_api.h"
 #endif

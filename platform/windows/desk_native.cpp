@@ -1,8 +1,12 @@
-#include "platform/desk.h"
+#include "platform/windows/desk_native.h"
 
 namespace {
 thread_local Desk* current = nullptr;
 }  // namespace
+
+Desk* platform::CurrentDesk() {
+    return current;
+}
 
 DeskScope::DeskScope(Desk& desk) : earlier_(current) {
     current = &desk;

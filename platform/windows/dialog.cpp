@@ -1,5 +1,6 @@
 #include "platform/windows/dialog.h"
 
+#include <span>
 #include <utility>
 
 #include "platform/resources/library.h"
@@ -47,8 +48,9 @@ bool AddControls(Dialog& dialog, const DialogTemplate& read) {
 // Null and the last error when it can't be made.
 HWND CreateFrom(const std::optional<DialogTemplate>& read, HWND parent, DLGPROC procedure,
                 LPARAM parameter) {
-    if (!read || procedure == nullptr) {
-        SetLastError(read ? ERROR_INVALID_PARAMETER : ERROR_INVALID_DATA);
+    if (!read) return nullptr;
+    if (procedure == nullptr) {
+        SetLastError(ERROR_INVALID_PARAMETER);
         return nullptr;
     }
     if (read->hasClass) {
@@ -119,15 +121,26 @@ INT_PTR RunFrom(const std::optional<DialogTemplate>& read, HWND owner, DLGPROC p
     return -1;
 }
 
+// Null and the last error for what is no sound template.
+std::optional<DialogTemplate> Read(std::span<const std::byte> bytes) {
+    auto read = ReadDialogTemplate(bytes);
+    if (!read) SetLastError(ERROR_INVALID_DATA);
+    return read;
+}
+
 std::optional<DialogTemplate> TemplateOf(HINSTANCE module, LPCWSTR name) {
-    if (!IS_INTRESOURCE(name)) return std::nullopt;
-    return ReadDialogTemplate(FindLibraryResource(
-        module, kResourceDialog, static_cast<std::uint32_t>(reinterpret_cast<ULONG_PTR>(name))));
+    if (!IS_INTRESOURCE(name)) {
+        SetLastError(ERROR_NOT_SUPPORTED);
+        return std::nullopt;
+    }
+    const auto bytes = FindLibraryResource(
+        module, kResourceDialog, static_cast<std::uint32_t>(reinterpret_cast<ULONG_PTR>(name)));
+    return bytes.empty() ? std::nullopt : Read(bytes);
 }
 
 std::optional<DialogTemplate> TemplateAt(LPCDLGTEMPLATEW at) {
-    if (at == nullptr) return std::nullopt;
-    return ReadDialogTemplate({reinterpret_cast<const std::byte*>(at), kLongestTemplate});
+    if (at == nullptr) return Read({});
+    return Read({reinterpret_cast<const std::byte*>(at), kLongestTemplate});
 }
 
 }  // namespace

@@ -67,7 +67,7 @@ bool TakeKey(HWND dialog, const MSG& message) {
     switch (message.wParam) {
         case VK_TAB:
             if ((code & DLGC_WANTTAB) != 0) return false;
-            SendMessageW(dialog, WM_NEXTDLGCTL, FALSE, 0);
+            SendMessageW(dialog, WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0 ? TRUE : FALSE, 0);
             return true;
         case VK_RIGHT:
         case VK_DOWN:

@@ -3,6 +3,7 @@
 #include "platform/windows/list_view.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace platform {
 
@@ -174,28 +175,37 @@ LRESULT ListView::Next(LPARAM behind, UINT flags) const {
 
 BOOL ListView::Sort(LPARAM parameter, PFNLVCOMPARE compare) {
     if (compare == nullptr) return FALSE;
+    struct Key {
+        LPARAM number;
+        std::size_t row;
+    };
+    std::vector<Row> rows = std::exchange(rows_, {});
+    std::vector<Key> keys;
+    keys.reserve(rows.size());
+    for (const Row& row : rows)
+        keys.push_back({row.number, keys.size()});
     // A comparison that contradicts itself mustn't lead out of the rows, as it would std::sort.
-    std::vector<Row> sorted;
-    std::vector<Row> rows = std::move(rows_);
-    rows_.clear();
-    for (std::size_t width = 1; width < rows.size(); width *= 2) {
+    std::vector<Key> sorted;
+    sorted.reserve(keys.size());
+    for (std::size_t width = 1; width < keys.size(); width *= 2) {
         sorted.clear();
-        sorted.reserve(rows.size());
-        for (std::size_t start = 0; start < rows.size(); start += 2 * width) {
-            const std::size_t middle = std::min(start + width, rows.size());
-            const std::size_t end = std::min(middle + width, rows.size());
+        for (std::size_t start = 0; start < keys.size(); start += 2 * width) {
+            const std::size_t middle = std::min(start + width, keys.size());
+            const std::size_t end = std::min(middle + width, keys.size());
             std::size_t left = start;
             std::size_t right = middle;
             while (left < middle || right < end) {
                 const bool takeRight =
                     left == middle ||
-                    (right < end && compare(rows[left].number, rows[right].number, parameter) > 0);
-                sorted.push_back(std::move(rows[takeRight ? right++ : left++]));
+                    (right < end && compare(keys[left].number, keys[right].number, parameter) > 0);
+                sorted.push_back(keys[takeRight ? right++ : left++]);
             }
         }
-        rows.swap(sorted);
+        keys.swap(sorted);
     }
-    rows_ = std::move(rows);
+    rows_.reserve(rows.size());
+    for (const Key& key : keys)
+        rows_.push_back(std::move(rows[key.row]));
     return TRUE;
 }
 

@@ -2,10 +2,13 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <thread>
+#include <utility>
 
 #include "platform/windows/window_object.h"
 
@@ -31,7 +34,9 @@ struct Hook {
 std::deque<MSG> posted;
 std::optional<int> quitCode;
 std::vector<Timer> timers;
-std::vector<Hook> hooks;  // the newest last
+std::vector<Hook> hooks;  // the newest last, so that the handles rise
+HHOOK running = nullptr;  // the hook that is being called
+std::array<BYTE, 256> keyStates = {};
 
 DWORD TickCount() {
     return static_cast<DWORD>(
@@ -77,10 +82,23 @@ bool Take(MSG& message, HWND window, UINT first, UINT last, bool remove) {
     return false;
 }
 
+// The newest hook that is older than `than`, the newest of all for null: it may end itself, or
+// another, while it is called.
+LRESULT CallHookOlderThan(HHOOK than, int code, WPARAM wParam, LPARAM lParam) {
+    const auto older = std::find_if(hooks.rbegin(), hooks.rend(), [&](const Hook& one) {
+        return than == nullptr || std::less<HHOOK>()(one.handle, than);
+    });
+    if (older == hooks.rend()) return 0;
+    const HOOKPROC procedure = older->procedure;
+    const HHOOK caller = std::exchange(running, older->handle);
+    const LRESULT result = procedure(code, wParam, lParam);
+    running = caller;
+    return result;
+}
+
 void CallHooks(MSG& message, bool removed) {
-    if (hooks.empty()) return;
-    hooks.back().procedure(HC_ACTION, removed ? PM_REMOVE : PM_NOREMOVE,
-                           reinterpret_cast<LPARAM>(&message));
+    CallHookOlderThan(nullptr, HC_ACTION, removed ? PM_REMOVE : PM_NOREMOVE,
+                      reinterpret_cast<LPARAM>(&message));
 }
 
 std::vector<Timer>::iterator FindTimer(HWND window, UINT_PTR id) {
@@ -200,12 +218,22 @@ BOOL UnhookWindowsHookEx(HHOOK hook) {
     return FALSE;
 }
 
-LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam) {
-    // The handle tells nothing on Windows, which keeps the place in the chain; here it is the
-    // place, and null stands for the newest.
-    auto place = std::find_if(hooks.begin(), hooks.end(),
-                              [&](const Hook& one) { return one.handle == hook; });
-    if (place == hooks.end() && !hooks.empty()) place = hooks.end() - 1;
-    if (hooks.empty() || place == hooks.begin()) return 0;
-    return (place - 1)->procedure(code, wParam, lParam);
+// As on Windows the place in the chain is that of the hook that is running; the handle tells
+// nothing.
+LRESULT CallNextHookEx(HHOOK, int code, WPARAM wParam, LPARAM lParam) {
+    return running != nullptr ? CallHookOlderThan(running, code, wParam, lParam) : 0;
+}
+
+BOOL SetKeyboardState(BYTE* states) {
+    if (states == nullptr) {
+        SetLastError(ERROR_NOACCESS);
+        return FALSE;
+    }
+    std::copy_n(states, keyStates.size(), keyStates.begin());
+    return TRUE;
+}
+
+SHORT GetKeyState(int key) {
+    const BYTE state = key >= 0 && key < 256 ? keyStates[static_cast<std::size_t>(key)] : BYTE{0};
+    return static_cast<SHORT>(((state & 0x80) != 0 ? 0xFF80 : 0) | (state & 0x01));
 }

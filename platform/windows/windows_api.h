@@ -176,6 +176,12 @@ HHOOK SetWindowsHookExW(int kind, HOOKPROC procedure, HINSTANCE module, DWORD th
 BOOL UnhookWindowsHookEx(HHOOK hook);
 LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam);
 
+inline constexpr int VK_SHIFT = 0x10;
+// The states of the 256 keys, the highest bit set for one that is held down. Nobody sits at a
+// keyboard here: they are what SetKeyboardState makes them.
+BOOL SetKeyboardState(BYTE* states);
+SHORT GetKeyState(int key);
+
 // Dialogs from extended templates (DIALOGEX). A unit is a quarter of 6 pixels across and an eighth
 // of 13 down where the template names a font, of 7 and 16 where it names none.
 struct DLGTEMPLATE;

@@ -109,6 +109,49 @@ TEST_F(LibraryTest, IconsOnWindows) {
     EXPECT_TRUE(DestroyIcon(two));
 }
 
+TEST_F(LibraryTest, DialogFromTheLibrary) {
+    dialog_ = CreateDialogParamW(library_, MAKEINTRESOURCEW(100), nullptr, RecordingProcedure, 3);
+    ASSERT_NE(nullptr, dialog_);
+    EXPECT_EQ("init(11,3) 11:256", Record().Take());
+    WCHAR title[32] = {};
+    GetWindowTextW(dialog_, title, 32);
+    EXPECT_EQ(WTextView(TEXT("From the library")), WTextView(title));
+    EXPECT_EQ(TEXT("&Name:"), TextOf(10));
+    KNOWN_GAP(eGap::windows, GetWindowContextHelpId(Item(IDOK)) == 4711);
+    EXPECT_EQ(MAKELONG(IDOK, DC_HASDEFID),
+              static_cast<ULONG_PTR>(SendMessageW(dialog_, DM_GETDEFID, 0, 0)));
+    WCHAR text[8] = {};
+    EXPECT_EQ(5, LoadStringW(library_, 5, text, 8));
+
+    Record().onInit = [](HWND dialog) { EndDialog(dialog, 9); };
+    const auto run = [this](WORD id) {
+        return DialogBoxParamW(library_, MAKEINTRESOURCEW(id), nullptr, RecordingProcedure, 3);
+    };
+    EXPECT_EQ(9, run(100));
+    struct Row {
+        const char* label;
+        WORD id;
+        DWORD error;
+        eGap gap = eGap::none;
+    };
+    const Row rows[] = {
+        {"no such dialog", 999, ERROR_RESOURCE_NAME_NOT_FOUND},
+        {"a number of another type", 2, ERROR_RESOURCE_NAME_NOT_FOUND},
+        {"a control of no known class", 101, ERROR_CANNOT_FIND_WND_CLASS, eGap::windows},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        Record().Take();
+        SetLastError(kPoisonError);
+        EXPECT_EQ(nullptr, CreateDialogParamW(library_, MAKEINTRESOURCEW(row.id), nullptr,
+                                              RecordingProcedure, 3));
+        const DWORD error = GetLastError();
+        KNOWN_GAP(row.gap, error == row.error) << error;
+        EXPECT_EQ(-1, run(row.id));
+        EXPECT_EQ(std::string::npos, Record().Take().find("init"));
+    }
+}
+
 TEST(SystemMetrics, Sizes) {
     struct Row {
         const char* label;

@@ -14,40 +14,11 @@
 #include "host/srfind/dialog_controls.h"
 #include "host/srsample/compound_writer.h"
 #include "host/srsample/property_set_writer.h"
-#include "platform/desk.h"
 #include "platform/native_path.h"
 #include "search/search.h"
 #include "search/search_observer.h"
 #include "shell/module_state.h"
-
-// Answers the boxes that a test expects, in their order. A box that nobody expects and an answer
-// that nobody asks for fail the test.
-class ScriptedDesk : public Desk {
-public:
-    ~ScriptedDesk() override {
-        EXPECT_TRUE(expected_.empty()) << "no box said " << expected_.front();
-    }
-    // `part` stands somewhere in the box's text.
-    void Expect(std::string part, int answer = IDOK) {
-        expected_.push_back(std::move(part));
-        answers_.push_back(answer);
-    }
-    int AnswerMessageBox(const MessageBoxQuestion& question) override {
-        const std::string text = wtext::ToUtf8(question.text);
-        if (expected_.empty() || text.find(expected_.front()) == std::string::npos) {
-            ADD_FAILURE() << "unexpected box: " << text;
-            return IDCANCEL;
-        }
-        const int answer = answers_.front();
-        expected_.pop_front();
-        answers_.pop_front();
-        return answer;
-    }
-
-private:
-    std::deque<std::string> expected_;
-    std::deque<int> answers_;
-};
+#include "tests/scripted_desk.h"
 
 // Where a property of the product's own set stands, in a form that a table can hold.
 using FillSection = std::function<void(PropertySectionWriter&)>;
