@@ -94,6 +94,11 @@ void AppendNameFromBytes(WText& out, std::string_view bytes) {
 }
 
 void AppendNameToBytes(std::string& out, WTextView name) {
+    // Most names are plain ASCII, which needs no text in between.
+    std::size_t plain = 0;
+    for (; plain < name.size() && name[plain] < 0x80; ++plain)
+        out += static_cast<char>(name[plain]);
+    name.remove_prefix(plain);
     while (!name.empty()) {
         if (IsMappedUnit(name[0])) {
             out += static_cast<char>(name[0] - kByteBase);
@@ -123,6 +128,7 @@ WText PathFromBytes(std::string_view path) {
 
 bool PathToBytes(WTextView path, std::string& out) {
     out.clear();
+    out.reserve(path.size() + path.size() / 2);
     if (path.find(WCHAR{0}) != WTextView::npos) {
         SetLastError(ERROR_INVALID_NAME);
         return false;
