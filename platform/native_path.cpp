@@ -1,9 +1,20 @@
 #include "platform/native_path.h"
 
+#include "platform/files/path_mapping.h"
+
 WText FullWidePath(const WText& path) {
     const DWORD cch = path.empty() ? 0 : GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
     if (cch == 0) return {};
     WText full(cch, 0);
     full.resize(GetFullPathNameW(path.c_str(), cch, full.data(), nullptr));
     return full;
+}
+
+WTextView FileNameIn(WTextView path) {
+    using platform::IsSeparator;
+    for (std::size_t at = path.size(); at-- > 1;) {
+        if (IsSeparator(path[at])) continue;
+        if (IsSeparator(path[at - 1]) || path[at - 1] == ':') return path.substr(at);
+    }
+    return path;
 }

@@ -22,6 +22,9 @@ WText FullWidePath(const WText& path);
 // The absolute path in the form of Windows, from one as a person types it. Empty when there is
 // none.
 WText AbsoluteWidePath(const NativePath& path);
+// The last name of a path in the form of Windows, as PathFindFileNameW finds it, for a path whose
+// length is known: its end alone is looked at.
+WTextView FileNameIn(WTextView path);
 // How a path in the form of Windows is shown: natively as a path of the system, byte by byte.
 std::string DisplayPath(WTextView path);
 // A file name as a person types it, in the form in which the names of files are compared.

@@ -1,5 +1,7 @@
 #include "platform/wtext.h"
 
+#include <algorithm>
+
 namespace wtext {
 
 namespace {
@@ -115,9 +117,14 @@ WText Format(WTextView format, std::initializer_list<WTextView> arguments) {
 }
 
 std::string ToUtf8(WTextView text) {
-    std::string bytes;
-    bytes.reserve(text.size() + text.size() / 2);
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    // Most texts are ASCII at least to begin with.
+    std::size_t plain = 0;
+    while (plain < text.size() && static_cast<std::make_unsigned_t<WCHAR>>(text[plain]) < 0x80)
+        ++plain;
+    std::string bytes(plain, 0);
+    std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(plain), bytes.begin(),
+                   [](WCHAR unit) { return static_cast<char>(unit); });
+    for (std::size_t i = plain; i < text.size(); ++i) {
         char32_t c = static_cast<std::make_unsigned_t<WCHAR>>(text[i]);
         if (c >= 0xD800 && c <= 0xDFFF) {
             const char32_t low = i + 1 < text.size() ? text[i + 1] : 0;

@@ -6,6 +6,7 @@
 #include "outside/md_document_classes.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_small_aids.h"
+#include "platform/native_path.h"
 #include "search/value_comparison.h"
 
 namespace {
@@ -166,7 +167,8 @@ bool MatchFileType(const SRxFoundList& list, const FileAtHand& file, const SRxCr
 }
 
 bool MatchFileName(const SRxFoundList& list, const FileAtHand& file, const SRxCriteriaNode& c) {
-    const WCHAR* name = PathFindFileNameW(file.node.GetFileName());
+    const WTextView path(file.node.GetFileName(), file.node.GetFileNameLength());
+    const WCHAR* name = FileNameIn(path).data();
     // A value without a point is compared with the name without its extension.
     const WCHAR* extension = PathFindExtensionW(name);
     if (*extension == 0 || *PathFindExtensionW(c.value) != 0) {

@@ -1,5 +1,7 @@
 #include "platform/files/path_mapping.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 
 namespace platform {
@@ -8,7 +10,7 @@ namespace {
 
 constexpr WCHAR kByteBase = 0xF000;
 
-bool IsForbidden(unsigned char byte) {
+constexpr bool IsForbidden(unsigned char byte) {
     switch (byte) {
         case '\\':
         case ':':
@@ -23,6 +25,14 @@ bool IsForbidden(unsigned char byte) {
             return false;
     }
 }
+
+// For each byte whether it is itself as a character of a name.
+constexpr std::array<bool, 256> kPlain = [] {
+    std::array<bool, 256> plain{};
+    for (unsigned char byte = 0; byte < 0x80; ++byte)
+        plain[byte] = !IsForbidden(byte);
+    return plain;
+}();
 
 bool IsMappedUnit(WCHAR unit) {
     return unit > kByteBase && unit <= kByteBase + 0xFF;
@@ -60,11 +70,12 @@ void AppendNonAscii(WText& out, std::string_view character) {
 void AppendNameFromBytes(WText& out, std::string_view bytes) {
     // Most names are plain ASCII: widen them in one go.
     std::size_t plain = 0;
-    while (plain < bytes.size() && static_cast<unsigned char>(bytes[plain]) < 0x80 &&
-           !IsForbidden(static_cast<unsigned char>(bytes[plain]))) {
+    while (plain < bytes.size() && kPlain[static_cast<unsigned char>(bytes[plain])])
         ++plain;
-    }
-    out.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(plain));
+    // Not append: with units of another size it would make a text of its own first.
+    const std::size_t before = out.size();
+    out.resize(before + plain);
+    std::copy_n(bytes.begin(), plain, out.begin() + static_cast<std::ptrdiff_t>(before));
     bytes.remove_prefix(plain);
     while (!bytes.empty()) {
         const auto lead = static_cast<unsigned char>(bytes[0]);
@@ -83,6 +94,11 @@ void AppendNameFromBytes(WText& out, std::string_view bytes) {
 }
 
 void AppendNameToBytes(std::string& out, WTextView name) {
+    // Most names are plain ASCII, which needs no text in between.
+    std::size_t plain = 0;
+    for (; plain < name.size() && name[plain] < 0x80; ++plain)
+        out += static_cast<char>(name[plain]);
+    name.remove_prefix(plain);
     while (!name.empty()) {
         if (IsMappedUnit(name[0])) {
             out += static_cast<char>(name[0] - kByteBase);
@@ -112,6 +128,7 @@ WText PathFromBytes(std::string_view path) {
 
 bool PathToBytes(WTextView path, std::string& out) {
     out.clear();
+    out.reserve(path.size() + path.size() / 2);
     if (path.find(WCHAR{0}) != WTextView::npos) {
         SetLastError(ERROR_INVALID_NAME);
         return false;

@@ -1,30 +1,20 @@
 // Native build: the path functions that work on text alone.
 #include "platform/files/path_mapping.h"
+#include "platform/native_path.h"
 
 LPWSTR PathFindFileNameW(LPCWSTR path) {
-    if (path == nullptr) return nullptr;
-    LPCWSTR name = path;
-    for (; *path != 0; ++path) {
-        if ((platform::IsSeparator(*path) || *path == ':') && path[1] != 0 &&
-            !platform::IsSeparator(path[1])) {
-            name = path + 1;
-        }
-    }
-    return const_cast<LPWSTR>(name);
+    return path != nullptr ? const_cast<LPWSTR>(FileNameIn(path).data()) : nullptr;
 }
 
 LPWSTR PathFindExtensionW(LPCWSTR path) {
     if (path == nullptr) return nullptr;
-    LPCWSTR point = nullptr;
-    for (; *path != 0; ++path) {
+    LPCWSTR end = path + wtext::Length(path);  // near which an extension is
+    for (LPCWSTR at = end; at != path; --at) {
+        if (at[-1] == '.') return const_cast<LPWSTR>(at - 1);
         // A blank ends an extension, as on Windows: "a.b c" has none.
-        if (*path == '\\' || *path == ' ') {
-            point = nullptr;
-        } else if (*path == '.') {
-            point = path;
-        }
+        if (at[-1] == '\\' || at[-1] == ' ') break;
     }
-    return const_cast<LPWSTR>(point != nullptr ? point : path);
+    return const_cast<LPWSTR>(end);
 }
 
 void PathRemoveExtensionW(LPWSTR path) {

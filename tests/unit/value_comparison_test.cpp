@@ -91,6 +91,8 @@ TEST_F(ValueComparison, Texts) {
         {TEXT("\u00E9"), TEXT("e\u0301"), "*=", "*="},  // equal, yet too short to begin with it
         {TEXT("e\u0301t"), TEXT("\u00E9"), "*!", "*!"},
         {TEXT("e\u0301t"), TEXT("e"), "*bc!", "*bc!"},
+        {TEXT("\u00DF"), TEXT("ss"), "*=", "*="},  // one letter for two, and the other way round
+        {TEXT("ae"), TEXT("\u00E6"), "*=", "*="},
         {TEXT("\u0412\u0410\u041B"), TEXT("\u0432\u0430"), "*bc!", "*!"},
         {TEXT("\u00D8 12 Bolt"), TEXT("bolt"), "*ec!", "*!"},
     };
@@ -106,23 +108,34 @@ TEST_F(ValueComparison, Texts) {
 
 // Texts of few characters, so that parts are often equal; beside the fast path the system's own
 // comparison of the same parts.
-TEST_F(ValueComparison, PrintableAsciiAsTheSystemComparesIt) {
-    constexpr std::string_view kAlphabets[] = {"aAbB", "ab-' ._", "zZ{~!\"@[`"};
+TEST_F(ValueComparison, FastPathsAsTheSystemComparesIt) {
+    constexpr std::string_view kAlphabets[] = {"aAbB", "ab-' ._", "zZ{~!\"@[`", "aeEs-'\"("};
+    // With accents, for two letters, of other scripts, wide, combining, without width: what stands
+    // in the values that are searched for texts of the fourth alphabet.
+    constexpr std::pair<unsigned, unsigned> kOthers[] = {
+        {0xA0, 0x17F},    {0x300, 0x303},   {0x390, 0x3CE},   {0x400, 0x45F},   {0x5D0, 0x5EA},
+        {0x200B, 0x201F}, {0x3041, 0x30FE}, {0x4E00, 0x4E10}, {0xAC00, 0xAC10}, {0xFF01, 0xFF5E}};
     std::mt19937 random(20240307);
-    const auto draw = [&](std::size_t most, std::size_t kind) {
-        WText text(1 + random() % most, 0);
-        for (WCHAR& unit : text) {
-            unit = static_cast<WCHAR>(kind == 3
-                                          ? 0x20 + random() % 0x5F
-                                          : kAlphabets[kind][random() % kAlphabets[kind].size()]);
+    const auto drawOne = [&](std::size_t kind, bool isValue) {
+        if (kind == 4) return 0x20 + random() % 0x5F;
+        if (kind == 3 && isValue && random() % 2 == 0) {
+            const auto [first, last] = kOthers[random() % std::size(kOthers)];
+            return first + random() % (last - first + 1);
         }
+        return std::mt19937::result_type{
+            static_cast<unsigned char>(kAlphabets[kind][random() % kAlphabets[kind].size()])};
+    };
+    const auto draw = [&](std::size_t most, std::size_t kind, bool isValue) {
+        WText text(1 + random() % most, 0);
+        for (WCHAR& unit : text)
+            unit = static_cast<WCHAR>(drawOne(kind, isValue));
         return text;
     };
     std::size_t contained = 0;
     for (int round = 0; round < 20000; ++round) {
-        const std::size_t kind = random() % 4;
-        const WText value = draw(6, kind);
-        const WText text = draw(3, kind);
+        const std::size_t kind = random() % 5;
+        const WText value = draw(6, kind, true);
+        const WText text = draw(3, kind, false);
         list_.matchCase = random() % 2;
         const DWORD flags = list_.matchCase != 0 ? kExactText : kFoldText;
         const auto equal = [&](std::size_t at, std::size_t length) {

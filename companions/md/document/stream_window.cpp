@@ -25,25 +25,21 @@ void StreamWindow::Attach(CompoundFile& file, const CompoundFile::Stream& stream
     misses_ = 0;
 }
 
-HRESULT StreamWindow::Fetch(std::uint32_t offset, std::uint32_t cb, const BYTE*& bytes) {
+HRESULT StreamWindow::FetchOutside(std::uint32_t offset, std::uint32_t cb, const BYTE*& bytes) {
     bytes = nullptr;
     if (cb > size_ || offset > size_ - cb) return STG_E_DOCFILECORRUPT;
-    const bool isInside =
-        offset >= begin_ && offset - begin_ <= length_ && cb <= length_ - (offset - begin_);
-    if (!isInside) {
-        const std::uint32_t doublings = std::min(misses_ / kMissesToGrow, kMostDoublings);
-        ++misses_;
-        const std::uint64_t window = static_cast<std::uint64_t>(kWindowBytes) << doublings;
-        const std::uint32_t begin = window >= size_ ? 0 : offset;
-        const auto length = static_cast<std::uint32_t>(
-            std::min<std::uint64_t>(std::max<std::uint64_t>(window, cb), size_ - begin));
-        if (buffer_.size() < length) buffer_.resize(length);
-        length_ = 0;
-        const HRESULT status = file_->Read(stream_, begin, buffer_.data(), length);
-        if (FAILED(status)) return status;
-        begin_ = begin;
-        length_ = length;
-    }
+    const std::uint32_t doublings = std::min(misses_ / kMissesToGrow, kMostDoublings);
+    ++misses_;
+    const std::uint64_t window = static_cast<std::uint64_t>(kWindowBytes) << doublings;
+    const std::uint32_t begin = window >= size_ ? 0 : offset;
+    const auto length = static_cast<std::uint32_t>(
+        std::min<std::uint64_t>(std::max<std::uint64_t>(window, cb), size_ - begin));
+    if (buffer_.size() < length) buffer_.resize(length);
+    length_ = 0;
+    const HRESULT status = file_->Read(stream_, begin, buffer_.data(), length);
+    if (FAILED(status)) return status;
+    begin_ = begin;
+    length_ = length;
     bytes = buffer_.data() + (offset - begin_);
     return S_OK;
 }

@@ -15,9 +15,18 @@ public:
     std::uint32_t Size() const { return size_; }
 
     // `bytes` is valid until the next call. STG_E_DOCFILECORRUPT when the range leaves the stream.
-    [[nodiscard]] HRESULT Fetch(std::uint32_t offset, std::uint32_t cb, const BYTE*& bytes);
+    // In the header, since nearly every call finds its bytes in the window.
+    [[nodiscard]] HRESULT Fetch(std::uint32_t offset, std::uint32_t cb, const BYTE*& bytes) {
+        const bool isInside =
+            offset >= begin_ && offset - begin_ <= length_ && cb <= length_ - (offset - begin_);
+        if (!isInside) return FetchOutside(offset, cb, bytes);
+        bytes = buffer_.data() + (offset - begin_);
+        return S_OK;
+    }
 
 private:
+    HRESULT FetchOutside(std::uint32_t offset, std::uint32_t cb, const BYTE*& bytes);
+
     CompoundFile* file_ = nullptr;
     CompoundFile::Stream stream_;
     std::uint32_t size_ = 0;
