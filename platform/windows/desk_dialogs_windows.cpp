@@ -12,7 +12,7 @@ namespace {
 constexpr int kFileNameId = 1148;
 constexpr int kFiltersId = 1136;
 constexpr UINT kTickMs = 15;
-constexpr int kMostTries = 200;
+constexpr int kMostTries = 20;
 
 struct Watched {
     HWND window;
@@ -82,16 +82,50 @@ void WorkFileDialog(HWND dialog, bool again) {
     Press(dialog, answer.empty() ? IDCANCEL : IDOK);
 }
 
-// The name of the folder that the tree shows as chosen.
-WText ChosenName(HWND tree) {
+WText NameOf(HWND tree, HTREEITEM at) {
     WCHAR name[MAX_PATH] = {};
     TVITEMW item{};
     item.mask = TVIF_TEXT;
-    item.hItem = TreeView_GetSelection(tree);
+    item.hItem = at;
     item.pszText = name;
     item.cchTextMax = MAX_PATH;
-    if (item.hItem != nullptr) SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    if (at != nullptr) SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     return name;
+}
+
+WText ChosenName(HWND tree) {
+    return NameOf(tree, TreeView_GetSelection(tree));
+}
+
+// The item below `parent`, opened, whose name is `name`, or for a drive has it in brackets.
+HTREEITEM ChildOf(HWND tree, HTREEITEM parent, const WText& name, bool isDrive) {
+    SendMessageW(tree, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(parent));
+    HTREEITEM child = TreeView_GetChild(tree, parent);
+    while (child != nullptr) {
+        const WText found = NameOf(tree, child);
+        if (isDrive ? found.find(TEXT("(") + name + TEXT(")")) != WText::npos : found == name)
+            break;
+        child = TreeView_GetNextSibling(tree, child);
+    }
+    return child;
+}
+
+// As a person would: from the drive, which lies at most two levels below the root, item by item.
+// The message for it leads Wine's tree astray once the folder's surroundings have been opened.
+void ChooseInTree(HWND tree, const WText& folder) {
+    const WText drive = folder.substr(0, 2);
+    const HTREEITEM root = TreeView_GetRoot(tree);
+    HTREEITEM at = ChildOf(tree, root, drive, true);
+    for (HTREEITEM place = TreeView_GetChild(tree, root); at == nullptr && place != nullptr;
+         place = TreeView_GetNextSibling(tree, place)) {
+        at = ChildOf(tree, place, drive, true);
+    }
+    for (std::size_t from = 3; at != nullptr && from < folder.size();) {
+        const std::size_t end = std::min(folder.find('\\', from), folder.size());
+        at = ChildOf(tree, at, folder.substr(from, end - from), false);
+        from = end + 1;
+    }
+    if (at != nullptr) TreeView_SelectItem(tree, at);
 }
 
 void ChooseFolder(HWND dialog, HWND tree, const WText& folder) {
@@ -110,7 +144,7 @@ int WorkFolderDialog(const Watched& one, HWND tree) {
         const LPCWSTR name = PathFindFileNameW(one.selected.c_str());
         const bool isChosen = ChosenName(tree) == name || PathIsRootW(one.selected.c_str());
         if (!isChosen && one.triesLeft > 1) {
-            ChooseFolder(one.window, tree, one.selected);
+            ChooseInTree(tree, one.selected);
             return one.triesLeft - 1;
         }
         if (isChosen && !one.okDisabled && IsWindowEnabled(GetDlgItem(one.window, IDOK))) {

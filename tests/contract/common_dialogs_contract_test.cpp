@@ -316,6 +316,28 @@ TEST_F(CommonDialogs, Folder) {
     EXPECT_FALSE(SHGetPathFromIDListW(nullptr, path));
 }
 
+// Always the same folder.
+class FolderDesk : public RefusingDesk {
+public:
+    explicit FolderDesk(WText folder) : folder_(std::move(folder)) {}
+    WText AnswerFolderQuestion(const FolderQuestion&) override { return folder_; }
+
+private:
+    WText folder_;
+};
+
+TEST_F(CommonDialogs, FolderInAnotherStyle) {
+    FolderDesk desk(top_);
+    const DeskScope scope(desk);
+    BROWSEINFOW request{};
+    request.ulFlags = BIF_NEWDIALOGSTYLE;
+    const auto list = SHBrowseForFolderW(&request);
+    KNOWN_GAP(eGap::native, list != nullptr);
+    IMalloc* allocator = nullptr;
+    ASSERT_EQ(S_OK, SHGetMalloc(&allocator));
+    allocator->Free(list);
+}
+
 TEST_F(CommonDialogs, DeskThatIsAskedUnasked) {
     EXPECT_NONFATAL_FAILURE(
         {

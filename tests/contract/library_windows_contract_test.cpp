@@ -170,6 +170,8 @@ TEST(SystemMetrics, Sizes) {
         EXPECT_TRUE(row.wanted != 0 ? size == row.wanted : size > 0) << row.label << ": " << size;
     }
     EXPECT_EQ(0, GetSystemMetrics(9999));
+    constexpr int kCursorWidth = 13;
+    KNOWN_GAP(eGap::native, GetSystemMetrics(kCursorWidth) > 0);
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ protected:
             SendText(kNames, LB_ADDSTRING, 0, text);
         SetFocus(Item(kPush));
         Record().Take();
-        Record().onMessage = [this](HWND, UINT message, WPARAM wParam, LPARAM lParam) {
+        Record().onMessage = [](HWND, UINT message, WPARAM wParam, LPARAM lParam) {
             if (message == WM_CONTEXTMENU) {
                 Record().Write("menu" +
                                std::to_string(GetDlgCtrlID(reinterpret_cast<HWND>(wParam))));
