@@ -111,7 +111,7 @@ void SortHits(std::vector<const MDxFileNameNode*>& hits, eSort sort) {
                      [&](const MDxFileNameNode* a, const MDxFileNameNode* b) {
                          const Parts partsA = split(a);
                          const Parts partsB = split(b);
-                         if (sort == eSort::Folder) {
+                         if (sort == eSort::ByFolder) {
                              const int order = CompareTexts(partsA.folder, partsB.folder);
                              if (order != 0) return order < 0;
                          }

@@ -144,7 +144,7 @@ private:
             if (value.text != "name" && value.text != "folder") {
                 return Fail("--sort takes name or folder, not \"" + value.text + "\"");
             }
-            options_.sort = value.text == "name" ? eSort::Name : eSort::Folder;
+            options_.sort = value.text == "name" ? eSort::ByName : eSort::ByFolder;
         } else {
             Flag(name) = true;
         }

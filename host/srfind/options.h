@@ -6,7 +6,7 @@
 
 #include "platform/host/program_main.h"
 
-enum class eSort { None, Name, Folder };
+enum class eSort { None, ByName, ByFolder };
 
 struct CriterionOption {
     std::string text;
