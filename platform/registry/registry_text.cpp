@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/registry/registry_api.h"
+#include "platform/wtext.h"
 
 namespace {
 
@@ -272,7 +273,14 @@ void AppendKey(std::string& out, const RegistryKey& key, const std::string& path
 }  // namespace
 
 RegistryParse ParseRegistry(std::string_view text) {
-    return RegistryReader(text).Read();
+    // As Windows exports it: UTF-16, little-endian, behind a byte order mark.
+    if (!text.starts_with("\xFF\xFE")) return RegistryReader(text).Read();
+    WText units;
+    for (std::size_t at = 2; at + 1 < text.size(); at += 2) {
+        units += static_cast<WCHAR>(static_cast<unsigned char>(text[at]) |
+                                    static_cast<unsigned char>(text[at + 1]) << 8);
+    }
+    return RegistryReader(wtext::ToUtf8(units)).Read();
 }
 
 std::string WriteRegistry(const RegistryKey& root) {

@@ -149,17 +149,25 @@ TEST_F(RegistryFileTest, ValuesOfTheRootAreWrittenAtOnce) {
 }
 
 TEST_F(RegistryFileTest, ReadsWhatEditorsWrite) {
-    WriteFile(file_,
-              "\xEF\xBB\xBFWindows Registry Editor Version 5.00\r\n\r\n; a comment\r\n"
-              "[HKEY_CURRENT_USER\\a\\B]\r\n\"N\"=dword:2A\r\n\r\n[HKEY_CURRENT_USER\\bin]\r\n"
-              "\"n\"=hex(4):07,\\\r\n  00, 00,\\\r\n  00\r\n");
-    EXPECT_EQ(0, Run([] {
-                  if (GetNumber(TEXT("A\\b")) != 42) return 1;
-                  if (GetNumber(TEXT("bin")) != 7) return 2;
-                  return static_cast<int>(PutNumber(TEXT("c"), 1));
-              }));
+    const std::string text =
+        "Windows Registry Editor Version 5.00\r\n\r\n; a comment\r\n"
+        "[HKEY_CURRENT_USER\\a\\B]\r\n\"N\"=dword:2A\r\n\r\n[HKEY_CURRENT_USER\\b\u00EFn]\r\n"
+        "\"n\"=hex(4):07,\\\r\n  00, 00,\\\r\n  00\r\n";
+    std::string wide = "\xFF\xFE";
+    for (const WCHAR unit : wtext::FromUtf8(text)) {
+        wide += static_cast<char>(unit & 0xFF);
+        wide += static_cast<char>(unit >> 8);
+    }
+    for (const std::string& form : {"\xEF\xBB\xBF" + text, text, wide}) {
+        WriteFile(file_, form);
+        EXPECT_EQ(0, Run([] {
+                      if (GetNumber(TEXT("A\\b")) != 42) return 1;
+                      if (GetNumber(TEXT("b\u00EFn")) != 7) return 2;
+                      return static_cast<int>(PutNumber(TEXT("c"), 1));
+                  }));
+        EXPECT_EQ("", ReadFile(folder_ / "errors"));
+    }
     EXPECT_EQ(1u, CountFiles());
-    EXPECT_EQ("", ReadFile(folder_ / "errors"));
 }
 
 TEST_F(RegistryFileTest, DamageIsKeptBeside) {
