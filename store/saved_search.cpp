@@ -221,9 +221,10 @@ void DeleteAllLastSearches() {
 
 std::vector<WText> FinishCutSaves() {
     std::vector<WText> finished;
-    const ProcessLock lock(kLockName, kLockWait);
     const KeyOwner saving = OpenKey(SavingPath());
-    if (!lock.IsHeld() || !saving) return finished;
+    if (!saving) return finished;  // nearly always
+    const ProcessLock lock(kLockName, kLockWait);
+    if (!lock.IsHeld()) return finished;
     for (const WText& process : SubkeyNames(saving.get(), kCriterionNameCapacity)) {
         const std::string digits = wtext::ToUtf8(process);
         DWORD id = 0;

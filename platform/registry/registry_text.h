@@ -13,7 +13,8 @@ struct RegistryParse {
     std::size_t firstBadLine = 0;  // counted from 1
 };
 
-// UTF-8, or UTF-16 behind a byte order mark. Reads what can be read and counts the lines that can't.
+// UTF-8, or UTF-16 behind a byte order mark. Reads what can be read and counts the lines that
+// can't.
 RegistryParse ParseRegistry(std::string_view text);
 
 std::string WriteRegistry(const RegistryKey& root);
