@@ -15,7 +15,7 @@ _srfind() {
             mapfile -t COMPREPLY < <(compgen -W "name folder" -- "$word")
             return
             ;;
-        --files-from)
+        --files-from | --export)
             mapfile -t COMPREPLY < <(compgen -f -- "$word")
             return
             ;;

@@ -6,7 +6,7 @@
 
 #include "platform/host/program_main.h"
 
-enum class eSort { None, Name, Folder };
+enum class eSort { None, ByName, ByFolder };
 
 struct CriterionOption {
     std::string text;
@@ -39,6 +39,8 @@ struct Options {
     bool listCriteria = false;
     bool haveFilesFrom = false;
     NativePath filesFrom;
+    bool haveExport = false;
+    NativePath exportTo;
     bool haveLookIn = false;
     HostArgument lookIn;
 
