@@ -15,7 +15,13 @@ _srfind() {
             mapfile -t COMPREPLY < <(compgen -W "name folder" -- "$word")
             return
             ;;
-        --files-from | --export)
+        --open | --save | --delete)
+            while IFS= read -r name; do
+                [[ ${name,,} == "${word,,}"* ]] && COMPREPLY+=("${name// /\\ }")
+            done < <(srfind --searches 2> /dev/null)
+            return
+            ;;
+        --files-from | --related | --export)
             mapfile -t COMPREPLY < <(compgen -f -- "$word")
             return
             ;;

@@ -180,7 +180,7 @@ TEST(SrfindOptions, Good) {
         if (options.version) shown += "version ";
         if (options.listCriteria) shown += "criteria ";
         if (options.sort != eSort::None)
-            shown += options.sort == eSort::Name ? "by name " : "by folder ";
+            shown += options.sort == eSort::ByName ? "by name " : "by folder ";
         if (options.haveLookIn) shown += "in " + options.lookIn.text + " ";
         if (options.haveFilesFrom) {
             shown += options.filesFrom == NativePathFromLine("L") ? "from L " : "from - ";

@@ -146,6 +146,74 @@ TEST_F(SrfindTest, FilesFromAList) {
     EXPECT_NE(std::string::npos, binary.err.find("line 2 of the list"));
 }
 
+TEST_F(SrfindTest, SavedSearches) {
+    const struct {
+        std::vector<std::string> arguments;
+        int status;
+        const char* out;
+        const char* errPart;  // null: nothing is told
+    } kRows[] = {
+        {{"--searches"}, 0, "", nullptr},
+        {{"--save", "two words", "-w", "File name equals a", "-o", "File name equals b"},
+         0,
+         "",
+         nullptr},
+        {{"--searches"}, 0, "two words\n", nullptr},
+        {{"--sort=name", "--open", "TWO words", "@"}, 0, "@/a.hpa\n@/B.hpa\n", nullptr},
+        {{"--open=two words", "-w", "File name contains b", "@"}, 0, "@/B.hpa\n", nullptr},
+        {{"--open=two words", "-c", "@"}, 0, "@/a.hpa\n", nullptr},
+        {{"--open", "none", "@"}, 2, "", "there is no saved search \"none\""},
+        {{"--save", "two words", "-w", "File name equals b"}, 2, "", "Give --yes to agree"},
+        {{"--open=two words", "-w", "File name equals x", "@"}, 1, "", "No files were found"},
+        {{"-y", "--save", "two words", "-w", "File name equals b"}, 0, "", nullptr},
+        {{"--open", "two words", "@"}, 0, "@/B.hpa\n", nullptr},
+        {{"--save", std::string(300, 'n'), "-w", "File name equals b"}, 2, "", "characters"},
+        {{"--delete", "two words"}, 2, "", "Give --yes to agree"},
+        {{"--delete", "two words", "--yes"}, 0, "", nullptr},
+        {{"--delete", "two words", "--yes"}, 2, "", "there is no saved search"},
+        {{"--searches"}, 0, "", nullptr},
+    };
+    for (const auto& row : kRows) {
+        const SrfindRun run = Run(row.arguments);
+        SCOPED_TRACE(row.arguments[0] + " " + run.err);
+        EXPECT_EQ(row.status, run.status);
+        EXPECT_EQ(row.out, run.out);
+        EXPECT_EQ(row.errPart == nullptr, run.err.empty());
+        if (row.errPart != nullptr) {
+            EXPECT_NE(std::string::npos, run.err.find(row.errPart));
+        }
+    }
+}
+
+// What a caller that looks inside an assembly reads of a hit.
+TEST_F(SrfindTest, RecordsAndSkippedCriteria) {
+    const std::string list = List(Path("titled.hpa") + "\n");
+    const SrfindRun run =
+        Run({"--files-from", list, "--records", "--skipped", "-w", "File type is Parts", "-w",
+             "Component name contains bolt", "-o", "Component visible is set to no", "-c"});
+    EXPECT_EQ(0, run.status);
+    EXPECT_EQ(
+        "@/titled.hpa\n"
+        "\t{\"join\":\"and\",\"holds\":true}\n"
+        "\t{\"join\":\"and\",\"test\":\"component name\",\"condition\":21721,"
+        "\"matchCase\":true,\"text\":\"bolt\",\"number\":0,\"flag\":false}\n"
+        "\t{\"join\":\"or\",\"test\":\"component visible\",\"condition\":0,"
+        "\"matchCase\":false,\"text\":\"\",\"number\":0,\"flag\":false}\n",
+        run.out);
+    EXPECT_NE(std::string::npos, run.err.find("can't be decided by the file"));
+    EXPECT_NE(std::string::npos, run.err.find("left to the caller: and file type 5\n"
+                                              "left to the caller: and a criterion\n"
+                                              "left to the caller: or a criterion\n"))
+        << run.err;
+    const SrfindRun json = Run({"--files-from", list, "--records", "--json", "--skipped", "-w",
+                                "File type is Assemblies", "-o", "File name equals titled"});
+    EXPECT_NE(std::string::npos, json.out.find(",\"records\":[{\"join\":\"and\",\"holds\":false},"
+                                               "{\"join\":\"or\",\"holds\":true}]}"))
+        << json.out;
+    EXPECT_EQ("left to the caller: and file type 2\nleft to the caller: or a criterion\n",
+              json.err);
+}
+
 TEST_F(SrfindTest, NamesWhatIsDamagedAndCounts) {
     WriteFile("cut.hpa", {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1, 0, 0});
     const SrfindRun run = Run({"-r", "--stats", "-w", "Title contains brack", "@"});
