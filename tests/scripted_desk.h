@@ -31,6 +31,9 @@ public:
         script_.push_back({eKind::menu, std::move(part), answer, {}});
     }
 
+    // Nothing more is expected.
+    bool IsDone() const { return script_.empty(); }
+
     int AnswerMenu(const MenuQuestion& question) override {
         WText all;
         for (const WText& text : question.files)
