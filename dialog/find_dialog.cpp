@@ -44,6 +44,9 @@ SRxFindDialog::SRxFindDialog(HINSTANCE instance, MDxFileNameNode** slot, IQxLect
 }
 
 SRxFindDialog::~SRxFindDialog() {
+    // Each takes itself off the list.
+    while (!foundWindows.empty() && DestroyWindow(foundWindows.back())) {
+    }
     delete criteriaHead;
     criteriaHead = nullptr;
     --objectCount;

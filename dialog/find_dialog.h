@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "dialog/catalogue.h"
 #include "dialog/criteria_node.h"
@@ -147,6 +148,9 @@ public:
     bool OnCommandValueList();
     bool OnNotifyValueDate(const NMDATETIMECHANGE* change);
     bool OnCommandNewSearch();
+    // Starts a search and its found dialog: true when there is one. A modal one has ended by then,
+    // and if this object was closed meanwhile it is gone.
+    bool OnCommandSearchNow();
 
     // Stores the list under a name; an empty list and an empty name store nothing. Always true:
     // what could not be kept is told. `lastSearch`: for this process alone.
@@ -198,6 +202,8 @@ public:
 
     // Behind the fields that other modules know: who hears what a search looks at; may be null.
     SRxSearchObserver* observer = nullptr;
+    // The open found dialogs. Their records lead here, so they close with this object.
+    std::vector<HWND> foundWindows;
 
 private:
     bool IsAssemblyEnv() const;

@@ -7,5 +7,14 @@
 // Makes the first `columns` columns of a list view as wide as their texts.
 MD_API void SetListWidth(HWND dialog, int control, int columns);
 
+// A dialog in the shell's font.
+MD_API void MDxSubstituteShellFont(HWND dialog);
+// Brings a dialog that sticks out of the screen back into view, its upper left corner first.
+// `keepSize` is true.
+MD_API void MDxCalcSizeDialog(HWND dialog, bool keepSize);
+// Shows the help text for what `info` points to: its context, or that of the windows around it.
+// `command` is HELP_WM_HELP, HELP_CONTEXTPOPUP or HELP_CONTENTS. False when there is no text.
+MD_API bool MDxHelp(const HELPINFO* info, UINT command);
+
 // Makes a combo box's drop-down wide enough for its longest entry.
 MD_API void SetDropWidth(HWND dialog, int control);

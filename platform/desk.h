@@ -3,6 +3,8 @@
 // the controls of the real ones.
 #pragma once
 
+#include <vector>
+
 #include "platform/wtext.h"
 
 struct MessageBoxQuestion {
@@ -24,6 +26,11 @@ struct FolderQuestion {
     bool again;      // the answer before was no folder, or not one that OK could be pressed on
 };
 
+struct MenuQuestion {
+    std::vector<WText> files;    // native build: what the menu is for
+    std::vector<WText> entries;  // in the Windows build: the shell's, empty for a line between
+};
+
 class Desk {
 public:
     virtual ~Desk() = default;
@@ -32,6 +39,8 @@ public:
     // The whole path of the file or folder; empty cancels, as a desk does that knows no files.
     virtual WText AnswerFileQuestion(const FileQuestion&) { return {}; }
     virtual WText AnswerFolderQuestion(const FolderQuestion&) { return {}; }
+    // The entry to choose, counted from 0; negative closes the menu. Natively there are none.
+    virtual int AnswerMenu(const MenuQuestion&) { return -1; }
 };
 
 // While it lives, `desk` answers on this thread in the place of an earlier desk.

@@ -67,7 +67,7 @@ public:
         }
         if (++tick_ > 10) {
             ShowProgress(list_, prefix_.c_str());
-            inFolder_ = list_.statusBar == nullptr;
+            inFolder_ = list_.statusBar == nullptr || list_.pumpCounter != 0;
             tick_ = 0;
         }
     }

@@ -107,8 +107,9 @@ bool MatchFile(SRxFoundList& list, MDxFileNameNode* node, bool needProperties) {
         list.outcomes.push_back(outcome);
         join.Take(outcome.result, *c, c->nextCriterion);
     }
-    // A row has no room for records: they would die with the node.
-    const bool carried = join.Total() && list.window == nullptr;
+    // A row has no room for records: only one who hears of it could see them.
+    const bool heard = list.window == nullptr || list.dialog->observer != nullptr;
+    const bool carried = join.Total() && heard;
     if (carried || list.keepsRecords) LeaveRecords(list, *node);
     return join.Total();
 }

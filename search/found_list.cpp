@@ -15,5 +15,6 @@ SRxFoundList::~SRxFoundList() {
         if ((*selectionSlot)->GetReferenceCount() == 0) delete *selectionSlot;
     }
     delete rootNode;
+    if (destroyed != nullptr) *destroyed = true;
     --objectCount;
 }

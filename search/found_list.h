@@ -6,6 +6,7 @@
 
 #include "dialog/find_dialog.h"
 #include "outside/md_properties.h"
+#include "search/found_row_index.h"
 
 // What one criterion said of the file at hand.
 struct CriterionOutcome {
@@ -13,6 +14,9 @@ struct CriterionOutcome {
     // The file alone can't decide it: it counts as true and travels on the record.
     bool undecided = false;
 };
+
+// How far the found dialog has come with its search.
+enum class eFoundStage { Prepared, Searching, Finished };
 
 struct SRxFoundList {
     // `slot` is the caller's, for the picked files or the hits; may be null.
@@ -51,4 +55,13 @@ struct SRxFoundList {
     // Reused from file to file.
     std::unique_ptr<MDxProperties> properties;
     std::vector<CriterionOutcome> outcomes;
+    eFoundStage stage = eFoundStage::Prepared;
+    // The window was destroyed in mid-search: the record lives on until the search has ended.
+    bool windowGone = false;
+    int pendingResult = 0;    // what the dialog ends with behind a search that was told to stop
+    bool rowsUnseen = false;  // rows were added since the list was painted
+    FoundRowIndex rowIndex;
+    WText shownPath;  // in the progress text
+    // Set to true by the destructor, for one who has to know; may be null.
+    bool* destroyed = nullptr;
 };

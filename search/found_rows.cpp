@@ -1,7 +1,8 @@
 #include "search/found_rows.h"
 
-#include <algorithm>
 #include <cstdlib>
+#include <new>
+#include <utility>
 
 #include "outside/md_small_aids.h"
 #include "outside/md_window_aids.h"
@@ -15,7 +16,6 @@ namespace {
 constexpr unsigned kTextsBetweenPumps = 10;
 constexpr int kFoundColumns = 2;
 constexpr WPARAM kWholeStatusBar = SBT_NOBORDERS;  // part 0
-constexpr std::size_t kShownFolder = 261;          // units that a row's folder is read with
 
 WText TextOf(const SRxFoundList& list, UINT id) {
     return ResourceText(list.dialog->resourceInstance, id);
@@ -31,43 +31,25 @@ LRESULT SendToList(const SRxFoundList& list, UINT message, WPARAM wParam, const 
                                reinterpret_cast<LPARAM>(lParam));
 }
 
-bool IsFolderOfRow(const SRxFoundList& list, LRESULT row, WTextView folder) {
-    // Twice the folder's own length: another form of the same text fits, and a text that is cut
-    // can't be equal.
-    WText text(std::max(kShownFolder, 2 * folder.size() + 2), 0);
-    LVITEMW item{};
-    item.mask = LVIF_TEXT;
-    item.iItem = static_cast<int>(row);
-    item.iSubItem = 1;
-    item.pszText = text.data();
-    item.cchTextMax = static_cast<int>(text.size());
-    if (!SendToList(list, LVM_GETITEMW, 0, &item)) return false;
-    return CompareStringW(LOCALE_USER_DEFAULT,
-                          NORM_IGNORECASE | NORM_IGNOREKANATYPE | NORM_IGNOREWIDTH, item.pszText,
-                          -1, folder.data(), static_cast<int>(folder.size())) == CSTR_EQUAL;
-}
-
-// The row of this name and folder; negative when there is none.
-LRESULT FindRow(const SRxFoundList& list, const WCHAR* folder, const WCHAR* name) {
-    LVFINDINFOW wanted{};
-    wanted.flags = LVFI_STRING;
-    wanted.psz = name;
-    for (LRESULT row = -1;;) {
-        row = SendToList(list, LVM_FINDITEMW, static_cast<WPARAM>(row), &wanted);
-        if (row < 0 || IsFolderOfRow(list, row, folder)) return row;
-    }
-}
-
 // Where letters' case tells files apart, a row can stand for another file than the one at hand.
-void TellLeftOut(const SRxFoundList& list, LRESULT row, const WCHAR* fullName) {
-    LVITEMW item{};
-    item.mask = LVIF_PARAM;
-    item.iItem = static_cast<int>(row);
-    if (list.dialog->observer == nullptr || !SendToList(list, LVM_GETITEMW, 0, &item)) return;
-    const auto* shown = reinterpret_cast<const WCHAR*>(item.lParam);
-    if (shown != nullptr && wtext::Compare(shown, fullName) != 0) {
+void TellLeftOut(const SRxFoundList& list, const WCHAR* shown, const WCHAR* fullName) {
+    if (list.dialog->observer != nullptr && wtext::Compare(shown, fullName) != 0) {
         list.dialog->observer->OnLeftOut(fullName, shown);
     }
+}
+
+// A list that paints itself anew with each row would take most of the search's time.
+void HoldRedraw(SRxFoundList& list, bool hold) {
+    SendToList(list, WM_SETREDRAW, hold ? FALSE : TRUE, nullptr);
+    if (hold || !std::exchange(list.rowsUnseen, false)) return;
+    InvalidateRect(GetDlgItem(list.window, IDC_FOUND_LIST), nullptr, TRUE);
+}
+
+// At once, and not with the next pump.
+void ShowFirstRow(SRxFoundList& list) {
+    HoldRedraw(list, false);
+    UpdateWindow(GetDlgItem(list.window, IDC_FOUND_LIST));
+    HoldRedraw(list, true);
 }
 
 // Hands every waiting message out. Escape asks for a stop, and so does the end of the thread's
@@ -91,26 +73,38 @@ void PumpMessages(SRxFoundList& list) {
 bool ShowProgress(SRxFoundList& list, const WCHAR* path) {
     constexpr UINT kPaintNow = RDW_INTERNALPAINT | RDW_UPDATENOW;
     if (list.statusBar == nullptr) return !list.stopRequested;
-    SetStatus(list, wtext::Format(TextOf(list, STR_SEARCHING_IN), {path}));
-    RedrawWindow(list.statusBar, nullptr, nullptr, kPaintNow);
+    // The text of a folder stays the same for all its files.
+    if (list.shownPath != path) {
+        list.shownPath = path;
+        SetStatus(list, wtext::Format(TextOf(list, STR_SEARCHING_IN), {path}));
+        RedrawWindow(list.statusBar, nullptr, nullptr, kPaintNow);
+    }
     if (++list.pumpCounter > kTextsBetweenPumps) {
+        HoldRedraw(list, false);
         RedrawWindow(list.window, nullptr, nullptr, kPaintNow);
         list.pumpCounter = 0;
         PumpMessages(list);
+        HoldRedraw(list, true);
     }
     return !list.stopRequested;
 }
 
+void OpenFoundSearch(SRxFoundList& list) {
+    HoldRedraw(list, true);
+}
+
 void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
                  const MDxFileNameNode& node, int& insertIndex) {
-    const LRESULT same = FindRow(list, folder, name);
-    if (same >= 0) {
-        TellLeftOut(list, same, node.GetFileName());
+    if (list.windowGone) return;
+    const WCHAR** shown = list.rowIndex.PlaceOf(folder, name);
+    if (*shown != nullptr) {
+        TellLeftOut(list, *shown, node.GetFileName());
         return;
     }
     // The row owns the copy.
     WCHAR* fullName = nullptr;
     SetStringPtr(&fullName, node.GetFileName());
+    if (fullName == nullptr) throw std::bad_alloc();
     LVITEMW item{};
     item.mask = LVIF_TEXT | LVIF_PARAM;
     item.iItem = insertIndex;
@@ -121,14 +115,19 @@ void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
         std::free(fullName);
         return;
     }
+    *shown = fullName;
     LVITEMW folderItem{};
     folderItem.iSubItem = 1;
     folderItem.pszText = const_cast<WCHAR*>(folder);
     SendToList(list, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), &folderItem);
     insertIndex = static_cast<int>(row) + 1;
+    list.rowsUnseen = true;
+    if (insertIndex == 1) ShowFirstRow(list);
+    if (list.dialog->observer != nullptr) list.dialog->observer->OnRow(node);
 }
 
 void CloseFoundSearch(SRxFoundList& list) {
+    HoldRedraw(list, false);
     const LRESULT count = SendToList(list, LVM_GETITEMCOUNT, 0, nullptr);
     WText head;
     WText tail;

@@ -8,5 +8,8 @@
 void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
                  const MDxFileNameNode& node, int& insertIndex);
 
+// The list is painted only between whiles, until the search is closed.
+void OpenFoundSearch(SRxFoundList& list);
+
 // How the search ended, the columns fitted, and the dialog ready for picks.
 void CloseFoundSearch(SRxFoundList& list);

@@ -44,19 +44,21 @@ bool RunSearch(SRxFoundList& list) {
     const HCURSOR earlier = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
     list.matchCase = IsChecked(list, IDC_MATCH_CASE) ? 1 : 0;
     const bool needProperties = PrepareCriteria(list.dialog->criteriaHead);
+    if (list.window != nullptr) OpenFoundSearch(list);
     const bool result = RunRoute(list, needProperties);
     if (result) {
         SRxSkippedCritNode* skipped = BuildSkippedCriteria(list);
         if (!list.params.SetCritForSkipped(skipped)) delete skipped;
     }
-    if (list.window != nullptr) CloseFoundSearch(list);
+    const bool hasWindow = list.window != nullptr && !list.windowGone;
+    if (hasWindow) CloseFoundSearch(list);
     if (list.window == nullptr && *list.selectionSlot == nullptr && !list.skippedCriterionSeen) {
         DisplayMessageId(list.dialog->resourceInstance, MSG_NO_HITS, MB_OK, eKindInformation,
                          kHelpFoundList, list.dialog->dialogWindow);
     }
     SetCursor(earlier);
     list.stopRequested = false;
-    if (list.window != nullptr) {
+    if (hasWindow) {
         RedrawWindow(list.window, nullptr, nullptr,
                      RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_UPDATENOW);
     }

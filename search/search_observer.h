@@ -4,6 +4,7 @@
 
 #include "platform/win.h"
 
+class MDxFileNameNode;
 struct SRxFoundList;
 
 class SRxSearchObserver {
@@ -21,6 +22,8 @@ public:
     virtual void OnReferencesFailed(const WCHAR* file, HRESULT status) = 0;
     // A document that a file refers to isn't there.
     virtual void OnReferenceMissing(const WCHAR* file, const WCHAR* missing) = 0;
+    // A hit has got a row in the found dialog; the node has its records, and goes.
+    virtual void OnRow(const MDxFileNameNode& hit) = 0;
     // A hit has no row, since that of another file, `shown`, counts as the same.
     virtual void OnLeftOut(const WCHAR* file, const WCHAR* shown) = 0;
 

@@ -25,7 +25,24 @@ public:
     void ExpectFolder(std::string part, WText path) {
         script_.push_back({eKind::folder, std::move(part), 0, std::move(path)});
     }
+    // `part` stands somewhere in the files or, in the Windows build, the entries of the menu; an
+    // answer below 0 closes it.
+    void ExpectMenu(std::string part, int answer) {
+        script_.push_back({eKind::menu, std::move(part), answer, {}});
+    }
 
+    // Nothing more is expected.
+    bool IsDone() const { return script_.empty(); }
+
+    int AnswerMenu(const MenuQuestion& question) override {
+        WText all;
+        for (const WText& text : question.files)
+            all += text + TEXT(";");
+        for (const WText& text : question.entries)
+            all += text + TEXT(";");
+        const Step step = Take(eKind::menu, wtext::ToUtf8(all));
+        return step.part.empty() ? -1 : step.answer;
+    }
     int AnswerMessageBox(const MessageBoxQuestion& question) override {
         const Step step = Take(eKind::box, wtext::ToUtf8(question.text));
         return step.answer != 0 ? step.answer : IDCANCEL;
@@ -44,7 +61,7 @@ public:
     WText asked;  // the last question about a file or a folder
 
 private:
-    enum class eKind { box, file, folder };
+    enum class eKind { box, file, folder, menu };
     struct Step {
         eKind kind;
         std::string part;

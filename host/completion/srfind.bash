@@ -21,7 +21,7 @@ _srfind() {
             done < <(srfind --searches 2> /dev/null)
             return
             ;;
-        --files-from | --related)
+        --files-from | --related | --export)
             mapfile -t COMPREPLY < <(compgen -f -- "$word")
             return
             ;;

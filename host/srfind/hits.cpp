@@ -119,39 +119,33 @@ void SortHits(std::vector<const MDxFileNameNode*>& hits, eSort sort) {
                      });
 }
 
-std::string HitsText(const std::vector<const MDxFileNameNode*>& hits, const Options& options) {
-    std::string text;
-    for (const MDxFileNameNode* hit : hits) {
-        const WCHAR* path = hit->GetFileName();
-        if (options.json) {
-            text += HitAsJson(path, options.records ? RecordsJson(hit) : "") + "\n";
-        } else {
-            text += DisplayPath(path);
-            text += options.print0 ? '\0' : '\n';
-            if (options.records) text += RecordsLines(hit);
-        }
-    }
+std::string HitText(const MDxFileNameNode& hit, const Options& options) {
+    const WCHAR* path = hit.GetFileName();
+    if (options.json) return HitAsJson(path, options.records ? RecordsJson(&hit) : "") + "\n";
+    std::string text = DisplayPath(path);
+    text += options.print0 ? '\0' : '\n';
+    if (options.records) text += RecordsLines(&hit);
     return text;
 }
 
-std::string UndecidedText(const std::vector<const MDxFileNameNode*>& hits, const Options& options) {
-    // The criteria of an opened search stand in front of those typed.
-    std::vector<std::size_t> counts;
-    for (const MDxFileNameNode* hit : hits) {
-        const auto& records = RecordsOf(hit);
-        counts.resize(std::max(counts.size(), records.size()));
-        for (std::size_t i = 0; i < records.size(); ++i)
-            counts[i] += records[i].HaveCrit() ? 1 : 0;
-    }
+void UndecidedCount::Take(const MDxFileNameNode& hit) {
+    ++hits_;
+    const auto& records = RecordsOf(&hit);
+    counts_.resize(std::max(counts_.size(), records.size()));
+    for (std::size_t i = 0; i < records.size(); ++i)
+        counts_[i] += records[i].HaveCrit() ? 1 : 0;
+}
+
+std::string UndecidedCount::Text(const Options& options) const {
     std::string text;
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-        if (counts[i] == 0) continue;
-        const std::size_t opened = counts.size() - std::min(counts.size(), options.criteria.size());
+    const std::size_t opened = counts_.size() - std::min(counts_.size(), options.criteria.size());
+    for (std::size_t i = 0; i < counts_.size(); ++i) {
+        if (counts_[i] == 0) continue;
         text += "srfind: " +
                 (i < opened ? "criterion " + std::to_string(i + 1) + " of the saved search"
                             : "'" + options.criteria[i - opened].text + "'") +
-                " can't be decided by the file for " + std::to_string(counts[i]) + " of the " +
-                std::to_string(hits.size()) + " hit(s): they count as if it held\n";
+                " can't be decided by the file for " + std::to_string(counts_[i]) + " of the " +
+                std::to_string(hits_) + " hit(s): they count as if it held\n";
     }
     return text;
 }

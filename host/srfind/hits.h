@@ -11,11 +11,20 @@
 // In the order asked for; equal ones stay as they were found.
 void SortHits(std::vector<const MDxFileNameNode*>& hits, eSort sort);
 
-// Each hit in the form asked for.
-std::string HitsText(const std::vector<const MDxFileNameNode*>& hits, const Options& options);
+// A hit in the form asked for.
+std::string HitText(const MDxFileNameNode& hit, const Options& options);
 
-// Which criteria the hits carry on unanswered, so that nobody takes them for decided.
-std::string UndecidedText(const std::vector<const MDxFileNameNode*>& hits, const Options& options);
+// Which criteria hits carry on unanswered, so that nobody takes them for decided.
+class UndecidedCount {
+public:
+    void Take(const MDxFileNameNode& hit);
+    std::string Text(const Options& options) const;
+
+private:
+    std::size_t hits_ = 0;
+    // The criteria of an opened search stand in front of those typed.
+    std::vector<std::size_t> counts_;
+};
 
 // The reduced criteria that a search left to its caller; `chain` may be null.
 std::string SkippedText(const SRxSkippedCritNode* chain);

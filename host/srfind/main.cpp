@@ -1,5 +1,8 @@
 // srfind: a search from the command line. It makes the dialog object and the controls that a search
-// reads, runs the engine, and prints the hits that come back on the slot.
+// reads, starts the search as a person would, and prints the hits as they come. A list of files is
+// searched without the found dialog: its hits come back on the slot.
+#include <chrono>
+#include <memory>
 #include <vector>
 
 #include "host/srfind/criterion_text.h"
@@ -128,21 +131,56 @@ bool ReadFileList(const Options& options, SearchReport& report, MDxFileNameNode*
     return true;
 }
 
-int Report(const SearchReport& report, MDxFileNameNode* chain, const Options& options) {
-    std::vector<const MDxFileNameNode*> hits;
-    for (; chain != nullptr; chain = chain->GetNextNode())
-        hits.push_back(chain);
-    SortHits(hits, options.sort);
-    WriteOutput(HitsText(hits, options));
-    WriteError(UndecidedText(hits, options));
+// Prints hits as they come, or at the end when they are to be sorted.
+class HitPrinter {
+public:
+    explicit HitPrinter(const Options& options) : options_(options) {}
+
+    void Take(const MDxFileNameNode& hit) {
+        ++count_;
+        undecided_.Take(hit);
+        if (options_.sort != eSort::None) {
+            kept_.push_back(std::make_unique<MDxFileNameNode>(&hit));
+            return;
+        }
+        WriteOutput(HitText(hit, options_));
+        // The first at once; then so that many hits don't become as many writes.
+        const auto now = std::chrono::steady_clock::now();
+        if (count_ > 1 && now - flushed_ < kBetweenFlushes) return;
+        flushed_ = now;
+        FlushOutput();
+    }
+    void Finish() {
+        std::vector<const MDxFileNameNode*> hits;
+        for (const auto& hit : kept_)
+            hits.push_back(hit.get());
+        SortHits(hits, options_.sort);
+        for (const MDxFileNameNode* hit : hits)
+            WriteOutput(HitText(*hit, options_));
+        WriteError(undecided_.Text(options_));
+    }
+    std::size_t Count() const { return count_; }
+
+private:
+    static constexpr std::chrono::milliseconds kBetweenFlushes{50};
+
+    const Options& options_;
+    std::size_t count_ = 0;
+    UndecidedCount undecided_;
+    std::vector<std::unique_ptr<MDxFileNameNode>> kept_;
+    std::chrono::steady_clock::time_point flushed_{};
+};
+
+int Finish(const SearchReport& report, HitPrinter& printer, const Options& options) {
+    printer.Finish();
     report.PrintPassedOver();
-    if (options.stats) report.PrintStats(hits.size());
+    if (options.stats) report.PrintStats(printer.Count());
     if (WasInterrupted()) {
         WriteError("srfind: stopped; the hits found so far were printed\n");
         return kStopped;
     }
     if (report.SomethingUnreadable()) return kUnreadable;
-    return hits.empty() ? kNone : kHits;
+    return printer.Count() == 0 ? kNone : kHits;
 }
 
 // The place to look in, or the chain of files on `slot`.
@@ -165,6 +203,70 @@ bool SetPlace(const Options& options, SRxFindDialog& dialog, DialogControls& con
     controls.Check(IDC_LOOK_RELATED, options.related);
     controls.Check(IDC_LOOK_SUBFOLDERS, options.subfolders);
     return true;
+}
+
+WText StatusText(HWND found) {
+    const HWND bar = GetDlgItem(found, IDC_FOUND_STATUS);
+    const LRESULT length = LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, 0, 0));
+    WText text(static_cast<std::size_t>(length) + 1, 0);
+    SendMessageW(bar, SB_GETTEXTW, 0, reinterpret_cast<LPARAM>(text.data()));
+    text.pop_back();
+    return text;
+}
+
+// What a person does with the found dialog once the search has ended.
+bool ExportHits(const Options& options, SearchReport& report, HWND found) {
+    const WText path = AbsoluteWidePath(options.exportTo);
+    report.ExpectExport(path, options.yes);
+    SendMessageW(GetDlgItem(found, IDC_FOUND_SAVE), BM_CLICK, 0, 0);
+    if (report.Exported()) return true;
+    report.Tell("the list of hits was not written");
+    return false;
+}
+
+int SearchInDialog(const Options& options, SRxFindDialog& dialog, SearchReport& report) {
+    HitPrinter printer(options);
+    report.SetOnHit([&printer](const MDxFileNameNode& hit) { printer.Take(hit); });
+    SRxShellExtParameters params;
+    (void)params.SetCritForSkipped(nullptr);  // so that there is a block to share
+    dialog.SetParams(params);
+    if (!dialog.OnCommandSearchNow() || dialog.foundWindows.empty()) {
+        report.Tell("the search could not be started");
+        return kUnreadable;
+    }
+    const HWND found = dialog.foundWindows.back();
+    MSG message;
+    while (dialog.searching && GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    if (printer.Count() == 0 && !WasInterrupted()) report.Tell(wtext::ToUtf8(StatusText(found)));
+    int status = Finish(report, printer, options);
+    if (options.skipped) WriteError(SkippedText(params.GetCritForSkipped()));
+    if (options.haveExport && !ExportHits(options, report, found) && status != kStopped) {
+        status = kUnreadable;
+    }
+    SendMessageW(found, WM_COMMAND, IDCANCEL, 0);
+    return status;
+}
+
+int SearchFiles(const Options& options, SRxFindDialog& dialog, SearchReport& report,
+                MDxFileNameNode*& slot) {
+    MDxFileNameNode* const input = slot;
+    HitPrinter printer(options);
+    int status = 0;
+    {
+        SRxFoundList list(dialog, &slot);
+        dialog.searching = true;
+        RunSearch(list);
+        for (const MDxFileNameNode* hit = slot; hit != nullptr; hit = hit->GetNextNode())
+            printer.Take(*hit);
+        status = Finish(report, printer, options);
+        if (options.skipped) WriteError(SkippedText(list.params.GetCritForSkipped()));
+    }
+    if (slot != input) delete slot;
+    delete input;
+    return status;
 }
 
 int Search(const Options& options) {
@@ -205,18 +307,8 @@ int Search(const Options& options) {
         delete slot;
         return Refuse(fault);
     }
-    MDxFileNameNode* const input = slot;
-    int status = 0;
-    {
-        SRxFoundList list(dialog, &slot);
-        dialog.searching = true;
-        RunSearch(list);
-        status = Report(report, slot, options);
-        if (options.skipped) WriteError(SkippedText(list.params.GetCritForSkipped()));
-    }
-    if (slot != input) delete slot;
-    delete input;
-    return status;
+    if (!options.haveFilesFrom) return SearchInDialog(options, dialog, report);
+    return SearchFiles(options, dialog, report, slot);
 }
 
 }  // namespace

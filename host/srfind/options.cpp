@@ -25,10 +25,11 @@ constexpr OptionRow kOptions[] = {
     {0, "save", "NAME", "save the criteria under a name"},
     {0, "searches", nullptr, "list the names of the saved searches"},
     {0, "delete", "NAME", "delete a saved search"},
-    {'y', "yes", nullptr, "answer yes where a saved search would be replaced or deleted"},
+    {'y', "yes", nullptr, "answer yes where a saved search or a file would be replaced"},
     {'0', "print0", nullptr, "end each hit with a null instead of a line feed"},
     {0, "json", nullptr, "print each hit as a JSON object on a line of its own"},
     {0, "sort", "ORDER", "sort the hits by name or by folder"},
+    {0, "export", "FILE", "write the list of hits to a text file as well"},
     {0, "records", nullptr, "print with each hit what each criterion leaves to the caller"},
     {0, "skipped", nullptr, "tell which criteria are left to the caller"},
     {0, "stats", nullptr, "tell at the end what was looked at"},
@@ -134,6 +135,9 @@ private:
         } else if (name == "files-from") {
             options_.haveFilesFrom = true;
             options_.filesFrom = value.path;
+        } else if (name == "export") {
+            options_.haveExport = true;
+            options_.exportTo = value.path;
         } else if (name == "related") {
             options_.related = true;
             return TakeLookIn(value);
@@ -181,6 +185,9 @@ private:
         if ((options_.haveFilesFrom || options_.related) && options_.subfolders) {
             return Fail(
                 "--files-from and --related name the files, so --subfolders has no meaning");
+        }
+        if (options_.haveExport && !options_.haveLookIn) {
+            return Fail("--export writes what a search in a folder or of related documents finds");
         }
         if (options_.records && !options_.haveFilesFrom) {
             return Fail("--records needs --files-from: only then do hits keep their records");

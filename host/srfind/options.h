@@ -39,6 +39,8 @@ struct Options {
     bool listCriteria = false;
     bool haveFilesFrom = false;
     NativePath filesFrom;
+    bool haveExport = false;
+    NativePath exportTo;
     bool haveLookIn = false;
     HostArgument lookIn;
 

@@ -98,15 +98,37 @@ void SearchReport::OnLeftOut(const WCHAR* file, const WCHAR* shown) {
     Say(DisplayPath(file) + " was left out: it counts as the same file as " + DisplayPath(shown));
 }
 
+void SearchReport::OnRow(const MDxFileNameNode& hit) {
+    ClearProgressLine();
+    if (onHit_) onHit_(hit);
+}
+
+void SearchReport::ExpectExport(const WText& path, bool replace) {
+    exportTo_ = path;
+    replacesFile_ = replace;
+    exportDone_ = false;
+    toldBeforeExport_ = told_;
+}
+
+// Asked again, the answer was refused.
+WText SearchReport::AnswerFileQuestion(const FileQuestion& question) {
+    return question.again ? WText() : exportTo_;
+}
+
 void SearchReport::OnUnusable(const WCHAR* file, const char* reason) {
     ++unreadable_;
     Say(DisplayPath(file) + " " + reason);
 }
 
 int SearchReport::AnswerMessageBox(const MessageBoxQuestion& question) {
+    if (question.text == ResourceText(resources_, MSG_EXPORT_DONE)) {
+        exportDone_ = true;
+        return IDOK;
+    }
+    constexpr UINT kButtons = 0x0F;
+    if (replacesFile_ && (question.type & kButtons) == MB_YESNO) return IDYES;
     if (question.text != expectedBox_) Say(wtext::ToUtf8(question.text));
     expectedBox_.clear();
-    constexpr UINT kButtons = 0x0F;
     switch (question.type & kButtons) {
         case MB_YESNO:
             return IDNO;

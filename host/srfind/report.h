@@ -3,7 +3,9 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/desk.h"
 #include "search/search_observer.h"
@@ -20,9 +22,18 @@ public:
     void OnPropertiesRead(const WCHAR* file, HRESULT status) override;
     void OnReferencesFailed(const WCHAR* file, HRESULT status) override;
     void OnReferenceMissing(const WCHAR* file, const WCHAR* missing) override;
+    void OnRow(const MDxFileNameNode& hit) override;
     void OnLeftOut(const WCHAR* file, const WCHAR* shown) override;
     // Prints the message and gives the answer that changes nothing.
     int AnswerMessageBox(const MessageBoxQuestion& question) override;
+
+    // What to do with each hit of the found dialog.
+    void SetOnHit(std::function<void(const MDxFileNameNode&)> onHit) { onHit_ = std::move(onHit); }
+    // The file that the next question about one is answered with; `replace`: also one that exists.
+    void ExpectExport(const WText& path, bool replace);
+    // The list of hits was written, and whole.
+    bool Exported() const { return exportDone_ && told_ == toldBeforeExport_; }
+    WText AnswerFileQuestion(const FileQuestion& question) override;
 
     // A line on stderr.
     void Tell(const std::string& text) { Say(text); }
@@ -52,6 +63,11 @@ private:
     std::size_t badFolders_ = 0;
     std::size_t leftOut_ = 0;
     std::size_t missing_ = 0;
+    std::function<void(const MDxFileNameNode&)> onHit_;
+    WText exportTo_;
+    bool replacesFile_ = false;
+    bool exportDone_ = false;
+    std::size_t toldBeforeExport_ = 0;
     bool terminal_;
     bool lineShown_ = false;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

@@ -22,6 +22,7 @@ using INT_PTR = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;
 using ULONG_PTR = std::uintptr_t;
+using DWORD_PTR = std::uintptr_t;
 using SIZE_T = std::size_t;
 using LPARAM = LONG_PTR;
 using WPARAM = UINT_PTR;

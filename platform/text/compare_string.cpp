@@ -1,5 +1,6 @@
-// Native build: CompareStringW. Plain ASCII is compared through a table without a copy; any other
-// text goes to an ICU collator whose rules put the same table in front of the root order.
+// Native build: CompareStringW, and LCMapStringW for keys that sort alike. Plain ASCII is compared
+// through a table without a copy; any other text goes to an ICU collator whose rules put the same
+// table in front of the root order.
 //
 // What Windows does otherwise than a plain collation is made here: full-width forms count as ASCII;
 // a word sort passes over hyphens and apostrophes until all else is equal; small kana, circled,
@@ -324,6 +325,53 @@ Span Counted(Span text) {
     return {text.begin, text.begin + std::char_traits<WCHAR>::length(text.begin)};
 }
 
+// The bytes of a key. Counts on when the buffer is full.
+class KeyWriter {
+public:
+    KeyWriter(std::uint8_t* buffer, std::size_t size) : buffer_(buffer), size_(size) {}
+    void Put(std::uint32_t byte) {
+        if (used_ < size_) buffer_[used_] = static_cast<std::uint8_t>(byte);
+        ++used_;
+    }
+    // False when the collator fails.
+    bool PutCollation(const UCollator* collator, const PreparedText& text) {
+        const std::size_t room = used_ < size_ ? size_ - used_ : 0;
+        const std::int32_t length =
+            ucol_getSortKey(collator, text.data(), text.size(),
+                            room > 0 ? buffer_ + used_ : nullptr, static_cast<std::int32_t>(room));
+        used_ += static_cast<std::size_t>(length);
+        return length > 0;
+    }
+    std::size_t Used() const { return used_; }
+
+private:
+    std::uint8_t* buffer_;
+    std::size_t size_;
+    std::size_t used_ = 0;
+};
+
+// Behind the collator's key what CompareForms looks at: no rank holds a null, which ends each part.
+bool WriteKey(Span text, KeyWriter& key) {
+    const UCollator* collator = CollatorFor(false);
+    const PreparedText prepared(text, false);
+    if (collator == nullptr || !key.PutCollation(collator, prepared)) return false;
+    std::int32_t at = 0;
+    const auto kana = [](UChar32 c) {
+        return c > 0xFFFF ? 0 : KanaRank(static_cast<WCHAR>(c), false);
+    };
+    while (const int rank = NextRank(prepared, at, kana))
+        key.Put(static_cast<std::uint32_t>(rank));
+    key.Put(0);
+    at = 0;
+    while (const int rank = NextRank(prepared, at, StyleRank)) {
+        const auto bits = static_cast<std::uint32_t>(rank);
+        for (const unsigned shift : {18u, 12u, 6u, 0u})
+            key.Put(1 + ((bits >> shift) & 0x3F));
+    }
+    key.Put(0);
+    return true;
+}
+
 }  // namespace
 
 int CompareStringW(LCID locale, DWORD flags, LPCWSTR a, int cchA, LPCWSTR b, int cchB) {
@@ -352,4 +400,28 @@ int CompareStringW(LCID locale, DWORD flags, LPCWSTR a, int cchA, LPCWSTR b, int
     }
     SetLastError(ERROR_GEN_FAILURE);
     return 0;
+}
+
+int LCMapStringW(LCID locale, DWORD flags, LPCWSTR text, int cch, LPWSTR buffer, int cb) {
+    constexpr DWORD kKeyFlags =
+        LCMAP_SORTKEY | SORT_STRINGSORT | NORM_IGNORECASE | NORM_IGNOREKANATYPE | NORM_IGNOREWIDTH;
+    if (text == nullptr || cch == 0 || cb < 0 || (cb > 0 && buffer == nullptr) ||
+        !IsKnownLocale(locale)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    if (flags != kKeyFlags) {
+        SetLastError(ERROR_INVALID_FLAGS);
+        return 0;
+    }
+    KeyWriter key(reinterpret_cast<std::uint8_t*>(buffer), static_cast<std::size_t>(cb));
+    if (!WriteKey(Counted(SpanOf(text, cch)), key)) {
+        SetLastError(ERROR_GEN_FAILURE);
+        return 0;
+    }
+    if (cb != 0 && key.Used() > static_cast<std::size_t>(cb)) {
+        SetLastError(ERROR_INSUFFICIENT_BUFFER);
+        return 0;
+    }
+    return static_cast<int>(key.Used());
 }

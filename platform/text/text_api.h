@@ -21,6 +21,13 @@ inline constexpr int CSTR_GREATER_THAN = 3;
 // 0 on failure (null text: ERROR_INVALID_PARAMETER; other flags: ERROR_INVALID_FLAGS).
 int CompareStringW(LCID locale, DWORD flags, LPCWSTR a, int cchA, LPCWSTR b, int cchB);
 
+inline constexpr DWORD LCMAP_SORTKEY = 0x00000400;
+
+// Only LCMAP_SORTKEY with the flags 0x31001: bytes, a null at their end, that compare byte by byte
+// as CompareStringW compares the texts. `buffer` holds `cb` bytes; 0 asks for the bytes needed. 0
+// on failure (buffer too small: ERROR_INSUFFICIENT_BUFFER; no text: ERROR_INVALID_PARAMETER).
+int LCMapStringW(LCID locale, DWORD flags, LPCWSTR text, int cch, LPWSTR buffer, int cb);
+
 inline constexpr DWORD FORMAT_MESSAGE_FROM_STRING = 0x00000400;
 inline constexpr DWORD FORMAT_MESSAGE_ARGUMENT_ARRAY = 0x00002000;
 

@@ -61,6 +61,7 @@ inline constexpr UINT LVIS_SELECTED = 0x0002;
 inline constexpr UINT LVCF_FMT = 0x0001;
 inline constexpr UINT LVCF_WIDTH = 0x0002;
 inline constexpr UINT LVCF_TEXT = 0x0004;
+inline constexpr int LVCFMT_LEFT = 0x0000;
 inline constexpr UINT LVFI_PARAM = 0x0001;
 inline constexpr UINT LVFI_STRING = 0x0002;
 inline constexpr UINT LVFI_PARTIAL = 0x0008;

@@ -2,6 +2,8 @@
 // presses the button, so that no box waits for a person. Other dialogs are handed on.
 #include "platform/windows/desk_windows.h"
 
+#include <utility>
+
 namespace {
 
 constexpr int kMessageBoxTextId = 0xFFFF;
@@ -10,6 +12,8 @@ thread_local Desk* current = nullptr;
 thread_local HHOOK activations = nullptr;
 thread_local HHOOK messages = nullptr;
 thread_local unsigned scopes = 0;
+thread_local HMENU openMenu = nullptr;
+thread_local bool menuWaits = false;
 
 UINT ButtonsOf(HWND box) {
     if (GetDlgItem(box, IDYES) == nullptr) return MB_OK;
@@ -39,9 +43,47 @@ LRESULT CALLBACK SeeActivation(int code, WPARAM wParam, LPARAM lParam) {
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
+// A menu waits for a choice: the desk makes it by the keys that a person would press.
+void WorkMenu(HWND owner) {
+    MenuQuestion question;
+    std::vector<int> steps;  // of the down key, from the first entry that can be chosen
+    int step = -1;
+    const int count = GetMenuItemCount(openMenu);
+    for (int i = 0; i < count; ++i) {
+        WCHAR text[MAX_PATH] = {};
+        MENUITEMINFOW item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_FTYPE | MIIM_STRING;
+        item.dwTypeData = text;
+        item.cch = MAX_PATH;
+        GetMenuItemInfoW(openMenu, static_cast<UINT>(i), TRUE, &item);
+        if ((item.fType & MFT_SEPARATOR) == 0) ++step;
+        question.entries.emplace_back((item.fType & MFT_SEPARATOR) == 0 ? text : TEXT(""));
+        steps.push_back(step);
+    }
+    const int answer = current->AnswerMenu(question);
+    if (answer < 0 || answer >= count) {
+        EndMenu();
+        return;
+    }
+    for (int i = 0; i <= steps[static_cast<std::size_t>(answer)]; ++i)
+        PostMessageW(owner, WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageW(owner, WM_KEYDOWN, VK_RETURN, 0);
+}
+
 LRESULT CALLBACK SeeSentMessage(int code, WPARAM wParam, LPARAM lParam) {
     const auto& sent = *reinterpret_cast<const CWPSTRUCT*>(lParam);
     if (code == HC_ACTION && current != nullptr && IsDialog(sent.hwnd)) {
+        // The first menu to open is the one asked about; its submenus aren't.
+        if (sent.message == WM_ENTERMENULOOP) openMenu = nullptr;
+        if (sent.message == WM_INITMENUPOPUP && openMenu == nullptr) {
+            openMenu = reinterpret_cast<HMENU>(sent.wParam);
+            menuWaits = true;
+        }
+        if (sent.message == WM_ENTERIDLE && sent.wParam == MSGF_MENU &&
+            std::exchange(menuWaits, false)) {
+            WorkMenu(sent.hwnd);
+        }
         if (sent.message == BFFM_SETSELECTIONW && sent.wParam == TRUE && sent.lParam != 0) {
             platform::NoteSelection(sent.hwnd, reinterpret_cast<LPCWSTR>(sent.lParam));
         }

@@ -211,7 +211,8 @@ BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL) {
 BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
     const auto found = RequireWindow(window);
     if (found == nullptr) return FALSE;
-    constexpr UINT kKnown = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE;
+    constexpr UINT kKnown =
+        SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER;
     if ((flags & SWP_NOZORDER) == 0 || (flags & ~kKnown) != 0) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return FALSE;

@@ -28,6 +28,7 @@ inline constexpr DWORD DS_CONTROL = 0x00000400;
 
 inline constexpr UINT WM_DESTROY = 0x0002;
 inline constexpr UINT WM_SIZE = 0x0005;
+inline constexpr WPARAM SIZE_MINIMIZED = 1;
 inline constexpr UINT WM_SETFOCUS = 0x0007;
 inline constexpr UINT WM_KILLFOCUS = 0x0008;
 inline constexpr UINT WM_ENABLE = 0x000A;
@@ -37,8 +38,10 @@ inline constexpr UINT WM_GETTEXT = 0x000D;
 inline constexpr UINT WM_GETTEXTLENGTH = 0x000E;
 inline constexpr UINT WM_CLOSE = 0x0010;
 inline constexpr UINT WM_QUIT = 0x0012;
+inline constexpr UINT WM_SYSCOLORCHANGE = 0x0015;
 inline constexpr UINT WM_NEXTDLGCTL = 0x0028;
 inline constexpr UINT WM_NOTIFY = 0x004E;
+inline constexpr UINT WM_HELP = 0x0053;
 inline constexpr UINT WM_CONTEXTMENU = 0x007B;
 inline constexpr UINT WM_GETICON = 0x007F;
 inline constexpr UINT WM_SETICON = 0x0080;
@@ -125,6 +128,7 @@ inline constexpr UINT SWP_NOSIZE = 0x0001;
 inline constexpr UINT SWP_NOMOVE = 0x0002;
 inline constexpr UINT SWP_NOZORDER = 0x0004;
 inline constexpr UINT SWP_NOACTIVATE = 0x0010;
+inline constexpr UINT SWP_NOOWNERZORDER = 0x0200;
 // Only with SWP_NOZORDER.
 BOOL SetWindowPos(HWND window, HWND behind, int x, int y, int width, int height, UINT flags);
 // There is nothing to draw: these tell whether there is such a window.
@@ -181,6 +185,21 @@ inline constexpr int VK_SHIFT = 0x10;
 // keyboard here: they are what SetKeyboardState makes them.
 BOOL SetKeyboardState(BYTE* states);
 SHORT GetKeyState(int key);
+
+// What WM_HELP points to.
+inline constexpr int HELPINFO_WINDOW = 1;
+struct HELPINFO {
+    UINT cbSize;
+    int iContextType;
+    int iCtrlId;
+    HANDLE hItemHandle;
+    DWORD_PTR dwContextId;
+    POINT MousePos;
+};
+using LPHELPINFO = HELPINFO*;
+inline constexpr UINT HELP_CONTENTS = 0x0003;
+inline constexpr UINT HELP_CONTEXTPOPUP = 0x0008;
+inline constexpr UINT HELP_WM_HELP = 0x000C;
 
 // Dialogs from extended templates (DIALOGEX). A unit is a quarter of 6 pixels across and an eighth
 // of 13 down where the template names a font, of 7 and 16 where it names none.

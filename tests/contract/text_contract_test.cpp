@@ -38,6 +38,68 @@ TEST(CompareString, RecordedPairs) {
     }
 }
 
+std::string KeyOf(LPCWSTR text) {
+    char key[400] = {};
+    const int size = LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | kFolding, text, -1,
+                                  reinterpret_cast<LPWSTR>(key), sizeof key);
+    EXPECT_LT(1, size);
+    const int cch = *text != 0 ? LengthOf(text) : -1;
+    EXPECT_EQ(size,
+              LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | kFolding, text, cch, nullptr, 0))
+        << "by its length, and without a buffer";
+    return std::string(key, static_cast<std::size_t>(size));
+}
+
+// Two texts have equal keys where they compare as equal, and the lesser one has the lesser key.
+TEST(SortKey, AgreesWithTheComparison) {
+    for (const ComparePair& row : kComparePairs) {
+        const int order = KeyOf(row.a).compare(KeyOf(row.b));
+        const char got = order == 0 ? '2' : order < 0 ? '1' : '3';
+        const int wanted = CompareStringW(LOCALE_USER_DEFAULT, kFolding, row.a, -1, row.b, -1);
+        EXPECT_EQ(DigitOf(wanted), got) << row.label << ": '" << wtext::ToUtf8(row.a) << "' and '"
+                                        << wtext::ToUtf8(row.b) << "'";
+    }
+}
+
+TEST(SortKey, SizesAndRefusals) {
+    char key[100];
+    const auto map = [&](DWORD flags, LPCWSTR text, int cch, int cb) {
+        std::memset(key, 0x55, sizeof key);
+        SetLastError(kPoisonError);
+        return LCMapStringW(LOCALE_USER_DEFAULT, flags, text, cch, reinterpret_cast<LPWSTR>(key),
+                            cb);
+    };
+    constexpr DWORD kKey = LCMAP_SORTKEY | kFolding;
+    const LPCWSTR text = TEXT("Br\u00E4cket \u2460");
+    const int needed = map(kKey, text, -1, 0);
+    ASSERT_LT(1, needed);
+    EXPECT_EQ(needed, map(kKey, text, -1, needed));
+    EXPECT_EQ(0, key[needed - 1]) << "a null at the end";
+    EXPECT_EQ(0x55, key[needed]);
+    EXPECT_EQ(kPoisonError, GetLastError());
+    const struct {
+        const char* label;
+        DWORD flags;
+        LPCWSTR text;
+        int cch;
+        int cb;
+        DWORD error;
+        eGap gap;
+    } kRows[] = {
+        {"one byte too few", kKey, text, -1, needed - 1, ERROR_INSUFFICIENT_BUFFER, eGap::none},
+        {"no text", kKey, nullptr, -1, 100, ERROR_INVALID_PARAMETER, eGap::none},
+        {"nothing of a text", kKey, text, 0, 100, ERROR_INVALID_PARAMETER, eGap::none},
+        {"no such flag", kKey | 0x80000000u, text, -1, 100, ERROR_INVALID_FLAGS, eGap::windows},
+        {"flags that nobody passes", LCMAP_SORTKEY, text, -1, 100, kPoisonError, eGap::native},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.label);
+        const bool fails = map(row.flags, row.text, row.cch, row.cb) == 0;
+        KNOWN_GAP(row.gap, fails == (row.error != kPoisonError) && GetLastError() == row.error)
+            << GetLastError();
+    }
+}
+
 // Every ASCII character against every other: the order of the table, in words as alone.
 TEST(CompareString, AsciiOrderIsTotal) {
     const std::string order =

@@ -56,6 +56,9 @@ protected:
         missing_.push_back(Relative(file) + " -> " + Relative(missing));
     }
     void OnLeftOut(const WCHAR* file, const WCHAR*) override { leftOut_.push_back(Relative(file)); }
+    void OnRow(const MDxFileNameNode& hit) override {
+        shownRows_.push_back(Relative(hit.GetFileName()));
+    }
     void OnPropertiesRead(const WCHAR*, HRESULT status) override { statuses_.push_back(status); }
 
     std::filesystem::path folder_;
@@ -69,6 +72,7 @@ protected:
     std::size_t files_ = 0;
     std::vector<std::string> folders_;
     std::vector<std::string> leftOut_;
+    std::vector<std::string> shownRows_;
     std::vector<std::string> failedReferences_;
     std::vector<std::string> missing_;
     std::vector<HRESULT> statuses_;

@@ -1,5 +1,5 @@
 // Runs the program in the test's own process. It stands in one source of a test program, since the
-// two functions by which a program writes are defined here.
+// functions by which a program writes are defined here.
 #pragma once
 
 #include <string>
@@ -22,6 +22,8 @@ SrfindRun captured;
 void WriteOutput(std::string_view text) {
     captured.out += text;
 }
+
+void FlushOutput() {}
 
 void WriteError(std::string_view text) {
     captured.err += text;

@@ -1,0 +1,40 @@
+// The found dialog: it carries one search, shows its hits and gives back what a person picks. Its
+// record is SRxFoundList, which the dialog frees when its window goes.
+#pragma once
+
+#include "search/found_list.h"
+
+inline constexpr UINT_PTR kFoundTimer = 49650;
+
+// Takes the record over and frees it: at once on the assembly-only route, else with the dialog, or
+// when no dialog can be made. True when a search and its dialog started, for a modal dialog when it
+// ended with OK. The find dialog may be gone when this returns.
+bool StartFoundDialog(SRxFoundList& list, const SRxShellExtParameters& params);
+
+INT_PTR CALLBACK FoundDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// The selected rows as a chain in row order, each node with one reference, in `*out` or, for null,
+// in the place of an earlier chain in the record's slot. False without a selected row, and when the
+// record gives no selection back. Without memory nothing is picked, and the user is told.
+bool CollectSelection(SRxFoundList& list, MDxFileNameNode** out);
+// The full names that the rows own; the rows go with them. Always true.
+bool ReleaseRowStrings(SRxFoundList& list);
+
+// The rows of the list.
+int CountRows(const SRxFoundList& list);
+// Folder and name of a row, whole.
+WText PathOfRow(const SRxFoundList& list, int row);
+
+// The list and the controls around it, before the search. Always true.
+bool SetUpFoundList(SRxFoundList& list);
+// Places the controls in a dialog of this client size, which the next found dialog opens with.
+void LayOutFoundDialog(SRxFoundList& list, int width, int height);
+// Compares two rows by their full names, either may be null: by folder for column 1, else by name.
+// -1, 0 or 1.
+int CALLBACK CompareRows(LPARAM a, LPARAM b, LPARAM column);
+// The client size that the last found dialog reported; -1 before the first.
+extern LONG foundWidth;
+extern LONG foundHeight;
+
+// Writes all rows to a text file that the user names. False when no file was named.
+bool ExportResults(SRxFoundList& list);

@@ -1,0 +1,149 @@
+// The controls of the found dialog: how they are set up, where they lie, and how the rows sort.
+#include <algorithm>
+
+#include "found/found_dialog.h"
+#include "outside/md_window_aids.h"
+#include "platform/native_path.h"
+#include "platform/resource_text.h"
+#include "search/value_comparison.h"
+
+LONG foundWidth = -1;
+LONG foundHeight = -1;
+
+namespace {
+
+constexpr LONG kOffsetFromFindDialog = 50;
+constexpr int kFolderColumn = 1;
+constexpr WPARAM kWholeStatusBar = SBT_NOBORDERS;  // part 0
+constexpr UINT kMoveOnly = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
+
+RECT RectOf(HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return rect;
+}
+
+int WidthOf(const RECT& rect) {
+    return rect.right - rect.left;
+}
+
+int HeightOf(const RECT& rect) {
+    return rect.bottom - rect.top;
+}
+
+void AddColumns(const SRxFoundList& list) {
+    const struct {
+        UINT heading;
+        int width;
+    } kColumns[] = {{STR_COLUMN_NAME, 200}, {STR_COLUMN_FOLDER, 300}};
+    WPARAM at = 0;
+    for (const auto& row : kColumns) {
+        WText heading = ResourceText(list.dialog->resourceInstance, row.heading);
+        LVCOLUMNW column{};
+        column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT;
+        column.fmt = LVCFMT_LEFT;
+        column.cx = row.width;
+        column.pszText = heading.data();
+        SendDlgItemMessageW(list.window, IDC_FOUND_LIST, LVM_INSERTCOLUMNW, at++,
+                            reinterpret_cast<LPARAM>(&column));
+    }
+}
+
+void TakeMeasures(SRxFoundList& list) {
+    const RECT dialog = RectOf(list.window);
+    const RECT save = RectOf(GetDlgItem(list.window, IDC_FOUND_SAVE));
+    const RECT stop = RectOf(GetDlgItem(list.window, IDC_FOUND_STOP));
+    const RECT status = RectOf(list.statusBar);
+    const RECT rows = RectOf(GetDlgItem(list.window, IDC_FOUND_LIST));
+    list.bottomMargin = dialog.bottom - save.bottom;
+    list.rightMargin = dialog.right - save.right;
+    list.buttonGap = save.left - stop.right;
+    list.statusBottomMargin = dialog.bottom - status.bottom;
+    list.statusLeft = status.left - dialog.left;
+    list.listBottomMargin = dialog.bottom - rows.bottom;
+}
+
+int CompareTexts(WTextView a, WTextView b) {
+    return CompareStringW(LOCALE_USER_DEFAULT, kFoldText, a.data(), static_cast<int>(a.size()),
+                          b.data(), static_cast<int>(b.size())) -
+           CSTR_EQUAL;
+}
+
+// The folder of a full name as PathRemoveFileSpecW leaves it, without a copy: a sort of many rows
+// asks for it all the time.
+WTextView FolderIn(WTextView fullName) {
+    const WTextView folder = fullName.substr(0, fullName.size() - FileNameIn(fullName).size());
+    const std::size_t end = folder.find_last_not_of('\\');
+    if (end == WTextView::npos || folder[end] == ':') return folder;
+    return folder.substr(0, end + 1);
+}
+
+}  // namespace
+
+bool SetUpFoundList(SRxFoundList& list) {
+    const HWND window = list.window;
+    MDxCalcSizeDialog(window, true);
+    list.statusBar = GetDlgItem(window, IDC_FOUND_STATUS);
+    const HWND rows = GetDlgItem(window, IDC_FOUND_LIST);
+    SendMessageW(rows, LVM_DELETEALLITEMS, 0, 0);
+    const LONG_PTR style = GetWindowLongPtrW(rows, GWL_STYLE);
+    constexpr LONG_PTR kSingle = LVS_SINGLESEL;
+    SetWindowLongPtrW(rows, GWL_STYLE, list.multiSelect ? style & ~kSingle : style | kSingle);
+    SendMessageW(rows, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
+    AddColumns(list);
+    const WText status =
+        wtext::Format(ResourceText(list.dialog->resourceInstance, STR_SEARCHING_IN), {TEXT("")});
+    SendMessageW(list.statusBar, SB_SETTEXTW, kWholeStatusBar,
+                 reinterpret_cast<LPARAM>(status.c_str()));
+    const HWND stop = GetDlgItem(window, IDC_FOUND_STOP);
+    EnableWindow(stop, TRUE);
+    SendMessageW(window, DM_SETDEFID, IDC_FOUND_STOP, 0);
+    EnableWindow(GetDlgItem(window, IDOK), FALSE);
+    EnableWindow(GetDlgItem(window, IDC_FOUND_SAVE), FALSE);
+    TakeMeasures(list);
+    SetFocus(stop);
+    const RECT find = RectOf(list.dialog->dialogWindow);
+    const UINT noSize = foundWidth == -1 ? SWP_NOSIZE : 0;
+    SetWindowPos(window, nullptr, find.left + kOffsetFromFindDialog,
+                 find.top + kOffsetFromFindDialog, foundWidth, foundHeight,
+                 SWP_NOZORDER | SWP_NOOWNERZORDER | noSize);
+    return true;
+}
+
+void LayOutFoundDialog(SRxFoundList& list, int width, int height) {
+    const HWND save = GetDlgItem(list.window, IDC_FOUND_SAVE);
+    const HWND rows = GetDlgItem(list.window, IDC_FOUND_LIST);
+    const HWND buttons[] = {GetDlgItem(list.window, IDOK), GetDlgItem(list.window, IDC_FOUND_STOP),
+                            save};
+    int x = width - list.rightMargin - 2 * list.buttonGap;
+    for (const HWND button : buttons)
+        x -= WidthOf(RectOf(button));
+    const int y = height - list.bottomMargin - HeightOf(RectOf(save));
+    for (const HWND button : buttons) {
+        SetWindowPos(button, nullptr, x, y, 0, 0, kMoveOnly);
+        x += list.buttonGap + WidthOf(RectOf(button));
+    }
+    const int statusHeight = HeightOf(RectOf(list.statusBar));
+    SetWindowPos(list.statusBar, nullptr, list.statusLeft,
+                 height - list.statusBottomMargin - statusHeight, width, statusHeight,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(rows, nullptr, 0, 0, std::max<int>(width - 2 * list.rightMargin, 0),
+                 std::max<int>(height - list.listBottomMargin, 0),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    InvalidateRect(list.window, nullptr, TRUE);
+    for (const HWND button : buttons)
+        InvalidateRect(button, nullptr, TRUE);
+    InvalidateRect(rows, nullptr, TRUE);
+    UpdateWindow(list.window);
+    foundWidth = width;
+    foundHeight = height;
+}
+
+int CALLBACK CompareRows(LPARAM a, LPARAM b, LPARAM column) {
+    if (a == 0 || b == 0) return 0;
+    const WTextView left = reinterpret_cast<const WCHAR*>(a);
+    const WTextView right = reinterpret_cast<const WCHAR*>(b);
+    if (column != kFolderColumn) return CompareTexts(FileNameIn(left), FileNameIn(right));
+    const int order = CompareTexts(FolderIn(left), FolderIn(right));
+    return order != 0 ? order : CompareTexts(left, right);
+}

@@ -1,0 +1,38 @@
+#include "search/found_row_index.h"
+
+#include "search/value_comparison.h"
+
+namespace {
+
+// Equal for texts that compare as equal. Where the system has no key the text itself must do.
+std::string KeyOf(const WCHAR* text) {
+    constexpr int kUsual = 1024;
+    const auto map = [text](std::string& key) {
+        return LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | kFoldText, text, -1,
+                            reinterpret_cast<LPWSTR>(key.data()), static_cast<int>(key.size()));
+    };
+    std::string key(kUsual, 0);
+    int size = map(key);
+    if (size == 0) {
+        key.clear();
+        key.resize(static_cast<std::size_t>(map(key)));
+        size = key.empty() ? 0 : map(key);
+    }
+    key.resize(static_cast<std::size_t>(size));
+    return key.empty() ? wtext::ToUtf8(text) : key;
+}
+
+}  // namespace
+
+const WCHAR** FoundRowIndex::PlaceOf(const WCHAR* folder, const WCHAR* name) {
+    if (folderMark_.empty() || folder_ != folder) {
+        const auto count = static_cast<unsigned>(folders_.size());
+        folderMark_ = std::to_string(folders_.try_emplace(KeyOf(folder), count).first->second);
+        folder_ = folder;
+    }
+    // No key holds a null before its end.
+    std::string key = KeyOf(name);
+    key += '\0';
+    key += folderMark_;
+    return &rows_.try_emplace(std::move(key), nullptr).first->second;
+}
