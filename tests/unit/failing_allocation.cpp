@@ -14,6 +14,9 @@ void* operator new(std::size_t size) {
     if (void* block = std::malloc(size != 0 ? size : 1)) return block;
     throw std::bad_alloc();
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return std::malloc(size != 0 ? size : 1);
+}
 void operator delete(void* block) noexcept {
     std::free(block);
 }
