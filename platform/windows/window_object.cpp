@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "platform/live_windows.h"
+
 namespace platform {
 
 namespace {
@@ -170,4 +172,8 @@ BOOL DestroyWindow(HWND window) {
 
 BOOL IsWindow(HWND window) {
     return platform::FindWindowObject(window) != nullptr;
+}
+
+int CountLiveWindows() {
+    return static_cast<int>(platform::Windows().size());
 }

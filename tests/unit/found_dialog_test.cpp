@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "platform/live_windows.h"
 #include "platform/native_layer.h"
 #include "search/found_rows.h"
 #include "tests/unit/failing_allocation.h"
@@ -555,6 +556,41 @@ TEST_F(FoundDialog, WithoutMemoryNothingIsPicked) {
                         }}));
     EXPECT_EQ(0u, failingSize) << "the allocation came";
     EXPECT_EQ(nullptr, slot_);
+}
+
+// Whatever way they end; the sanitized build looks for rows and records as well.
+TEST_F(FoundDialog, NothingIsLeftOfManySearches) {
+    const std::function<void()> ends[] = {
+        [this] {
+            Select({0});
+            Press(IDOK);
+        },
+        [this] {
+            DoubleClick(0);
+            if (!dialog_.IsModal()) Close();
+        },
+        [this] { Close(); },
+        [this] { PostMessageW(Found(), WM_COMMAND, IDCANCEL, 0); },
+    };
+    constexpr int kWarm = 20;
+    int windows = 0;
+    for (int i = 0; i < 200; ++i) {
+        dialog_.SetModal(i % 2 == 0);
+        acted_ = false;
+        shownRows_.clear();
+        onFile_ = nullptr;
+        if (i % 5 == 4) {
+            InMidSearch([](SRxFoundList& list) { PostMessageW(list.window, WM_CLOSE, 0, 0); });
+        }
+        Search({ends[i / 2 % 4]});
+        MSG message;
+        while (Found() != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0)
+            DispatchMessageW(&message);
+        ASSERT_EQ(objectsBefore_, objectCount) << "search " << i;
+        if (i == kWarm) windows = CountLiveWindows();
+    }
+    EXPECT_LT(0, windows);
+    EXPECT_EQ(windows, CountLiveWindows());
 }
 
 TEST_F(FoundDialog, BeforeASearch) {
