@@ -39,10 +39,10 @@ protected:
         std::filesystem::remove_all("directory_list");
     }
     bool Fill(const WText& path, UINT types = kFoldersAndDrives) {
-        WCHAR spec[1024] = {};
-        path.copy(spec, 1023);
-        const bool filled = DlgDirListComboBoxW(dialog_, spec, kBox, kPath, types) != FALSE;
-        left_ = spec;
+        WCHAR asked[1024] = {};
+        path.copy(asked, 1023);
+        const bool filled = DlgDirListComboBoxW(dialog_, asked, kBox, kPath, types) != FALSE;
+        left_ = asked;
         return filled;
     }
     // The entries up to the drives, which differ from machine to machine.
@@ -100,9 +100,9 @@ TEST_F(DirectoryLists, Root) {
 
 // The box may be the one that shows the path, too.
 TEST_F(DirectoryLists, PathInTheBoxItself) {
-    WCHAR spec[1024] = {};
-    top_.copy(spec, 1023);
-    EXPECT_TRUE(DlgDirListComboBoxW(dialog_, spec, kBox, kBox, kFoldersAndDrives));
+    WCHAR asked[1024] = {};
+    top_.copy(asked, 1023);
+    EXPECT_TRUE(DlgDirListComboBoxW(dialog_, asked, kBox, kBox, kFoldersAndDrives));
     EXPECT_NE(0, Send(kBox, CB_GETCOUNT));
     WCHAR text[1024] = {};
     GetDlgItemTextW(dialog_, kBox, text, 1024);
