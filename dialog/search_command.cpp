@@ -87,7 +87,13 @@ bool StartFoundDialog(SRxFoundList& list, const SRxShellExtParameters& params) {
     SRxFindDialog& dialog = *list.dialog;
     list.params = params;
     if (dialog.SearchOnlyAssem()) {
-        RunSearch(list);
+        try {
+            RunSearch(list);
+        } catch (const std::bad_alloc&) {
+            dialog.SearchComplete(false);
+            DisplayMessageId(dialog.resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
+                             kHelpFoundList, dialog.dialogWindow);
+        }
         return true;
     }
     return dialog.IsModal() ? StartModal(std::move(record), dialog)

@@ -6,19 +6,15 @@ namespace {
 
 // Equal for texts that compare as equal. Where the system has no key the text itself must do.
 std::string KeyOf(const WCHAR* text) {
-    constexpr int kUsual = 1024;
-    const auto map = [text](std::string& key) {
-        return LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | kFoldText, text, -1,
-                            reinterpret_cast<LPWSTR>(key.data()), static_cast<int>(key.size()));
+    const auto map = [text](char* key, std::size_t size) {
+        return static_cast<std::size_t>(LCMapStringW(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | kFoldText,
+                                                     text, -1, reinterpret_cast<LPWSTR>(key),
+                                                     static_cast<int>(size)));
     };
-    std::string key(kUsual, 0);
-    int size = map(key);
-    if (size == 0) {
-        key.clear();
-        key.resize(static_cast<std::size_t>(map(key)));
-        size = key.empty() ? 0 : map(key);
-    }
-    key.resize(static_cast<std::size_t>(size));
+    char usual[1024];
+    if (const std::size_t size = map(usual, sizeof(usual)); size != 0) return {usual, size};
+    std::string key(map(nullptr, 0), 0);
+    key.resize(key.empty() ? 0 : map(key.data(), key.size()));
     return key.empty() ? wtext::ToUtf8(text) : key;
 }
 
