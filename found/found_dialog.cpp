@@ -20,12 +20,6 @@ constexpr INT_PTR kPicked = 1;
 constexpr INT_PTR kCancelled = 2;
 constexpr UINT kFoundTimerMs = 10;
 
-LRESULT SendToList(const SRxFoundList& list, UINT message, WPARAM wParam = 0,
-                   const void* lParam = nullptr) {
-    return SendDlgItemMessageW(list.window, IDC_FOUND_LIST, message, wParam,
-                               reinterpret_cast<LPARAM>(lParam));
-}
-
 WText TextOfRow(const SRxFoundList& list, int row, int column) {
     constexpr std::size_t kLongest = 0x10000;
     for (std::size_t size = 512;; size *= 2) {
@@ -36,7 +30,7 @@ WText TextOfRow(const SRxFoundList& list, int row, int column) {
         item.iSubItem = column;
         item.pszText = text.data();
         item.cchTextMax = static_cast<int>(size);
-        if (!SendToList(list, LVM_GETITEMW, 0, &item)) return {};
+        if (!SendToFoundList(list, LVM_GETITEMW, 0, &item)) return {};
         text = WText(item.pszText);
         // One that fills the buffer may have been cut.
         if (text.size() + 1 < size || size >= kLongest) return text;
@@ -280,7 +274,7 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 }  // namespace
 
 int CountRows(const SRxFoundList& list) {
-    return static_cast<int>(SendToList(list, LVM_GETITEMCOUNT));
+    return static_cast<int>(SendToFoundList(list, LVM_GETITEMCOUNT));
 }
 
 WText PathOfRow(const SRxFoundList& list, int row) {
@@ -309,12 +303,12 @@ bool ReleaseRowStrings(SRxFoundList& list) {
         LVITEMW item{};
         item.mask = LVIF_PARAM;
         item.iItem = row;
-        if (SendToList(list, LVM_GETITEMW, 0, &item)) {
+        if (SendToFoundList(list, LVM_GETITEMW, 0, &item)) {
             std::free(reinterpret_cast<WCHAR*>(item.lParam));
         }
     }
     // A row without its name can't be sorted any more.
-    SendToList(list, LVM_DELETEALLITEMS);
+    SendToFoundList(list, LVM_DELETEALLITEMS);
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include "outside/md_window_aids.h"
 #include "platform/native_path.h"
 #include "platform/resource_text.h"
+#include "search/found_rows.h"
 #include "search/value_comparison.h"
 
 LONG foundWidth = -1;
@@ -14,7 +15,6 @@ namespace {
 
 constexpr LONG kOffsetFromFindDialog = 50;
 constexpr int kFolderColumn = 1;
-constexpr WPARAM kWholeStatusBar = SBT_NOBORDERS;  // part 0
 constexpr UINT kMoveOnly = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
 
 RECT RectOf(HWND window) {
@@ -44,8 +44,7 @@ void AddColumns(const SRxFoundList& list) {
         column.fmt = LVCFMT_LEFT;
         column.cx = row.width;
         column.pszText = heading.data();
-        SendDlgItemMessageW(list.window, IDC_FOUND_LIST, LVM_INSERTCOLUMNW, at++,
-                            reinterpret_cast<LPARAM>(&column));
+        SendToFoundList(list, LVM_INSERTCOLUMNW, at++, &column);
     }
 }
 
@@ -91,10 +90,7 @@ bool SetUpFoundList(SRxFoundList& list) {
     SetWindowLongPtrW(rows, GWL_STYLE, list.multiSelect ? style & ~kSingle : style | kSingle);
     SendMessageW(rows, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
     AddColumns(list);
-    const WText status =
-        wtext::Format(ResourceText(list.dialog->resourceInstance, STR_SEARCHING_IN), {TEXT("")});
-    SendMessageW(list.statusBar, SB_SETTEXTW, kWholeStatusBar,
-                 reinterpret_cast<LPARAM>(status.c_str()));
+    ShowSearchedPath(list, TEXT(""));
     const HWND stop = GetDlgItem(window, IDC_FOUND_STOP);
     EnableWindow(stop, TRUE);
     SendMessageW(window, DM_SETDEFID, IDC_FOUND_STOP, 0);

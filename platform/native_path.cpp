@@ -10,6 +10,12 @@ WText FullWidePath(const WText& path) {
     return full;
 }
 
+WText CurrentWideFolder() {
+    WText path(GetCurrentDirectoryW(0, nullptr), 0);
+    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));
+    return path;
+}
+
 WTextView FileNameIn(WTextView path) {
     using platform::IsSeparator;
     for (std::size_t at = path.size(); at-- > 1;) {

@@ -19,6 +19,8 @@ NativePath NativePathFromWide(WTextView path);
 // The absolute path, its dot names resolved, of a path in the form of Windows. Empty when there is
 // none.
 WText FullWidePath(const WText& path);
+// The folder that the process is in, in the form of Windows; empty when it is gone.
+WText CurrentWideFolder();
 // The absolute path in the form of Windows, from one as a person types it. Empty when there is
 // none.
 WText AbsoluteWidePath(const NativePath& path);

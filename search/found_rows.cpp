@@ -26,11 +26,6 @@ void SetStatus(const SRxFoundList& list, const WText& text) {
                  reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-LRESULT SendToList(const SRxFoundList& list, UINT message, WPARAM wParam, const void* lParam) {
-    return SendDlgItemMessageW(list.window, IDC_FOUND_LIST, message, wParam,
-                               reinterpret_cast<LPARAM>(lParam));
-}
-
 // Where letters' case tells files apart, a row can stand for another file than the one at hand.
 void TellLeftOut(const SRxFoundList& list, const WCHAR* shown, const WCHAR* fullName) {
     if (list.dialog->observer != nullptr && wtext::Compare(shown, fullName) != 0) {
@@ -40,7 +35,7 @@ void TellLeftOut(const SRxFoundList& list, const WCHAR* shown, const WCHAR* full
 
 // A list that paints itself anew with each row would take most of the search's time.
 void HoldRedraw(SRxFoundList& list, bool hold) {
-    SendToList(list, WM_SETREDRAW, hold ? FALSE : TRUE, nullptr);
+    SendToFoundList(list, WM_SETREDRAW, hold ? FALSE : TRUE);
     if (hold || !std::exchange(list.rowsUnseen, false)) return;
     InvalidateRect(GetDlgItem(list.window, IDC_FOUND_LIST), nullptr, TRUE);
 }
@@ -70,13 +65,22 @@ void PumpMessages(SRxFoundList& list) {
 
 }  // namespace
 
+LRESULT SendToFoundList(const SRxFoundList& list, UINT message, WPARAM wParam, const void* lParam) {
+    return SendDlgItemMessageW(list.window, IDC_FOUND_LIST, message, wParam,
+                               reinterpret_cast<LPARAM>(lParam));
+}
+
+void ShowSearchedPath(const SRxFoundList& list, const WCHAR* path) {
+    SetStatus(list, wtext::Format(TextOf(list, STR_SEARCHING_IN), {path}));
+}
+
 bool ShowProgress(SRxFoundList& list, const WCHAR* path) {
     constexpr UINT kPaintNow = RDW_INTERNALPAINT | RDW_UPDATENOW;
     if (list.statusBar == nullptr) return !list.stopRequested;
     // The text of a folder stays the same for all its files.
     if (list.shownPath != path) {
         list.shownPath = path;
-        SetStatus(list, wtext::Format(TextOf(list, STR_SEARCHING_IN), {path}));
+        ShowSearchedPath(list, path);
         RedrawWindow(list.statusBar, nullptr, nullptr, kPaintNow);
     }
     if (++list.pumpCounter > kTextsBetweenPumps) {
@@ -110,7 +114,7 @@ void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
     item.iItem = insertIndex;
     item.pszText = const_cast<WCHAR*>(name);
     item.lParam = reinterpret_cast<LPARAM>(fullName);
-    const LRESULT row = SendToList(list, LVM_INSERTITEMW, 0, &item);
+    const LRESULT row = SendToFoundList(list, LVM_INSERTITEMW, 0, &item);
     if (row < 0) {
         std::free(fullName);
         return;
@@ -119,7 +123,7 @@ void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
     LVITEMW folderItem{};
     folderItem.iSubItem = 1;
     folderItem.pszText = const_cast<WCHAR*>(folder);
-    SendToList(list, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), &folderItem);
+    SendToFoundList(list, LVM_SETITEMTEXTW, static_cast<WPARAM>(row), &folderItem);
     insertIndex = static_cast<int>(row) + 1;
     list.rowsUnseen = true;
     if (insertIndex == 1) ShowFirstRow(list);
@@ -128,7 +132,7 @@ void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
 
 void CloseFoundSearch(SRxFoundList& list) {
     HoldRedraw(list, false);
-    const LRESULT count = SendToList(list, LVM_GETITEMCOUNT, 0, nullptr);
+    const LRESULT count = SendToFoundList(list, LVM_GETITEMCOUNT);
     WText head;
     WText tail;
     if (count < 1) {

@@ -8,6 +8,12 @@
 void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
                  const MDxFileNameNode& node, int& insertIndex);
 
+// A message to the list of hits; 0 when it isn't there any more.
+LRESULT SendToFoundList(const SRxFoundList& list, UINT message, WPARAM wParam = 0,
+                        const void* lParam = nullptr);
+// The status bar says that `path` is searched; may be empty.
+void ShowSearchedPath(const SRxFoundList& list, const WCHAR* path);
+
 // The list is painted only between whiles, until the search is closed.
 void OpenFoundSearch(SRxFoundList& list);
 

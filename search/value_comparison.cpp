@@ -30,28 +30,32 @@ struct UnitRange {
 // Characters that no comparison takes for ASCII, whatever stands beside them: accents count, and
 // these are no wide forms and stand for no two letters, as the sharp s and thorn do.
 constexpr UnitRange kForeign[] = {
+    // Copyright and registered signs.
     {0x00A9, 0x00A9},
-    {0x00AE, 0x00AE},  // copyright, registered
+    {0x00AE, 0x00AE},
+    // Latin letters with accents.
     {0x00C0, 0x00C5},
     {0x00C7, 0x00CF},
-    {0x00D1, 0x00D6},  // Latin with accents
+    {0x00D1, 0x00D6},
     {0x00D8, 0x00DD},
     {0x00E0, 0x00E5},
     {0x00E7, 0x00EF},
     {0x00F1, 0x00F6},
     {0x00F8, 0x00FD},
     {0x00FF, 0x00FF},
+    // Greek, Cyrillic, Hebrew.
     {0x03B1, 0x03C9},
     {0x0400, 0x045F},
-    {0x05D0, 0x05EA},  // Greek, Cyrillic,
-                       // Hebrew
+    {0x05D0, 0x05EA},
+    // Dashes and quotation marks.
     {0x2013, 0x2014},
     {0x2018, 0x2019},
-    {0x201C, 0x201E},  // dashes, quotation marks
+    {0x201C, 0x201E},
+    // Kana, ideographs, Hangul.
     {0x3041, 0x3096},
     {0x30A1, 0x30FA},
-    {0x4E00, 0x9FA5},  // kana, ideographs
-    {0xAC00, 0xD7A3},  // Hangul
+    {0x4E00, 0x9FA5},
+    {0xAC00, 0xD7A3},
 };
 
 bool IsForeign(WCHAR unit) {

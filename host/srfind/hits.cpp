@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "dialog/criteria_node.h"
+#include "found/found_dialog.h"
 #include "host/srfind/json.h"
 #include "platform/native_path.h"
-#include "search/value_comparison.h"
 
 namespace {
 
@@ -50,12 +50,6 @@ constexpr const char* kTests[] = {
 };
 static_assert(std::size(kTests) == static_cast<std::size_t>(eCritTest::FasSketchParamName) + 1);
 
-int CompareTexts(WTextView a, WTextView b) {
-    return CompareStringW(LOCALE_USER_DEFAULT, kFoldText, a.data(), static_cast<int>(a.size()),
-                          b.data(), static_cast<int>(b.size())) -
-           CSTR_EQUAL;
-}
-
 std::vector<MDxCritNode>& RecordsOf(const MDxFileNameNode* hit) {
     return const_cast<MDxFileNameNode*>(hit)->GetOccCritList();
 }
@@ -97,25 +91,15 @@ std::string RecordsLines(const MDxFileNameNode* hit) {
 }  // namespace
 
 void SortHits(std::vector<const MDxFileNameNode*>& hits, eSort sort) {
-    struct Parts {
-        WTextView folder;
-        WTextView name;
-    };
-    const auto split = [](const MDxFileNameNode* node) {
-        const WCHAR* path = node->GetFileName();
-        const WCHAR* name = PathFindFileNameW(path);
-        return Parts{WTextView(path, static_cast<std::size_t>(name - path)), name};
-    };
     if (sort == eSort::None) return;
+    // As a click on the heading of the list would.
+    const LPARAM column = sort == eSort::ByFolder ? 1 : 0;
+    const auto row = [](const MDxFileNameNode* hit) {
+        return reinterpret_cast<LPARAM>(hit->GetFileName());
+    };
     std::stable_sort(hits.begin(), hits.end(),
                      [&](const MDxFileNameNode* a, const MDxFileNameNode* b) {
-                         const Parts partsA = split(a);
-                         const Parts partsB = split(b);
-                         if (sort == eSort::ByFolder) {
-                             const int order = CompareTexts(partsA.folder, partsB.folder);
-                             if (order != 0) return order < 0;
-                         }
-                         return CompareTexts(partsA.name, partsB.name) < 0;
+                         return CompareRows(row(a), row(b), column) < 0;
                      });
 }
 

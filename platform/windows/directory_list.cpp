@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "platform/files/directory_listing.h"
+#include "platform/native_path.h"
 #include "platform/windows/window_object.h"
 
 namespace {
@@ -10,12 +11,6 @@ namespace {
 constexpr UINT kFoldersAndDrives = DDL_DIRECTORY | DDL_DRIVES | DDL_EXCLUSIVE;
 // The one drive that there is: the root of the file system.
 constexpr const WCHAR* kDrive = TEXT("[-z-]");
-
-WText CurrentFolder() {
-    WText path(GetCurrentDirectoryW(0, nullptr), 0);
-    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));
-    return path;
-}
 
 bool IsRoot(const WText& path) {
     return !path.empty() && path.back() == '\\';
@@ -53,7 +48,7 @@ int DlgDirListComboBoxW(HWND dialog, LPWSTR pathSpec, int comboId, int pathId, U
     SendMessageW(combo, CB_RESETCONTENT, 0, 0);
     // A file name, or a pattern, in the place of a folder is no folder.
     if (pathSpec != nullptr && *pathSpec != 0 && !SetCurrentDirectoryW(pathSpec)) return FALSE;
-    const WText folder = CurrentFolder();
+    const WText folder = CurrentWideFolder();
     const auto add = [combo](const WText& text) {
         SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
     };

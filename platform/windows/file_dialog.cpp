@@ -1,5 +1,6 @@
 // Native build: the dialog for a file to open or to save. A window with the caller's hook within
 // stands while the desk is asked; every check of an answer is made that the flags call for.
+#include "platform/native_path.h"
 #include "platform/windows/common_dialogs_api.h"
 #include "platform/windows/desk_native.h"
 #include "platform/windows/dialog.h"
@@ -43,12 +44,6 @@ WText FilterNames(LPCWSTR filter) {
         filter = pattern.data() + pattern.size() + 1;
     }
     return names;
-}
-
-WText CurrentFolder() {
-    WText path(GetCurrentDirectoryW(0, nullptr), 0);
-    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));
-    return path;
 }
 
 WText FolderOf(WText path) {
@@ -95,7 +90,8 @@ FileDialog::FileDialog(OPENFILENAMEW& request, bool saving)
              : saving                      ? TEXT("Save As")
                                            : TEXT("Open");
     const LPCWSTR initial = request.lpstrInitialDir;
-    folder_ = initial != nullptr && PathIsDirectoryW(initial) ? WText(initial) : CurrentFolder();
+    folder_ =
+        initial != nullptr && PathIsDirectoryW(initial) ? WText(initial) : CurrentWideFolder();
     const auto window = std::make_shared<Dialog>(AnswerNothing, true);
     EnterTree(window, {TEXT(""), title_.c_str(), WS_POPUP | WS_CAPTION | WS_VISIBLE, 0, 0, 500, 300,
                        request.hwndOwner, 0});
