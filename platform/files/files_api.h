@@ -24,7 +24,6 @@ DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart)
 LPWSTR PathFindFileNameW(LPCWSTR path);
 // The last point of the last component, or the end of the text.
 LPWSTR PathFindExtensionW(LPCWSTR path);
-void PathRemoveExtensionW(LPWSTR path);
 // Cuts the last component in place; true when something was cut.
 BOOL PathRemoveFileSpecW(LPWSTR path);
 BOOL PathFileExistsW(LPCWSTR path);

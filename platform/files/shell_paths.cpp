@@ -17,10 +17,6 @@ LPWSTR PathFindExtensionW(LPCWSTR path) {
     return const_cast<LPWSTR>(end);
 }
 
-void PathRemoveExtensionW(LPWSTR path) {
-    if (path != nullptr) *PathFindExtensionW(path) = 0;
-}
-
 BOOL PathRemoveFileSpecW(LPWSTR path) {
     if (path == nullptr) return FALSE;
     // The root stays: one or two leading separators, or a drive with its separator.

@@ -254,18 +254,6 @@ LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const
         registry.ChangeValue(*open, {eRegistryChange::setValue, open->path, std::move(value)}));
 }
 
-LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name) {
-    if (key == HKEY_LOCAL_MACHINE) return ERROR_FILE_NOT_FOUND;
-    Registry& registry = TheRegistry();
-    const std::lock_guard lock(registry.mutex());
-    OpenKey* open = nullptr;
-    if (const DWORD error = registry.Use(key, KEY_SET_VALUE, open)) return Status(error);
-    const RegistryKey& node = *registry.Key(open->path);
-    if (node.values.count(FoldName(NameOf(name))) == 0) return ERROR_FILE_NOT_FOUND;
-    return Status(registry.ChangeValue(
-        *open, {eRegistryChange::deleteValue, open->path, {WText(NameOf(name)), 0, {}}}));
-}
-
 LSTATUS RegDeleteKeyW(HKEY key, LPCWSTR path) {
     if (path == nullptr) return ERROR_INVALID_PARAMETER;
     if (key == HKEY_LOCAL_MACHINE) return ERROR_FILE_NOT_FOUND;

@@ -40,7 +40,6 @@ LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, DWORD* reserved, DWORD* type, B
                          DWORD* cb);
 LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data,
                        DWORD cb);
-LSTATUS RegDeleteValueW(HKEY key, LPCWSTR name);
 // Refuses a key with subkeys (ERROR_ACCESS_DENIED).
 LSTATUS RegDeleteKeyW(HKEY key, LPCWSTR path);
 // Removes the key `path` and all below it.

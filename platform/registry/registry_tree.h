@@ -23,12 +23,12 @@ struct RegistryKey {
 // The names of the keys from below HKEY_CURRENT_USER down; none for that key itself.
 using RegistryPath = std::vector<WText>;
 
-enum class eRegistryChange { createKey, deleteKey, clearKey, setValue, deleteValue };
+enum class eRegistryChange { createKey, deleteKey, clearKey, setValue };
 
 struct RegistryChange {
     eRegistryChange kind;
     RegistryPath path;
-    RegistryValue value = {};  // for setValue; deleteValue looks at the name alone
+    RegistryValue value = {};  // for setValue
 };
 
 inline constexpr std::size_t kMostKeyUnits = 255;

@@ -50,3 +50,8 @@ inline bool IsSystemTime(const SYSTEMTIME& time) {
 inline std::int64_t SecondsOfDay(const SYSTEMTIME& time) {
     return (time.wHour * 60 + time.wMinute) * 60 + time.wSecond;
 }
+
+// Days since 1899-12-30 with the time of day as the fraction; two digits of a year are a year of
+// this or the last century, and a day outside its month runs over. False for a date that such a
+// number can't hold.
+bool VariantTimeOf(const SYSTEMTIME& time, double& result);

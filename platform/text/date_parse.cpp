@@ -75,7 +75,7 @@ public:
         moment.wHour = time_.wHour;
         moment.wMinute = time_.wMinute;
         moment.wSecond = time_.wSecond;
-        return SystemTimeToVariantTime(&moment, &date) != FALSE;
+        return VariantTimeOf(moment, date);
     }
 
 private:

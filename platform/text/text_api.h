@@ -50,17 +50,14 @@ int GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCWSTR for
                    int cchBuffer);
 
 void GetLocalTime(SYSTEMTIME* now);
-void GetSystemTime(SYSTEMTIME* now);
 BOOL SystemTimeToFileTime(const SYSTEMTIME* time, FILETIME* result);
 BOOL FileTimeToSystemTime(const FILETIME* time, SYSTEMTIME* result);
-LONG CompareFileTime(const FILETIME* a, const FILETIME* b);
 // With a null zone: the process's zone (TZ), by the rule that held at that moment.
 struct TIME_ZONE_INFORMATION;
 BOOL SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* utc,
                                      SYSTEMTIME* local);
 
 // Days since 1899-12-30; the fraction is the time of day.
-INT SystemTimeToVariantTime(SYSTEMTIME* time, DATE* result);
 INT VariantTimeToSystemTime(DATE date, SYSTEMTIME* result);
 
 // The user's name; *cch is the buffer's size in units and becomes the units of the name with its

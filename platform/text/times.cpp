@@ -45,14 +45,6 @@ BOOL FailWith(DWORD error) {
 
 }  // namespace
 
-void GetSystemTime(SYSTEMTIME* now) {
-    struct timespec moment = {};
-    struct tm parts = {};
-    clock_gettime(CLOCK_REALTIME, &moment);
-    gmtime_r(&moment.tv_sec, &parts);
-    *now = FromBrokenDown(parts, static_cast<WORD>(moment.tv_nsec / 1'000'000));
-}
-
 void GetLocalTime(SYSTEMTIME* now) {
     struct timespec moment = {};
     struct tm parts = {};
@@ -83,14 +75,6 @@ BOOL FileTimeToSystemTime(const FILETIME* time, SYSTEMTIME* result) {
     return TRUE;
 }
 
-LONG CompareFileTime(const FILETIME* a, const FILETIME* b) {
-    if (a->dwHighDateTime != b->dwHighDateTime) {
-        return a->dwHighDateTime < b->dwHighDateTime ? -1 : 1;
-    }
-    if (a->dwLowDateTime != b->dwLowDateTime) return a->dwLowDateTime < b->dwLowDateTime ? -1 : 1;
-    return 0;
-}
-
 BOOL SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* utc,
                                      SYSTEMTIME* local) {
     if (zone != nullptr) return FailWith(ERROR_NOT_SUPPORTED);
@@ -106,27 +90,27 @@ BOOL SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* zone, const SY
     return TRUE;
 }
 
-INT SystemTimeToVariantTime(SYSTEMTIME* time, DATE* result) {
-    if (time->wMonth > 12 || time->wDay > 31 || time->wYear > 9999) return FALSE;
-    int year = time->wYear;
+bool VariantTimeOf(const SYSTEMTIME& time, double& result) {
+    if (time.wMonth > 12 || time.wDay > 31 || time.wYear > 9999) return false;
+    int year = time.wYear;
     if (year < kFirstYearOfLastCentury) {
         year += 2000;
     } else if (year < 100) {
         year += 1900;
     }
     // A month 0 and a day outside its month run over, as on Windows.
-    const int month = time->wMonth == 0 ? 12 : time->wMonth;
-    if (time->wMonth == 0) --year;
-    const std::int64_t seconds = SecondsOfDay(*time);
+    const int month = time.wMonth == 0 ? 12 : time.wMonth;
+    if (time.wMonth == 0) --year;
+    const std::int64_t seconds = SecondsOfDay(time);
     const std::int64_t days =
-        DaysFromDate(year, month, time->wDay) + kDaysFrom1899To1970 + seconds / kSecondsPerDay;
+        DaysFromDate(year, month, time.wDay) + kDaysFrom1899To1970 + seconds / kSecondsPerDay;
     const double fraction =
         static_cast<double>(seconds % kSecondsPerDay) / static_cast<double>(kSecondsPerDay);
     // The fraction counts away from zero: noon of the day before day 0 is -1.5.
     const double date = static_cast<double>(days) + (days < 0 ? -fraction : fraction);
-    if (date <= kFirstVariantDay - 1 || date >= kLastVariantDay + 1) return FALSE;
-    *result = date;
-    return TRUE;
+    if (date <= kFirstVariantDay - 1 || date >= kLastVariantDay + 1) return false;
+    result = date;
+    return true;
 }
 
 INT VariantTimeToSystemTime(DATE date, SYSTEMTIME* result) {

@@ -231,13 +231,9 @@ TEST(Paths, NameAndExtension) {
         SCOPED_TRACE(wtext::ToUtf8(row.path));
         EXPECT_EQ(row.nameAt, PathFindFileNameW(row.path) - row.path);
         EXPECT_EQ(row.extensionAt, PathFindExtensionW(row.path) - row.path);
-        WText cut = row.path;
-        PathRemoveExtensionW(cut.data());
-        EXPECT_EQ(WText(row.path, static_cast<std::size_t>(row.extensionAt)), cut.c_str());
     }
     EXPECT_EQ(nullptr, PathFindFileNameW(nullptr));
     EXPECT_EQ(nullptr, PathFindExtensionW(nullptr));
-    PathRemoveExtensionW(nullptr);
 }
 
 TEST(Paths, RemoveFileSpec) {
@@ -279,9 +275,8 @@ TEST(Modules, FileName) {
     WText path(1024, 0);
     path.resize(GetModuleFileNameW(nullptr, path.data(), 1024));
     EXPECT_EQ(TEXT("Z:\\"), path.substr(0, 3));
-    WText name = PathFindFileNameW(path.c_str());
-    PathRemoveExtensionW(name.data());
-    EXPECT_STREQ("files_contract_test", wtext::ToUtf8(name.c_str()).c_str());
+    const std::string name = wtext::ToUtf8(PathFindFileNameW(path.c_str()));
+    EXPECT_EQ(0u, name.find("files_contract_test"));
 
     const auto units = static_cast<DWORD>(path.size());
     for (const DWORD cch : {DWORD{0}, DWORD{1}, units, units + 1, units + 2}) {

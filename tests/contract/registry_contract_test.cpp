@@ -39,7 +39,7 @@ protected:
     static long long UniqueNumber() {
         SYSTEMTIME now = {};
         FILETIME moment = {};
-        GetSystemTime(&now);
+        GetLocalTime(&now);
         EXPECT_TRUE(SystemTimeToFileTime(&now, &moment));
         return moment.dwLowDateTime;
     }
@@ -252,9 +252,6 @@ TEST_F(RegistryContract, QuerySizes) {
     EXPECT_EQ(kPoisonError, cb);
     EXPECT_EQ(kPoisonError, type);
     EXPECT_EQ(ERROR_NOACCESS, RegSetValueExW(key_, TEXT("s"), 0, REG_BINARY, nullptr, 4));
-    EXPECT_EQ(ERROR_SUCCESS, RegDeleteValueW(key_, TEXT("S")));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegDeleteValueW(key_, TEXT("s")));
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegDeleteValueW(key_, nullptr));
     EXPECT_EQ(ERROR_SUCCESS, SetNumber(key_, WText(16383, 'v').c_str()));
     EXPECT_EQ(ERROR_INVALID_PARAMETER, SetNumber(key_, WText(16384, 'v').c_str()));
 }
@@ -291,7 +288,6 @@ TEST_F(RegistryContract, AccessIsKeptTo) {
         EXPECT_EQ(status(row.query), Query(key, TEXT("n")));
         EXPECT_EQ(status(row.enumerate), Enumerate(key));
         EXPECT_EQ(status(row.set), SetNumber(key, TEXT("n")));
-        EXPECT_EQ(status(row.set), RegDeleteValueW(key, TEXT("n")));
         KNOWN_GAP(row.createGap, Create(key, TEXT("new"), made) == status(row.create));
         if (made != nullptr) {
             EXPECT_EQ(ERROR_SUCCESS, RegCloseKey(made));
@@ -411,7 +407,6 @@ TEST_F(RegistryContract, DeletedKeysSayThatTheyAre) {
     for (const HKEY gone : {key, sub}) {
         EXPECT_EQ(ERROR_KEY_DELETED, Query(gone, TEXT("n")));
         EXPECT_EQ(ERROR_KEY_DELETED, SetNumber(gone, TEXT("n")));
-        EXPECT_EQ(ERROR_KEY_DELETED, RegDeleteValueW(gone, TEXT("n")));
         EXPECT_EQ(ERROR_KEY_DELETED, Enumerate(gone));
         EXPECT_EQ(ERROR_KEY_DELETED, Create(gone, TEXT("x"), other));
         EXPECT_EQ(ERROR_KEY_DELETED, RegOpenKeyExW(gone, TEXT("x"), 0, KEY_READ, &other));

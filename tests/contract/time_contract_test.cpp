@@ -100,40 +100,6 @@ TEST(SystemTime, RefusesWhatIsNoTime) {
     }
 }
 
-TEST(SystemTime, CompareFileTimeIsUnsigned) {
-    const std::uint64_t ascending[] = {
-        0, 1, 0xFFFFFFFFu, 0x100000000u, 0x7FFFFFFF00000000u, 0x8000000000000000u};
-    for (std::size_t i = 0; i < std::size(ascending); ++i) {
-        for (std::size_t j = 0; j < std::size(ascending); ++j) {
-            const FILETIME a = FileTime(ascending[i]);
-            const FILETIME b = FileTime(ascending[j]);
-            EXPECT_EQ(i < j ? -1 : i > j ? 1 : 0, CompareFileTime(&a, &b)) << i << " and " << j;
-        }
-    }
-}
-
-TEST(SystemTime, ClocksAgree) {
-    SYSTEMTIME before = Poison<SYSTEMTIME>();
-    SYSTEMTIME local = Poison<SYSTEMTIME>();
-    SYSTEMTIME after = Poison<SYSTEMTIME>();
-    GetSystemTime(&before);
-    GetLocalTime(&local);
-    GetSystemTime(&after);
-    SYSTEMTIME lower = Poison<SYSTEMTIME>();
-    SYSTEMTIME upper = Poison<SYSTEMTIME>();
-    ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(nullptr, &before, &lower));
-    ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(nullptr, &after, &upper));
-    FILETIME low = {};
-    FILETIME middle = {};
-    FILETIME high = {};
-    ASSERT_TRUE(SystemTimeToFileTime(&lower, &low));
-    ASSERT_TRUE(SystemTimeToFileTime(&local, &middle));
-    ASSERT_TRUE(SystemTimeToFileTime(&upper, &high));
-    EXPECT_LE(Ticks(low), Ticks(middle));
-    EXPECT_LE(Ticks(middle), Ticks(high));
-    EXPECT_LT(Ticks(high) - Ticks(low), 50'000'000u);
-}
-
 // The test runs in the zone America/New_York.
 TEST(SystemTime, LocalTimeFollowsTheRuleOfThatDate) {
     struct Row {
@@ -163,44 +129,6 @@ TEST(SystemTime, LocalTimeFollowsTheRuleOfThatDate) {
     SetLastError(kPoisonError);
     EXPECT_FALSE(SystemTimeToTzSpecificLocalTime(nullptr, &bad, &local));
     EXPECT_EQ(ERROR_INVALID_PARAMETER, GetLastError());
-}
-
-TEST(VariantTime, FromSystemTime) {
-    struct Row {
-        const char* label;
-        SYSTEMTIME time;
-        bool converts;
-        double date;
-    };
-    const Row rows[] = {
-        {"day 0", Moment(1899, 12, 30), true, 0},
-        {"the day before", Moment(1899, 12, 29), true, -1},
-        {"noon of the day before", Moment(1899, 12, 29, 12), true, -1.5},
-        {"the first", Moment(100, 1, 1), true, -657434},
-        {"the last second", Moment(9999, 12, 31, 23, 59, 59, 999), true, 2958465.999988426},
-        {"past the last", Moment(10000, 1, 1), false, 0},
-        {"milliseconds don't count", Moment(2024, 3, 7, 14, 5, 9, 500), true, 45358.586909722224},
-        {"two digits, this century", Moment(49, 1, 1), true, 54424},
-        {"two digits, last century", Moment(50, 1, 1), true, 18264},
-        {"year 0", Moment(0, 1, 1), true, 36526},
-        {"month 13", Moment(2024, 13, 1), false, 0},
-        {"day 32", Moment(2024, 1, 32), false, 0},
-        {"30 February runs over", Moment(2024, 2, 30), true, 45352},
-        {"month 0 is December before", Moment(2024, 0, 1), true, 45261},
-        {"day 0 is the day before", Moment(2024, 1, 0), true, 45291},
-        {"hour 24 is the next day", Moment(2024, 1, 1, 24), true, 45293},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.label);
-        SYSTEMTIME time = row.time;
-        double date = Poison<double>();
-        EXPECT_EQ(row.converts, SystemTimeToVariantTime(&time, &date) != 0);
-        if (row.converts) {
-            EXPECT_DOUBLE_EQ(row.date, date);
-        } else {
-            EXPECT_TRUE(IsPoison(date));
-        }
-    }
 }
 
 TEST(VariantTime, ToSystemTime) {
