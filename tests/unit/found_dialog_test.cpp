@@ -1,172 +1,11 @@
-// The found dialog by real messages to its real controls: what a person does before, during and
-// behind a search.
-#include "found/found_dialog.h"
-
+// The found dialog: picks, menus, and every way in which a search and its dialog end.
 #include <fstream>
 
 #include "platform/live_windows.h"
-#include "platform/native_layer.h"
-#include "search/found_rows.h"
 #include "tests/unit/failing_allocation.h"
-#include "tests/unit/search_fixture.h"
+#include "tests/unit/found_dialog_fixture.h"
 
 namespace {
-
-using Names = std::vector<std::string>;
-
-class FoundDialog : public SearchTest {
-protected:
-    FoundDialog() {
-        current_ = this;
-        dialog_.SetModal(true);
-        dialog_.SetAccessPoint(eAccessShellNoWindow);
-        Tree({"a/one.hpa", "a/three.hpa", "b/one.hpa"});
-        Criterion("File name contains .hpa");
-        controls_.SetLookIn(Wide(""));
-        controls_.Check(IDC_LOOK_SUBFOLDERS, true);
-        objectsBefore_ = objectCount;
-    }
-    ~FoundDialog() override {
-        EXPECT_EQ(objectsBefore_, objectCount) << "a record is left";
-        EXPECT_TRUE(IsWindowEnabled(dialog_.dialogWindow));
-        EXPECT_FALSE(dialog_.searching);
-        current_ = nullptr;
-    }
-
-    // A search with what a person does behind it, step by step; in a modal dialog the last step
-    // ends it. The result is that of the command.
-    bool Search(std::vector<std::function<void()>> steps) {
-        steps_.assign(steps.begin(), steps.end());
-        ticks_ = 0;
-        const UINT_PTR timer = SetTimer(nullptr, 0, 10, Tick);
-        const bool result = dialog_.OnCommandSearchNow();
-        MSG message;
-        while (!dialog_.IsModal() && !steps_.empty() && GetMessageW(&message, nullptr, 0, 0) > 0) {
-            TranslateMessage(&message);
-            DispatchMessageW(&message);
-        }
-        KillTimer(nullptr, timer);
-        EXPECT_TRUE(steps_.empty()) << "the dialog ended early";
-        return result;
-    }
-    HWND Found() const {
-        return dialog_.foundWindows.empty() ? nullptr : dialog_.foundWindows.back();
-    }
-    HWND Control(int id) const { return GetDlgItem(Found(), id); }
-    LRESULT Send(UINT message, WPARAM wParam = 0, const void* lParam = nullptr) const {
-        return SendMessageW(Control(IDC_FOUND_LIST), message, wParam,
-                            reinterpret_cast<LPARAM>(lParam));
-    }
-    void Press(int id) const { SendMessageW(Control(id), BM_CLICK, 0, 0); }
-    void Close() const { PostMessageW(Found(), WM_CLOSE, 0, 0); }
-    void Select(const std::vector<int>& rows) const {
-        for (const int row : rows) {
-            LVITEMW item{};
-            item.stateMask = item.state = LVIS_SELECTED;
-            EXPECT_TRUE(Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), &item));
-        }
-    }
-    // On a row, or below all for a negative one.
-    void Mouse(int row, std::initializer_list<UINT> messages) const {
-        RECT rect{};
-        const LRESULT last = Send(LVM_GETITEMCOUNT) - 1;
-        Send(LVM_GETITEMRECT, static_cast<WPARAM>(row < 0 ? last : row), &rect);
-        const LONG y = row < 0 ? rect.bottom + 5 : (rect.top + rect.bottom) / 2;
-        const LPARAM point = MAKELPARAM(static_cast<WORD>(20), static_cast<WORD>(y));
-        const HWND list = Control(IDC_FOUND_LIST);
-        // Posted, since a list waits for the button's release in a loop of its own.
-        for (const UINT message : messages)
-            PostMessageW(list, message, 0, point);
-    }
-    void DoubleClick(int row) const {
-        Mouse(row, {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP});
-    }
-    void RightClick(int row) const { Mouse(row, {WM_RBUTTONDOWN, WM_RBUTTONUP}); }
-    void ClickHeader(int column) const {
-        const auto header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
-        const LRESULT first = Send(LVM_GETCOLUMNWIDTH, 0);
-        const LPARAM point = MAKELPARAM(static_cast<WORD>(column == 0 ? 5 : first + 15), 5);
-        PostMessageW(header, WM_LBUTTONDOWN, 0, point);
-        PostMessageW(header, WM_LBUTTONUP, 0, point);
-    }
-    Names Rows() const {
-        Names rows;
-        for (int row = 0; row < Send(LVM_GETITEMCOUNT); ++row) {
-            std::string text[2];
-            for (int column = 0; column < 2; ++column) {
-                WCHAR buffer[500] = {};
-                LVITEMW item{};
-                item.mask = LVIF_TEXT;
-                item.iItem = row;
-                item.iSubItem = column;
-                item.pszText = buffer;
-                item.cchTextMax = 500;
-                EXPECT_TRUE(Send(LVM_GETITEMW, 0, &item));
-                text[column] = wtext::ToUtf8(item.pszText);
-            }
-            rows.push_back(text[1].substr(text[1].size() - 2, 1) + "/" + text[0]);
-        }
-        return rows;
-    }
-    std::string Status() const {
-        WCHAR text[500] = {};
-        SendMessageW(Control(IDC_FOUND_STATUS), SB_GETTEXTW, 0, reinterpret_cast<LPARAM>(text));
-        return wtext::ToUtf8(text);
-    }
-    Names Picked() const {
-        Names names;
-        for (MDxFileNameNode* node = slot_; node != nullptr; node = node->GetNextNode()) {
-            EXPECT_EQ(1u, node->GetReferenceCount());
-            const std::string name = wtext::ToUtf8(node->GetFileName());
-            names.push_back(name.substr(name.find_last_of('\\') - 1));
-            std::replace(names.back().begin(), names.back().end(), '\\', '/');
-        }
-        return names;
-    }
-    void PutEarlier() {
-        slot_ = new MDxFileNameNode(TEXT("Z:\\x\\earlier"), -1, false);
-        slot_->AddRef();
-    }
-    // In the middle of a search, as after many files.
-    static void Pump(SRxFoundList& list) {
-        list.pumpCounter = 10;
-        ShowProgress(list, TEXT("on the way"));
-    }
-    // Does something in the dialog's pump once the second file is at hand.
-    void InMidSearch(std::function<void(SRxFoundList&)> act) {
-        onFile_ = [this, act](SRxFoundList& list) {
-            if (shownRows_.empty() || std::exchange(acted_, true)) return;
-            act(list);
-            Pump(list);
-        };
-    }
-
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
-        FoundDialog& test = *current_;
-        constexpr int kMostTicks = 500;
-        if (++test.ticks_ > kMostTicks) {
-            ADD_FAILURE() << "the dialog doesn't end";
-            test.steps_.clear();
-            PostQuitMessage(1);
-            return;
-        }
-        // A menu is asked about in its own time.
-        const bool waits = test.dialog_.searching || test.inStep_ || !test.desk_.IsDone();
-        if (waits || test.steps_.empty()) return;
-        const auto step = test.steps_.front();
-        test.steps_.pop_front();
-        test.inStep_ = true;
-        step();
-        test.inStep_ = false;
-    }
-
-    static inline FoundDialog* current_ = nullptr;
-    std::deque<std::function<void()>> steps_;
-    int ticks_ = 0;
-    bool inStep_ = false;
-    bool acted_ = false;
-    LONG objectsBefore_ = 0;
-};
 
 TEST_F(FoundDialog, PicksInAModalDialog) {
     const struct {
@@ -311,6 +150,28 @@ TEST_F(FoundDialog, SortedInMidSearchTheRestIsAddedBehind) {
     EXPECT_TRUE(acted_);
 }
 
+TEST_F(FoundDialog, MessagesAreTakenWithEveryEleventhText) {
+    InMidSearch([](SRxFoundList& list) {
+        list.pumpCounter = 0;
+        PostMessageW(list.window, WM_KEYDOWN, VK_ESCAPE, 0);
+        for (int call = 0; call < 10; ++call)
+            EXPECT_TRUE(ShowProgress(list, TEXT("x"))) << call;
+        EXPECT_FALSE(ShowProgress(list, TEXT("x")));
+    });
+    Search({[this] { Close(); }});
+    EXPECT_TRUE(acted_);
+}
+
+TEST_F(FoundDialog, NothingIsFound) {
+    delete std::exchange(dialog_.criteriaHead, nullptr);
+    Criterion("File name contains nothing");
+    Search({[this] {
+        EXPECT_EQ("No files were found.", Status());
+        Press(IDOK);
+    }});
+    EXPECT_EQ(nullptr, slot_);
+}
+
 TEST_F(FoundDialog, QuitInMidSearchIsAskedForAgain) {
     InMidSearch([](SRxFoundList&) { PostQuitMessage(9); });
     Search({});
@@ -429,120 +290,6 @@ TEST_F(FoundDialog, TheMenuOfTheSelectedFiles) {
                          },
                          [this] { DoubleClick(0); }, [this] { EXPECT_NE(nullptr, Found()); },
                          [this] { Close(); }}));
-    slot_->Release();
-}
-
-RECT PlaceOf(HWND window) {
-    RECT rect{};
-    GetWindowRect(window, &rect);
-    return rect;
-}
-
-TEST_F(FoundDialog, LayoutAndRememberedSize) {
-    foundWidth = foundHeight = -1;
-    const auto client = [this] {
-        RECT rect{};
-        GetClientRect(Found(), &rect);
-        return rect;
-    };
-    const auto size = [this](int width, int height) {
-        SendMessageW(Found(), WM_SIZE, 0,
-                     MAKELPARAM(static_cast<WORD>(width), static_cast<WORD>(height)));
-    };
-    const int buttons[] = {IDOK, IDC_FOUND_STOP, IDC_FOUND_SAVE};
-    Search({[&] {
-                const RECT find = PlaceOf(dialog_.dialogWindow);
-                EXPECT_EQ(find.left + 50, PlaceOf(Found()).left);
-                EXPECT_EQ(find.top + 50, PlaceOf(Found()).top);
-                const RECT start = client();
-                size(start.right, start.bottom);
-                std::vector<RECT> before;
-                for (const int id : buttons)
-                    before.push_back(PlaceOf(Control(id)));
-                const RECT list = PlaceOf(Control(IDC_FOUND_LIST));
-                const RECT status = PlaceOf(Control(IDC_FOUND_STATUS));
-                const RECT whole = PlaceOf(Found());
-                SetWindowPos(Found(), nullptr, 0, 0, whole.right - whole.left + 100,
-                             whole.bottom - whole.top + 30, SWP_NOMOVE | SWP_NOZORDER);
-                for (std::size_t i = 0; i < before.size(); ++i) {
-                    const RECT now = PlaceOf(Control(buttons[i]));
-                    EXPECT_EQ(before[i].left + 100, now.left) << i;
-                    EXPECT_EQ(before[i].top + 30, now.top) << i;
-                    EXPECT_EQ(before[i].right + 100, now.right) << i;
-                }
-                const RECT wider = PlaceOf(Control(IDC_FOUND_LIST));
-                EXPECT_EQ(list.left, wider.left);
-                EXPECT_EQ(list.right + 100, wider.right);
-                EXPECT_EQ(list.bottom + 30, wider.bottom);
-                // The measures count the frame; and a status bar sets itself to the edge when it
-                // changes its size.
-                constexpr int kFrame = 8;
-                EXPECT_NEAR(PlaceOf(Control(IDC_FOUND_SAVE)).right, wider.right, kFrame);
-                EXPECT_NEAR(status.top + 30, PlaceOf(Control(IDC_FOUND_STATUS)).top, kFrame);
-                EXPECT_EQ(start.right + 100, foundWidth);
-                EXPECT_EQ(start.bottom + 30, foundHeight);
-            },
-            [&] {
-                size(0, 0);
-                const RECT none = PlaceOf(Control(IDC_FOUND_LIST));
-                EXPECT_EQ(none.left, none.right);
-                EXPECT_EQ(none.top, none.bottom);
-                EXPECT_EQ(0, foundWidth);
-                SendMessageW(Found(), WM_SIZE, SIZE_MINIMIZED, MAKELPARAM(7, 7));
-                EXPECT_EQ(0, foundWidth) << "a minimized dialog has no size";
-                size(500, 400);
-                Close();
-            }});
-    // The next one takes the client size for its whole size.
-    Search({[&] {
-        const RECT whole = PlaceOf(Found());
-        EXPECT_EQ(500, whole.right - whole.left);
-        EXPECT_EQ(400, whole.bottom - whole.top);
-        Close();
-    }});
-    foundWidth = foundHeight = -1;
-}
-
-TEST_F(FoundDialog, RowsCompare) {
-    const struct {
-        const WCHAR* a;
-        const WCHAR* b;
-        int byName;
-        int byFolder;
-    } kRows[] = {
-        {TEXT("Z:\\a\\x.hpa"), TEXT("Z:\\b\\X.HPA"), 0, -1},
-        {TEXT("Z:\\a\\y.hpa"), TEXT("Z:\\A\\x.hpa"), 1, 1},
-        {TEXT("Z:\\a\\x"), TEXT("Z:\\a b\\x"), 0, -1},
-        {TEXT("Z:\\b"), TEXT("Z:\\a\\a"), 1, -1},
-        {TEXT("zz"), TEXT("Z:\\a"), 1, -1},
-        {TEXT("Z:\\a\\x-1"), TEXT("Z:\\a\\x1"), -1, -1},
-        {TEXT("Z:\\a\\x"), nullptr, 0, 0},
-    };
-    for (const auto& row : kRows) {
-        const auto a = reinterpret_cast<LPARAM>(row.a);
-        const auto b = reinterpret_cast<LPARAM>(row.b);
-        const std::string label = wtext::ToUtf8(row.a);
-        EXPECT_EQ(row.byName, CompareRows(a, b, 0)) << label;
-        EXPECT_EQ(-row.byName, CompareRows(b, a, 0)) << label;
-        EXPECT_EQ(row.byFolder, CompareRows(a, b, 1)) << label;
-        EXPECT_EQ(-row.byFolder, CompareRows(b, a, 1)) << label;
-    }
-}
-
-TEST_F(FoundDialog, LongPathsAreWhole) {
-    const WText folder = TEXT("Z:\\") + WText(300, 'f') + TEXT("\\");
-    const WText name = WText(200, 'n') + TEXT(".hpa");
-    dialog_.SetModal(false);
-    onFile_ = [&](SRxFoundList& list) {
-        if (std::exchange(acted_, true)) return;
-        int at = 0;
-        const MDxFileNameNode node((folder + name).c_str(), -1, false);
-        AddFoundRow(list, folder.c_str(), name.c_str(), node, at);
-    };
-    EXPECT_TRUE(Search({[this] { Select({static_cast<int>(Send(LVM_GETITEMCOUNT)) - 1}); },
-                        [this] { Press(IDOK); }}));
-    ASSERT_NE(nullptr, slot_);
-    EXPECT_EQ(wtext::ToUtf8(folder + name), wtext::ToUtf8(slot_->GetFileName()));
     slot_->Release();
 }
 

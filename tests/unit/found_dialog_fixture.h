@@ -1,0 +1,164 @@
+// A found dialog over a small tree, by real messages to its real controls: what a person does
+// before, during and behind a search.
+#pragma once
+
+#include "found/found_dialog.h"
+#include "platform/native_layer.h"
+#include "search/found_rows.h"
+#include "tests/unit/search_fixture.h"
+
+using Names = std::vector<std::string>;
+
+class FoundDialog : public SearchTest {
+protected:
+    FoundDialog() {
+        current_ = this;
+        dialog_.SetModal(true);
+        dialog_.SetAccessPoint(eAccessShellNoWindow);
+        Tree({"a/one.hpa", "a/three.hpa", "b/one.hpa"});
+        Criterion("File name contains .hpa");
+        controls_.SetLookIn(Wide(""));
+        controls_.Check(IDC_LOOK_SUBFOLDERS, true);
+        objectsBefore_ = objectCount;
+    }
+    ~FoundDialog() override {
+        EXPECT_EQ(objectsBefore_, objectCount) << "a record is left";
+        EXPECT_TRUE(IsWindowEnabled(dialog_.dialogWindow));
+        EXPECT_FALSE(dialog_.searching);
+        current_ = nullptr;
+    }
+
+    // A search with what a person does behind it, step by step; in a modal dialog the last step
+    // ends it. The result is that of the command.
+    bool Search(std::vector<std::function<void()>> steps) {
+        steps_.assign(steps.begin(), steps.end());
+        ticks_ = 0;
+        const UINT_PTR timer = SetTimer(nullptr, 0, 10, Tick);
+        const bool result = dialog_.OnCommandSearchNow();
+        MSG message;
+        while (!dialog_.IsModal() && !steps_.empty() && GetMessageW(&message, nullptr, 0, 0) > 0) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+        KillTimer(nullptr, timer);
+        EXPECT_TRUE(steps_.empty()) << "the dialog ended early";
+        return result;
+    }
+    HWND Found() const {
+        return dialog_.foundWindows.empty() ? nullptr : dialog_.foundWindows.back();
+    }
+    HWND Control(int id) const { return GetDlgItem(Found(), id); }
+    LRESULT Send(UINT message, WPARAM wParam = 0, const void* lParam = nullptr) const {
+        return SendMessageW(Control(IDC_FOUND_LIST), message, wParam,
+                            reinterpret_cast<LPARAM>(lParam));
+    }
+    void Press(int id) const { SendMessageW(Control(id), BM_CLICK, 0, 0); }
+    void Close() const { PostMessageW(Found(), WM_CLOSE, 0, 0); }
+    void Select(const std::vector<int>& rows) const {
+        for (const int row : rows) {
+            LVITEMW item{};
+            item.stateMask = item.state = LVIS_SELECTED;
+            EXPECT_TRUE(Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), &item));
+        }
+    }
+    // On a row, or below all for a negative one.
+    void Mouse(int row, std::initializer_list<UINT> messages) const {
+        RECT rect{};
+        const LRESULT last = Send(LVM_GETITEMCOUNT) - 1;
+        Send(LVM_GETITEMRECT, static_cast<WPARAM>(row < 0 ? last : row), &rect);
+        const LONG y = row < 0 ? rect.bottom + 5 : (rect.top + rect.bottom) / 2;
+        const LPARAM point = MAKELPARAM(static_cast<WORD>(20), static_cast<WORD>(y));
+        const HWND list = Control(IDC_FOUND_LIST);
+        // Posted, since a list waits for the button's release in a loop of its own.
+        for (const UINT message : messages)
+            PostMessageW(list, message, 0, point);
+    }
+    void DoubleClick(int row) const {
+        Mouse(row, {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP});
+    }
+    void RightClick(int row) const { Mouse(row, {WM_RBUTTONDOWN, WM_RBUTTONUP}); }
+    void ClickHeader(int column) const {
+        const auto header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
+        const LRESULT first = Send(LVM_GETCOLUMNWIDTH, 0);
+        const LPARAM point = MAKELPARAM(static_cast<WORD>(column == 0 ? 5 : first + 15), 5);
+        PostMessageW(header, WM_LBUTTONDOWN, 0, point);
+        PostMessageW(header, WM_LBUTTONUP, 0, point);
+    }
+    Names Rows() const {
+        Names rows;
+        for (int row = 0; row < Send(LVM_GETITEMCOUNT); ++row) {
+            std::string text[2];
+            for (int column = 0; column < 2; ++column) {
+                WCHAR buffer[500] = {};
+                LVITEMW item{};
+                item.mask = LVIF_TEXT;
+                item.iItem = row;
+                item.iSubItem = column;
+                item.pszText = buffer;
+                item.cchTextMax = 500;
+                EXPECT_TRUE(Send(LVM_GETITEMW, 0, &item));
+                text[column] = wtext::ToUtf8(item.pszText);
+            }
+            rows.push_back(text[1].substr(text[1].size() - 2, 1) + "/" + text[0]);
+        }
+        return rows;
+    }
+    std::string Status() const {
+        WCHAR text[500] = {};
+        SendMessageW(Control(IDC_FOUND_STATUS), SB_GETTEXTW, 0, reinterpret_cast<LPARAM>(text));
+        return wtext::ToUtf8(text);
+    }
+    Names Picked() const {
+        Names names;
+        for (MDxFileNameNode* node = slot_; node != nullptr; node = node->GetNextNode()) {
+            EXPECT_EQ(1u, node->GetReferenceCount());
+            const std::string name = wtext::ToUtf8(node->GetFileName());
+            names.push_back(name.substr(name.find_last_of('\\') - 1));
+            std::replace(names.back().begin(), names.back().end(), '\\', '/');
+        }
+        return names;
+    }
+    void PutEarlier() {
+        slot_ = new MDxFileNameNode(TEXT("Z:\\x\\earlier"), -1, false);
+        slot_->AddRef();
+    }
+    // In the middle of a search, as after many files.
+    static void Pump(SRxFoundList& list) {
+        list.pumpCounter = 10;
+        ShowProgress(list, TEXT("on the way"));
+    }
+    // Does something in the dialog's pump once the second file is at hand.
+    void InMidSearch(std::function<void(SRxFoundList&)> act) {
+        onFile_ = [this, act](SRxFoundList& list) {
+            if (shownRows_.empty() || std::exchange(acted_, true)) return;
+            act(list);
+            Pump(list);
+        };
+    }
+
+    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
+        FoundDialog& test = *current_;
+        constexpr int kMostTicks = 500;
+        if (++test.ticks_ > kMostTicks) {
+            ADD_FAILURE() << "the dialog doesn't end";
+            test.steps_.clear();
+            PostQuitMessage(1);
+            return;
+        }
+        // A menu is asked about in its own time.
+        const bool waits = test.dialog_.searching || test.inStep_ || !test.desk_.IsDone();
+        if (waits || test.steps_.empty()) return;
+        const auto step = test.steps_.front();
+        test.steps_.pop_front();
+        test.inStep_ = true;
+        step();
+        test.inStep_ = false;
+    }
+
+    static inline FoundDialog* current_ = nullptr;
+    std::deque<std::function<void()>> steps_;
+    int ticks_ = 0;
+    bool inStep_ = false;
+    bool acted_ = false;
+    LONG objectsBefore_ = 0;
+};
