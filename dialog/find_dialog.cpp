@@ -1,8 +1,6 @@
 #include "dialog/find_dialog.h"
 
-#include "outside/blx_registry.h"
 #include "outside/md_messages.h"
-#include "outside/md_registry.h"
 #include "outside/md_server.h"
 #include "platform/wtext.h"
 #include "shell/module_state.h"
@@ -22,8 +20,6 @@ void TakeText(WCHAR* buffer, std::size_t cch, BSTR text) {
 
 }  // namespace
 
-HWND modelessDialog = nullptr;
-
 SRxFindDialog::SRxFindDialog(HINSTANCE instance, MDxFileNameNode** slot, IQxLecternServer* reader,
                              eLookFor* mirror, SRxFindDlgNotify* listener)
     : resourceInstance(instance),
@@ -41,54 +37,6 @@ SRxFindDialog::SRxFindDialog(HINSTANCE instance, MDxFileNameNode** slot, IQxLect
       notify(listener) {
     ++objectCount;
     if (server != nullptr) server->AddRef();
-}
-
-SRxFindDialog::~SRxFindDialog() {
-    // Each takes itself off the list.
-    while (!foundWindows.empty() && DestroyWindow(foundWindows.back())) {
-    }
-    delete criteriaHead;
-    criteriaHead = nullptr;
-    --objectCount;
-    if (server != nullptr) server->Release();
-}
-
-void SRxFindDialog::CloseDialog(bool notifyCaller) {
-    if (notifying) return;
-    OnExit();
-    if (modal) {
-        EndDialog(dialogWindow, 0);
-    } else {
-        DestroyWindow(dialogWindow);
-        modelessDialog = nullptr;
-        if (notifyCaller) {
-            notifying = true;
-            NotifyOnCancel();
-            notifying = false;
-        }
-    }
-    delete this;
-}
-
-bool SRxFindDialog::OnExit() {
-    SavePlace();
-    for (const int button : {IDC_BROWSE, IDHELP}) {
-        const LRESULT icon = SendDlgItemMessageW(dialogWindow, button, BM_GETIMAGE, IMAGE_ICON, 0);
-        if (icon != 0) DestroyIcon(reinterpret_cast<HICON>(icon));
-    }
-    return true;
-}
-
-void SRxFindDialog::SavePlace() const {
-    RECT rect{};
-    if (!GetWindowRect(dialogWindow, &rect)) return;
-    WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
-    const HKEY key = MDxCreateRegistryKey(HKEY_CURRENT_USER, path, kPathLength);
-    if (key == nullptr) return;
-    // Left, top, width, height. Closing goes on when they can't be kept.
-    const LONG place[] = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
-    (void)BLxPref_Reg::Write(key, nullptr, REG_BINARY, place, sizeof(place));
-    BLxPref_Reg::CloseKey(key);
 }
 
 bool SRxFindDialog::Initialize() {

@@ -18,6 +18,7 @@
 #include "shell/shell_ext_parameters.h"
 
 class SRxSearchObserver;
+struct SRxFoundList;
 struct StoredSearch;
 
 inline constexpr std::size_t kLabelLength = 128;  // units of a label, a name, a loaded string
@@ -47,10 +48,16 @@ protected:
     ~SRxFindDlgNotify() = default;
 };
 
-// The window of the open modeless find dialog, null otherwise. It hands its keys to that dialog.
+// The window of the modeless find dialog that was opened last, null when there is none.
 extern HWND modelessDialog;
+// Hands the keys of the thread to the open modeless dialogs, while there are find dialogs.
+extern HHOOK keyboardHook;
 
-// Made with new by every entry; frees itself in CloseDialog.
+// Where a saved window coordinate lies on a screen of this size.
+LONG CorrectedPlace(LONG saved, LONG screen);
+
+// Made with new by every entry, and frees itself when its window ends: by CloseDialog, or with the
+// window's owner. One whose window could not be made is freed by its entry.
 class SRxFindDialog {
 public:
     // All but the first may be null. `server` gets a reference; the other three stay the caller's
@@ -63,10 +70,24 @@ public:
 
     // The user's names, for the conditions that ask for them. `inApp` is set before.
     bool Initialize();
-    // Ends the dialog's window and frees the object. `notifyCaller`: the user closed it, and a
-    // listener of a modeless dialog hears of it, the window being gone and the object not yet. Does
-    // nothing while that listener is being told.
+    // Makes the window, modal or modeless, with `parent` (may be null) as its owner. 0 when there
+    // was one; without one 1, or -1 for a modal dialog, and the object is the caller's to free. A
+    // modal dialog has ended when this returns, and the object is gone.
+    LONG InvokeCommand(HWND parent);
+    // Ends the found dialogs, then the dialog's own window, and frees the object. `notifyCaller`:
+    // the user closed it, and a listener of a modeless dialog hears of it, the window being gone
+    // and the object not yet. Does nothing while that listener is being told. While a handler, a
+    // notification or a search of this object is on the stack, the search is stopped, the windows
+    // hide, the caller's pointers are let go at once, and the rest waits for the stack to unwind.
     void CloseDialog(bool notifyCaller);
+    // The messages of the window, for FindDlgProc.
+    void OnInitDialog(HWND window);
+    void OnCommand(WPARAM wParam);
+    // The window goes with its owner: the same end.
+    void OnWindowDestroyed();
+    // No more than the end is left of this object's life.
+    bool IsClosing() const { return ending != eDialogEnd::None; }
+    void TellOutOfMemory() const { Say(MSG_OUT_OF_MEMORY); }
     // Keeps the window's place for the next opening and frees the icons of the buttons. Always
     // true.
     bool OnExit();
@@ -152,6 +173,22 @@ public:
     // and if this object was closed meanwhile it is gone.
     bool OnCommandSearchNow();
 
+    bool OnCommandBrowse();
+    bool OnCommandFolder();
+    bool OnCommandPathKillFocus();
+    // The look-in box turns into the list of recent files.
+    bool OnCommandRelatedDocs();
+    // Fills the look-in box from its text: the folder, its subfolders, the drives, the last place.
+    bool InitPaths();
+    // Makes a full path of an entry of a folder's listing; false when it is none, which clears one
+    // of less than two units.
+    bool PathReformat(const WText& base, WText& entry) const;
+    // Fills the controls of a dialog that opens, by the mode that its entry chose.
+    bool InitDialogControls();
+    // Asks for a name, or takes that of the last search. False only without memory for the dialog.
+    bool OnCommandSaveSearch(bool lastSearch);
+    bool OnCommandOpenSearch(bool lastSearch);
+
     // Stores the list under a name; an empty list and an empty name store nothing. Always true:
     // what could not be kept is told. `lastSearch`: for this process alone.
     bool WriteSearch(const WCHAR* name, bool lastSearch);
@@ -202,10 +239,27 @@ public:
 
     // Behind the fields that other modules know: who hears what a search looks at; may be null.
     SRxSearchObserver* observer = nullptr;
-    // The open found dialogs. Their records lead here, so they close with this object.
-    std::vector<HWND> foundWindows;
+    // The searches whose records are alive, each with its found dialog if it has one. The records
+    // lead here, so they end with this object.
+    std::vector<SRxFoundList*> searches;
+    HWND nestedDialog = nullptr;  // the open dialog of the saved searches
 
 private:
+    friend class SRxDialogActivity;
+
+    enum class eDialogEnd { None, Asked, AskedByUser, Running };
+    eDialogEnd ending = eDialogEnd::None;
+    unsigned activity = 0;  // handlers, notifications and searches on the stack
+    bool* gone = nullptr;   // set to true by the destructor; may be null
+
+    void OnOkCommand();
+    void OnPropertyNotice(WPARAM wParam);
+    void OnCancelCommand();
+    void PutOffEnd(bool byUser);
+    void RunEnd(bool byUser);
+    LONG RunModal(HWND parent, const bool& ended);
+    LONG RunModeless(HWND parent);
+
     bool IsAssemblyEnv() const;
     bool IsPartEnv() const;
     bool IsHalvrineEnv() const;
@@ -259,7 +313,43 @@ private:
     void NeedAllConditions();
     void ShowCriterion(const SRxCriteriaNode& node);
 
+    void RestorePlace() const;
+    void FillLookFor();
+    void SetButtonIcon(int button, int icon);
+    void SetWindowIcon(int icon);
+    // The name of the context that the server works in.
+    void ShowContext();
+    void SetUpForAssembly();
+
+    // Puts a path into the look-in box at a position, -1 for the end, and shows it.
+    void SelectPath(const WText& path, WPARAM where);
+    WText LookInText() const;
+    void ExpandEntries(const WText& base);
+    void AddRecentPath();
+    // Where a browse dialog opens.
+    WText BrowseStart();
+    bool BrowseForFile(const WText& start, const WText& title);
+    bool BrowseForFolder(WText start, const WText& title);
+    // Cuts a text at its first "<", in place.
+    void RemoveSand(const WCHAR* text);
+
     void SavePlace() const;
     void ReadAppUserName();
     HRESULT ReadServerContext(WCHAR* text, std::size_t textSize);
 };
+
+// While it lives, its dialog is at work: an end that is asked for waits. The last one to go runs
+// it, and the object with it.
+class SRxDialogActivity {
+public:
+    explicit SRxDialogActivity(SRxFindDialog& dialog) : dialog_(dialog) { ++dialog_.activity; }
+    ~SRxDialogActivity();
+    SRxDialogActivity(const SRxDialogActivity&) = delete;
+    SRxDialogActivity& operator=(const SRxDialogActivity&) = delete;
+
+private:
+    SRxFindDialog& dialog_;
+};
+
+// The exported dialog procedure of the find dialog; the object is its parameter.
+INT_PTR CALLBACK FindDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

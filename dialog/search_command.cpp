@@ -8,6 +8,7 @@
 #include "search/search.h"
 
 bool SRxFindDialog::OnCommandSearchNow() {
+    const SRxDialogActivity working(*this);
     if (!IsWindowEnabled(GetDlgItem(dialogWindow, IDC_ADD))) pendingCriterion = false;
     if (pendingCriterion) {
         const WText text = wtext::Format(ResourceText(resourceInstance, MSG_UNADDED_CRITERION),
@@ -30,6 +31,7 @@ bool SRxFindDialog::OnCommandSearchNow() {
                                dialogWindow, MB_OK);
         return false;
     }
+    if (IsClosing()) return false;  // while one of the questions stood
     auto record = NewOrNull<SRxFoundList>(*this, selectionSlot);
     if (record == nullptr) {
         Say(MSG_OUT_OF_MEMORY);
@@ -69,7 +71,7 @@ bool StartModal(std::unique_ptr<SRxFoundList> list, SRxFindDialog& dialog) {
         DialogBoxParamW(dialog.resourceInstance, MAKEINTRESOURCEW(IDD_SR_FINDLIST),
                         dialog.dialogWindow, FoundDlgProc, reinterpret_cast<LPARAM>(list.get()));
     if (gone) {
-        (void)list.release();  // and the find dialog may have gone too
+        (void)list.release();
         return result == IDOK;
     }
     dialog.SearchComplete(false);

@@ -7,6 +7,7 @@
 #include <new>
 #include <utility>
 
+#include "dialog/dialog_help.h"
 #include "outside/md_context_menu.h"
 #include "outside/md_messages.h"
 #include "outside/md_window_aids.h"
@@ -93,7 +94,7 @@ void TellOutOfMemory(const SRxFoundList& list) {
 
 // One search in the life of a dialog.
 void RunSearchOnce(SRxFoundList& list) {
-    if (list.stage != eFoundStage::Prepared) return;
+    if (list.stage != eFoundStage::Prepared || list.dialog->IsClosing()) return;
     list.stage = eFoundStage::Searching;
     try {
         RunSearch(list);
@@ -132,7 +133,6 @@ void ShowContextMenu(SRxFoundList& list) {
 
 bool StartDialog(SRxFoundList& list, HWND window) {
     list.window = window;
-    list.dialog->foundWindows.push_back(window);
     SetUpFoundList(list);
     list.timerId = SetTimer(window, kFoundTimer, kFoundTimerMs, nullptr);
     return list.timerId != 0;
@@ -185,7 +185,6 @@ void OnListNotice(SRxFoundList& list, const NMHDR& notice) {
 
 void OnDestroyed(SRxFoundList& list) {
     SRxFindDialog& dialog = *list.dialog;
-    std::erase(dialog.foundWindows, list.window);
     SetWindowLongPtrW(list.window, DWLP_USER, 0);
     ReleaseRowStrings(list);
     if (list.stage == eFoundStage::Searching) {
@@ -198,18 +197,9 @@ void OnDestroyed(SRxFoundList& list) {
     delete &list;
 }
 
-void ShowControlHelp(HWND control) {
-    HELPINFO info{};
-    info.cbSize = sizeof info;
-    info.iContextType = HELPINFO_WINDOW;
-    info.iCtrlId = GetDlgCtrlID(control);
-    info.hItemHandle = control;
-    info.dwContextId = GetWindowContextHelpId(control);
-    MDxHelp(&info, HELP_CONTEXTPOPUP);
-}
-
 // The messages that need the record.
 void ReceiveWithRecord(SRxFoundList& list, UINT message, WPARAM wParam, LPARAM lParam) {
+    const SRxDialogActivity activity(*list.dialog);
     switch (message) {
         case WM_TIMER:
             KillTimer(list.window, list.timerId);
@@ -259,11 +249,11 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
                 SendDlgItemMessageW(window, control, message, wParam, lParam);
             return TRUE;
         case WM_HELP:
-            MDxHelp(reinterpret_cast<const HELPINFO*>(lParam), HELP_WM_HELP);
+            AnswerHelp(lParam);
             return TRUE;
         case WM_CONTEXTMENU: {
             const auto control = reinterpret_cast<HWND>(wParam);
-            if (GetDlgCtrlID(control) != IDC_FOUND_LIST) ShowControlHelp(control);
+            if (GetDlgCtrlID(control) != IDC_FOUND_LIST) AnswerContextMenu(control);
             return TRUE;
         }
         default:
@@ -294,6 +284,28 @@ bool CollectSelection(SRxFoundList& list, MDxFileNameNode** out) {
     if (chain != nullptr || !complete) *(out != nullptr ? out : list.selectionSlot) = chain;
     if (!complete) TellOutOfMemory(list);
     return chain != nullptr;
+}
+
+void AbandonSearch(SRxFoundList& list, bool letGo) {
+    list.stopRequested = true;
+    if (letGo && list.returnSelection) {
+        list.returnSelection = false;
+        list.selectionSlot = &list.ownSelection;
+    }
+    if (list.window == nullptr || list.windowGone) return;
+    ShowWindow(list.window, SW_HIDE);
+    if (list.stage == eFoundStage::Searching) {
+        list.pendingResult = kCancelled;
+    } else if (list.dialog->IsModal()) {
+        EndDialog(list.window, kCancelled);
+    }
+}
+
+void EndSearch(SRxFoundList& list) {
+    SRxFindDialog& dialog = *list.dialog;
+    if (list.window != nullptr) DestroyWindow(list.window);
+    // The record goes with the window; one without is its maker's.
+    if (!dialog.searches.empty() && dialog.searches.back() == &list) dialog.searches.pop_back();
 }
 
 bool ReleaseRowStrings(SRxFoundList& list) {

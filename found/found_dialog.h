@@ -8,8 +8,14 @@ inline constexpr UINT_PTR kFoundTimer = 49650;
 
 // Takes the record over and frees it: at once on the assembly-only route, else with the dialog, or
 // when no dialog can be made. True when a search and its dialog started, for a modal dialog when it
-// ended with OK. The find dialog may be gone when this returns.
+// ended with OK.
 bool StartFoundDialog(SRxFoundList& list, const SRxShellExtParameters& params);
+
+// The find dialog ends: the search is to stop, the found dialog hides, a modal one ends behind it.
+// `letGo`: what was found and picked goes to nobody from now on.
+void AbandonSearch(SRxFoundList& list, bool letGo);
+// Ends the found dialog and frees the record. Nothing of this search is on the stack.
+void EndSearch(SRxFoundList& list);
 
 INT_PTR CALLBACK FoundDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 

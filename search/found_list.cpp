@@ -6,6 +6,7 @@ SRxFoundList::SRxFoundList(SRxFindDialog& owner, MDxFileNameNode** slot)
     : dialog(&owner),
       selectionSlot(slot != nullptr ? slot : &ownSelection),
       returnSelection(slot != nullptr) {
+    dialog->searches.push_back(this);
     ++objectCount;
 }
 
@@ -15,6 +16,7 @@ SRxFoundList::~SRxFoundList() {
         if ((*selectionSlot)->GetReferenceCount() == 0) delete *selectionSlot;
     }
     delete rootNode;
+    std::erase(dialog->searches, this);
     if (destroyed != nullptr) *destroyed = true;
     --objectCount;
 }

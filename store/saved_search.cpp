@@ -177,6 +177,14 @@ bool HasSavedSearch(const WCHAR* name) {
     return static_cast<bool>(OpenKey(PathOf(name)));
 }
 
+eStoredEnvironment EnvironmentOfSavedSearch(const WCHAR* name, LONG& environment) {
+    const KeyOwner key = OpenKey(PathOf(name));
+    if (!key) return eStoredEnvironment::NoSearch;
+    return BLxPref_Reg::Read(key.get(), TEXT("Environment"), &environment) == 0
+               ? eStoredEnvironment::Known
+               : eStoredEnvironment::Missing;
+}
+
 eStoredRead ReadSavedSearch(const WCHAR* name, StoredSearch& search) {
     // Not while another process writes; one that holds on for too long isn't waited for.
     const ProcessLock lock(kLockName, kLockWait);

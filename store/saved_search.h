@@ -44,6 +44,10 @@ std::size_t MostUnitsOfSearchName();
 std::vector<WText> SavedSearchNames();
 bool HasSavedSearch(const WCHAR* name);
 
+enum class eStoredEnvironment { NoSearch, Missing, Known };
+// Where a search was saved, an eAccessPoint value.
+[[nodiscard]] eStoredEnvironment EnvironmentOfSavedSearch(const WCHAR* name, LONG& environment);
+
 // A criterion without a readable property is dropped. Incomplete: a key went away in mid-read, or a
 // property that can't be read; what could be read is there.
 [[nodiscard]] eStoredRead ReadSavedSearch(const WCHAR* name, StoredSearch& search);

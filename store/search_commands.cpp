@@ -4,6 +4,7 @@
 #include "platform/new_or_null.h"
 #include "platform/resource_text.h"
 #include "store/saved_search.h"
+#include "store/search_dialogs.h"
 
 namespace {
 
@@ -75,6 +76,40 @@ bool SRxFindDialog::WriteSearch(const WCHAR* name, bool lastSearch) {
             return true;
     }
     return true;
+}
+
+bool SRxFindDialog::OnCommandSaveSearch(bool lastSearch) {
+    if (criteriaHead == nullptr) return true;
+    WCHAR name[kPathLength] = {};
+    if (lastSearch) {
+        GetLastSearchName(name, kPathLength);
+        return WriteSearch(name, true);
+    }
+    const auto record = NewOrNull<SRxSearchListRecord>(this, accessPoint);
+    if (record == nullptr) {
+        Say(MSG_OUT_OF_MEMORY);
+        return false;
+    }
+    const INT_PTR result =
+        DialogBoxParamW(resourceInstance, MAKEINTRESOURCEW(IDD_SR_SAVESEARCH), dialogWindow,
+                        SaveSearchDlgProc, reinterpret_cast<LPARAM>(record.get()));
+    return result < 1 || WriteSearch(record->name, false);
+}
+
+bool SRxFindDialog::OnCommandOpenSearch(bool lastSearch) {
+    if (lastSearch) {
+        WCHAR name[kPathLength] = {};
+        GetLastSearchName(name, kPathLength);
+        return ReadSearch(name);
+    }
+    const auto record = NewOrNull<SRxSearchListRecord>(this, accessPoint);
+    if (record == nullptr) {
+        Say(MSG_OUT_OF_MEMORY);
+        return false;
+    }
+    DialogBoxParamW(resourceInstance, MAKEINTRESOURCEW(IDD_SR_OPENSEARCH), dialogWindow,
+                    OpenSearchDlgProc, reinterpret_cast<LPARAM>(record.get()));
+    return IsClosing() || ReadSearch(record->name);
 }
 
 bool SRxFindDialog::ReadSearch(const WCHAR* name) {

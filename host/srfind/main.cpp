@@ -230,11 +230,11 @@ int SearchInDialog(const Options& options, SRxFindDialog& dialog, SearchReport& 
     SRxShellExtParameters params;
     (void)params.SetCritForSkipped(nullptr);  // so that there is a block to share
     dialog.SetParams(params);
-    if (!dialog.OnCommandSearchNow() || dialog.foundWindows.empty()) {
+    if (!dialog.OnCommandSearchNow() || dialog.searches.empty()) {
         report.Tell("the search could not be started");
         return kUnreadable;
     }
-    const HWND found = dialog.foundWindows.back();
+    const HWND found = dialog.searches.back()->window;
     MSG message;
     while (dialog.searching && GetMessageW(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);

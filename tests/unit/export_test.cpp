@@ -16,19 +16,19 @@ protected:
         controls_.Check(IDC_LOOK_FOLDER, true);
     }
     ~Export() override {
-        while (!dialog_.foundWindows.empty())
-            SendMessageW(dialog_.foundWindows.back(), WM_COMMAND, IDCANCEL, 0);
+        while (!dialog_.searches.empty())
+            SendMessageW(dialog_.searches.back()->window, WM_COMMAND, IDCANCEL, 0);
     }
     // Searches and presses the button.
     void Search() {
         ASSERT_TRUE(dialog_.OnCommandSearchNow());
-        SendMessageW(dialog_.foundWindows.back(), WM_TIMER, kFoundTimer, 0);
+        SendMessageW(dialog_.searches.back()->window, WM_TIMER, kFoundTimer, 0);
     }
     void Press() {
-        SendMessageW(GetDlgItem(dialog_.foundWindows.back(), IDC_FOUND_SAVE), BM_CLICK, 0, 0);
+        SendMessageW(GetDlgItem(dialog_.searches.back()->window, IDC_FOUND_SAVE), BM_CLICK, 0, 0);
     }
     void Sort(int column) {
-        SendDlgItemMessageW(dialog_.foundWindows.back(), IDC_FOUND_LIST, LVM_SORTITEMS,
+        SendDlgItemMessageW(dialog_.searches.back()->window, IDC_FOUND_LIST, LVM_SORTITEMS,
                             static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(CompareRows));
     }
     std::string Bytes(const std::string& file) const {

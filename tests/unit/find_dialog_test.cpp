@@ -1,15 +1,11 @@
-// The life of the dialog object: its close, its listener, its server, what it keeps.
+// The dialog object without a window: its listener, its server, its slot.
 #include "dialog/find_dialog.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
-#include "outside/blx_registry.h"
-#include "outside/md_registry.h"
 #include "platform/wtext.h"
-#include "shell/module_state.h"
 
 namespace {
 
@@ -19,59 +15,10 @@ public:
     void Reserved() override { ADD_FAILURE(); }
     void OnOK(bool needsDocumentProperties) override { ok += needsDocumentProperties ? "1" : "0"; }
     void OnFindDone() override {}
-    void OnCancel() override {
-        ++cancelled;
-        EXPECT_FALSE(IsWindow(window)) << "the window is gone";
-        dialog->CloseDialog(true);  // counts for nothing now
-        EXPECT_EQ(1, objectCount) << "the object isn't";
-    }
+    void OnCancel() override {}
 
-    SRxFindDialog* dialog = nullptr;
-    HWND window = nullptr;
-    int cancelled = 0;
     std::string ok;
 };
-
-HWND NewWindow() {
-    return CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 30, 40, 300, 200, nullptr,
-                           nullptr, nullptr, nullptr);
-}
-
-TEST(FindDialog, ModelessCloseTellsTheListenerOnce) {
-    for (const bool byUser : {true, false}) {
-        Listener listener;
-        auto* dialog = new SRxFindDialog(nullptr, nullptr, nullptr, nullptr, &listener);
-        listener.dialog = dialog;
-        listener.window = dialog->dialogWindow = modelessDialog = NewWindow();
-        ASSERT_NE(nullptr, listener.window);
-        dialog->CloseDialog(byUser);
-        EXPECT_EQ(byUser ? 1 : 0, listener.cancelled);
-        EXPECT_EQ(nullptr, modelessDialog);
-        EXPECT_EQ(0, objectCount);
-    }
-    WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
-    const HKEY key = MDxOpenRegistryKey(HKEY_CURRENT_USER, path, kPathLength);
-    ASSERT_NE(nullptr, key);
-    DWORD type = 0;
-    LONG place[5] = {};
-    DWORD cb = sizeof(place);
-    EXPECT_EQ(0u, BLxPref_Reg::Read(key, nullptr, &type, place, &cb));
-    BLxPref_Reg::CloseKey(key);
-    EXPECT_EQ(REG_BINARY, type);
-    EXPECT_EQ(4 * sizeof(LONG), cb);
-    EXPECT_EQ((std::vector<LONG>{30, 40, 300, 200}), std::vector<LONG>(place, place + 4));
-}
-
-TEST(FindDialog, ModalCloseTellsNobody) {
-    Listener listener;
-    auto* dialog = new SRxFindDialog(nullptr, nullptr, nullptr, nullptr, &listener);
-    dialog->SetModal(true);
-    const HWND window = dialog->dialogWindow = NewWindow();
-    dialog->CloseDialog(true);
-    EXPECT_EQ(0, listener.cancelled);
-    EXPECT_EQ(0, objectCount);
-    DestroyWindow(window);
-}
 
 TEST(FindDialog, TellsWhetherPropertiesAreNeeded) {
     Listener listener;

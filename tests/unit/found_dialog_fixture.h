@@ -45,7 +45,7 @@ protected:
         return result;
     }
     HWND Found() const {
-        return dialog_.foundWindows.empty() ? nullptr : dialog_.foundWindows.back();
+        return dialog_.searches.empty() ? nullptr : dialog_.searches.back()->window;
     }
     HWND Control(int id) const { return GetDlgItem(Found(), id); }
     LRESULT Send(UINT message, WPARAM wParam = 0, const void* lParam = nullptr) const {

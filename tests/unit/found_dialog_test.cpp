@@ -231,10 +231,10 @@ TEST_F(FoundDialog, AModelessDialogStays) {
     const HWND first = Found();
     EXPECT_TRUE(Search({[] {}}));
     EXPECT_NE(first, Found());
-    EXPECT_EQ(2u, dialog_.foundWindows.size());
+    EXPECT_EQ(2u, dialog_.searches.size());
     EXPECT_TRUE(Search({[this] { Select({0}); }, [this] { Press(IDOK); }}));
     EXPECT_EQ((Names{rows[0]}), Picked());
-    EXPECT_EQ(2u, dialog_.foundWindows.size());
+    EXPECT_EQ(2u, dialog_.searches.size());
     const HWND last = Found();
     while (Found() != nullptr)
         SendMessageW(Found(), WM_COMMAND, IDCANCEL, 0);
@@ -248,7 +248,7 @@ TEST_F(FoundDialog, ClosesWithItsFindDialog) {
     owner->dialogWindow = dialog_.dialogWindow;
     owner->criteriaHead = std::exchange(dialog_.criteriaHead, nullptr);
     ASSERT_TRUE(owner->OnCommandSearchNow());
-    const HWND window = owner->foundWindows.back();
+    const HWND window = owner->searches.back()->window;
     SendMessageW(window, WM_TIMER, kFoundTimer, 0);
     owner.reset();
     EXPECT_FALSE(IsWindow(window));

@@ -1,0 +1,32 @@
+#include "dialog/dialog_help.h"
+
+#include "outside/md_window_aids.h"
+
+namespace {
+
+HELPINFO InfoFor(HWND window) {
+    HELPINFO info{};
+    info.cbSize = sizeof info;
+    info.iContextType = HELPINFO_WINDOW;
+    info.hItemHandle = window;
+    return info;
+}
+
+}  // namespace
+
+void AnswerHelp(LPARAM lParam) {
+    MDxHelp(reinterpret_cast<const HELPINFO*>(lParam), HELP_WM_HELP);
+}
+
+void AnswerContextMenu(HWND control) {
+    HELPINFO info = InfoFor(control);
+    info.iCtrlId = GetDlgCtrlID(control);
+    info.dwContextId = GetWindowContextHelpId(control);
+    MDxHelp(&info, HELP_CONTEXTPOPUP);
+}
+
+void ShowDialogHelp(HWND dialog, DWORD context) {
+    HELPINFO info = InfoFor(dialog);
+    info.dwContextId = context;
+    MDxHelp(&info, HELP_CONTENTS);
+}
