@@ -1,12 +1,12 @@
-// srfind: a search from the command line. It makes the dialog object and the controls that a search
-// reads, starts the search as a person would, and prints the hits as they come. A list of files is
-// searched without the found dialog: its hits come back on the slot.
+// srfind: a search from the command line. It opens the find dialog, works it as a person would, and
+// prints the hits as they come. A list of files is searched without the found dialog: its hits come
+// back on the slot.
 #include <chrono>
 #include <memory>
 #include <vector>
 
 #include "host/srfind/criterion_text.h"
-#include "host/srfind/dialog_controls.h"
+#include "host/srfind/find_session.h"
 #include "host/srfind/hits.h"
 #include "host/srfind/options.h"
 #include "host/srfind/report.h"
@@ -183,13 +183,18 @@ int Finish(const SearchReport& report, HitPrinter& printer, const Options& optio
     return printer.Count() == 0 ? kNone : kHits;
 }
 
-// The place to look in, or the chain of files on `slot`.
-bool SetPlace(const Options& options, SRxFindDialog& dialog, DialogControls& controls,
-              SearchReport& report, MDxFileNameNode*& slot, std::string& fault) {
-    if (options.haveFilesFrom) {
-        dialog.SetOnlyAssem(true);
-        return ReadFileList(options, report, slot, fault);
-    }
+// What a search goes over. All paths are made absolute before the dialog opens, since its box with
+// the place to look in changes the current folder.
+struct Place {
+    WText lookIn;
+    WText exportTo;
+    MDxFileNameNode* files = nullptr;  // the chain to search; the hits come back in its place
+};
+
+bool ReadPlace(const Options& options, SearchReport& report, Place& place, std::string& fault) {
+    if (options.haveExport) place.exportTo = AbsoluteWidePath(options.exportTo);
+    if (options.haveFilesFrom) return ReadFileList(options, report, place.files, fault);
+    if (!options.haveLookIn) return true;
     const WText path = AbsoluteWidePath(options.lookIn.path);
     const bool folder = !path.empty() && PathIsDirectoryW(path.c_str());
     const bool usable =
@@ -199,10 +204,15 @@ bool SetPlace(const Options& options, SRxFindDialog& dialog, DialogControls& con
                 (options.related ? "document to start with" : "folder that can be looked in");
         return false;
     }
-    controls.SetLookIn(path);
-    controls.Check(IDC_LOOK_RELATED, options.related);
-    controls.Check(IDC_LOOK_SUBFOLDERS, options.subfolders);
+    place.lookIn = path;
     return true;
+}
+
+void SetPlace(const Options& options, const Place& place, FindSession& session) {
+    if (options.haveFilesFrom) return;
+    if (options.related) session.Press(IDC_LOOK_RELATED);
+    if (options.subfolders) session.Press(IDC_LOOK_SUBFOLDERS);
+    session.LookIn(place.lookIn);
 }
 
 WText StatusText(HWND found) {
@@ -215,100 +225,82 @@ WText StatusText(HWND found) {
 }
 
 // What a person does with the found dialog once the search has ended.
-bool ExportHits(const Options& options, SearchReport& report, HWND found) {
-    const WText path = AbsoluteWidePath(options.exportTo);
-    report.ExpectExport(path, options.yes);
+bool ExportHits(const Options& options, const Place& place, SearchReport& report, HWND found) {
+    report.ExpectExport(place.exportTo, options.yes);
     SendMessageW(GetDlgItem(found, IDC_FOUND_SAVE), BM_CLICK, 0, 0);
     if (report.Exported()) return true;
     report.Tell("the list of hits was not written");
     return false;
 }
 
-int SearchInDialog(const Options& options, SRxFindDialog& dialog, SearchReport& report) {
+int RunFind(const Options& options, Place& place, FindSession& session, SearchReport& report) {
     HitPrinter printer(options);
     report.SetOnHit([&printer](const MDxFileNameNode& hit) { printer.Take(hit); });
-    SRxShellExtParameters params;
-    (void)params.SetCritForSkipped(nullptr);  // so that there is a block to share
-    dialog.SetParams(params);
-    if (!dialog.OnCommandSearchNow() || dialog.searches.empty()) {
+    if (!session.Find()) {
         report.Tell("the search could not be started");
         return kUnreadable;
     }
-    const HWND found = dialog.searches.back()->window;
-    MSG message;
-    while (dialog.searching && GetMessageW(&message, nullptr, 0, 0) > 0) {
-        TranslateMessage(&message);
-        DispatchMessageW(&message);
+    if (options.haveFilesFrom) {
+        for (const MDxFileNameNode* hit = place.files; hit != nullptr; hit = hit->GetNextNode())
+            printer.Take(*hit);
+    } else if (printer.Count() == 0 && !WasInterrupted()) {
+        report.Tell(wtext::ToUtf8(StatusText(session.Found())));
     }
-    if (printer.Count() == 0 && !WasInterrupted()) report.Tell(wtext::ToUtf8(StatusText(found)));
     int status = Finish(report, printer, options);
-    if (options.skipped) WriteError(SkippedText(params.GetCritForSkipped()));
-    if (options.haveExport && !ExportHits(options, report, found) && status != kStopped) {
+    if (options.skipped) WriteError(SkippedText(session.Dialog().params.GetCritForSkipped()));
+    if (options.haveExport && !ExportHits(options, place, report, session.Found()) &&
+        status != kStopped) {
         status = kUnreadable;
     }
-    SendMessageW(found, WM_COMMAND, IDCANCEL, 0);
     return status;
 }
 
-int SearchFiles(const Options& options, SRxFindDialog& dialog, SearchReport& report,
-                MDxFileNameNode*& slot) {
-    MDxFileNameNode* const input = slot;
-    HitPrinter printer(options);
-    int status = 0;
-    {
-        SRxFoundList list(dialog, &slot);
-        dialog.searching = true;
-        RunSearch(list);
-        for (const MDxFileNameNode* hit = slot; hit != nullptr; hit = hit->GetNextNode())
-            printer.Take(*hit);
-        status = Finish(report, printer, options);
-        if (options.skipped) WriteError(SkippedText(list.params.GetCritForSkipped()));
+// Opens the dialog and does what the options ask for.
+int Work(const Options& options, Place& place, FindSession& session, SearchReport& report) {
+    if (!session.Open(options.haveFilesFrom)) {
+        WriteError("srfind: the find dialog could not be opened\n");
+        return kUnreadable;
     }
-    if (slot != input) delete slot;
-    delete input;
-    return status;
+    SRxFindDialog& dialog = session.Dialog();
+    std::string fault;
+    session.ClearList();
+    if (options.openSearch.given && !OpenSearch(dialog, options.openSearch.text, fault)) {
+        return Refuse(fault);
+    }
+    if (options.matchCase) {
+        SendDlgItemMessageW(dialog.dialogWindow, IDC_MATCH_CASE, BM_SETCHECK, BST_CHECKED, 0);
+    }
+    if (!AddCriteria(dialog, options, fault)) return Refuse(fault);
+    if (options.saveSearch.given && !SaveSearch(dialog, options, report, fault)) {
+        return Refuse(fault);
+    }
+    if (!options.Searches()) return kHits;
+    SetPlace(options, place, session);
+    return RunFind(options, place, session, report);
 }
 
 int Search(const Options& options) {
-    const HINSTANCE resources = SrResReturnHandle();
-    MDxFileNameNode* slot = nullptr;
-    SRxFindDialog dialog(resources, &slot, nullptr, nullptr, nullptr);
-    SearchReport report(resources);
-    const DeskScope desk(report);
-    DialogControls controls(resources);
-    if (controls.Window() == nullptr) {
-        WriteError("srfind: the controls of the dialog could not be made\n");
-        return kUnreadable;
-    }
-    std::string fault;
-    dialog.observer = &report;
-    dialog.dialogWindow = controls.Window();
-    dialog.SetAccessPoint(eAccessShellNoWindow);
-    dialog.SetOnlyAssem(options.haveFilesFrom);
-    dialog.Initialize();
-    dialog.TellOfFinishedSaves();
+    SearchReport report(SrResReturnHandle());
     if (options.listSearches) {
         for (const WText& name : SavedSearchNames())
             WriteOutput(wtext::ToUtf8(name) + "\n");
         return kHits;
     }
     if (options.deleteSearch.given) return DeleteSearch(options, report);
-    if (options.openSearch.given && !OpenSearch(dialog, options.openSearch.text, fault)) {
-        return Refuse(fault);
+    Place place;
+    std::string fault;
+    int status = kWrongUse;
+    MDxFileNameNode* input = nullptr;
+    if (ReadPlace(options, report, place, fault)) {
+        input = place.files;
+        FindSession session(report, &place.files);
+        status = Work(options, place, session, report);
+    } else {
+        Refuse(fault);
     }
-    if (options.matchCase) controls.Check(IDC_MATCH_CASE, true);
-    if (!AddCriteria(dialog, options, fault)) return Refuse(fault);
-    if (options.saveSearch.given && !SaveSearch(dialog, options, report, fault)) {
-        return Refuse(fault);
-    }
-    if (!options.Searches()) return kHits;
-    // The chain to search comes in on the slot, and the hits go out on it.
-    if (!SetPlace(options, dialog, controls, report, slot, fault)) {
-        delete slot;
-        return Refuse(fault);
-    }
-    if (!options.haveFilesFrom) return SearchInDialog(options, dialog, report);
-    return SearchFiles(options, dialog, report, slot);
+    if (place.files != input) delete place.files;
+    delete input;
+    return status;
 }
 
 }  // namespace

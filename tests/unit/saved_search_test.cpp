@@ -12,11 +12,11 @@
 
 #include "dialog/catalogue.h"
 #include "dialog/find_dialog.h"
-#include "host/srfind/dialog_controls.h"
 #include "outside/blx_registry.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_registry.h"
 #include "shell/module_state.h"
+#include "tests/unit/dialog_controls.h"
 #include "tests/unit/search_fixture.h"
 
 namespace {

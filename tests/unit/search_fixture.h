@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "host/srfind/criterion_text.h"
-#include "host/srfind/dialog_controls.h"
 #include "host/srsample/compound_writer.h"
 #include "host/srsample/property_set_writer.h"
 #include "platform/native_path.h"
@@ -19,6 +18,7 @@
 #include "search/search_observer.h"
 #include "shell/module_state.h"
 #include "tests/scripted_desk.h"
+#include "tests/unit/dialog_controls.h"
 
 // Where a property of the product's own set stands, in a form that a table can hold.
 using FillSection = std::function<void(PropertySectionWriter&)>;

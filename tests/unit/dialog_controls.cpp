@@ -1,4 +1,4 @@
-#include "host/srfind/dialog_controls.h"
+#include "tests/unit/dialog_controls.h"
 
 namespace {
 

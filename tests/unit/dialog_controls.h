@@ -1,5 +1,5 @@
-// The controls of the find dialog as a search reads them, made from the dialog's template, with
-// nobody behind them: a scaffold until the dialog itself stands.
+// The controls of the find dialog without the dialog: made from its template, with nobody behind
+// them.
 #pragma once
 
 #include "dialog/find_dialog.h"
