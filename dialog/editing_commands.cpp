@@ -114,6 +114,14 @@ void SRxFindDialog::ShowAdded(SRxCriteriaNode& added, bool replaced) {
     if (left || !replaced) AddRow(added, index);
 }
 
+bool SRxFindDialog::AppendCriterion(std::unique_ptr<SRxCriteriaNode> node) {
+    if (!AddNode(node.get(), true, nullptr, nullptr)) return false;
+    SRxCriteriaNode& added = *node.release();
+    // In a part environment the file type is the environment's own.
+    if (added.IsFileTypeCriterion() && IsPartEnv()) return true;
+    return AddRow(added);
+}
+
 bool SRxFindDialog::OnCommandDelete() {
     SRxCriteriaNode* selected = SelectedCriterion();
     if (selected == nullptr) return true;

@@ -123,6 +123,9 @@ public:
     // to replace or to insert at, `outReplaced` whether an equal one went; both may be null.
     [[nodiscard]] bool AddNode(SRxCriteriaNode* node, bool appendOnly, int* outIndex,
                                bool* outReplaced);
+    // At the end of the list, whatever stands there, with a row of its own. False when it was
+    // refused, or got no row.
+    [[nodiscard]] bool AppendCriterion(std::unique_ptr<SRxCriteriaNode> node);
     // Takes a node out of the list, destroys it and clears the pointer; one that the list doesn't
     // have stays as it is. Always true.
     bool DeleteNode(SRxCriteriaNode** node);

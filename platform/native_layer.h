@@ -1,4 +1,5 @@
-// Which of the two builds this is, for tests that mark a known difference.
+// Which of the two builds this is: for tests that mark a known difference, and for programs whose
+// user has to know.
 #pragma once
 
 // True where the native layer answers the calls of platform/win.h.

@@ -23,6 +23,25 @@ bool PrepareCriteria(SRxCriteriaNode* head) {
     return needProperties;
 }
 
+// A caller who closes the dialog while a message of the search stands may give his chain up there:
+// it lives until the search is through with it.
+class HeldChain {
+public:
+    explicit HeldChain(MDxFileNameNode* head)
+        : head_(head), counted_(head != nullptr && head->GetReferenceCount() > 0) {
+        if (counted_) head_->AddRef();
+    }
+    ~HeldChain() {
+        if (counted_ && head_->Release() == 0) delete head_;
+    }
+    HeldChain(const HeldChain&) = delete;
+    HeldChain& operator=(const HeldChain&) = delete;
+
+private:
+    MDxFileNameNode* head_;
+    bool counted_;  // one that nobody counts is its maker's to delete, behind the search
+};
+
 bool RunRoute(SRxFoundList& list, bool needProperties) {
     if (list.dialog->SearchOnlyAssem()) return SearchSelection(list, needProperties);
     if (IsChecked(list, IDC_LOOK_RELATED)) return SearchRelatedDocs(list, needProperties);
@@ -79,6 +98,7 @@ bool SearchSelection(SRxFoundList& list, bool needProperties) {
     int insertIndex = 0;
     list.keepsRecords = true;
     MDxFileNameNode* node = *list.selectionSlot;
+    const HeldChain held(node);
     *list.selectionSlot = nullptr;
     BLxWString folder;
     for (; node != nullptr && !list.stopRequested; node = node->GetNextNode()) {

@@ -173,13 +173,7 @@ bool SRxFindDialog::AddStored(const StoredSearch& search, bool& skipped) {
             Say(MSG_OUT_OF_MEMORY);
             return false;
         }
-        if (!AddNode(node.get(), true, nullptr, nullptr)) {
-            result = false;
-            continue;
-        }
-        SRxCriteriaNode& added = *node.release();
-        // In a part environment the file type is the environment's own.
-        if (!added.IsFileTypeCriterion() || !IsPartEnv()) result = AddRow(added);
+        result = AppendCriterion(std::move(node)) && result;
     }
     return result;
 }

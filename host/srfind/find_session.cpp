@@ -38,14 +38,6 @@ void FindSession::ClearList() {
     SendDlgItemMessageW(dialog_->dialogWindow, IDC_CRITERIA_LIST, LB_RESETCONTENT, 0, 0);
 }
 
-void FindSession::LookIn(const WText& path) {
-    SetDlgItemTextW(dialog_->dialogWindow, IDC_PATH_LIST, path.c_str());
-}
-
-void FindSession::Press(int button) const {
-    SendMessageW(GetDlgItem(dialog_->dialogWindow, button), BM_CLICK, 0, 0);
-}
-
 bool FindSession::Find() {
     // As the Enter key, since the button is off while the list is empty.
     const std::size_t before = dialog_->searches.size();

@@ -20,8 +20,6 @@ public:
 
     // The row that a new list begins with goes, since only what is typed counts.
     void ClearList();
-    void LookIn(const WText& path);
-    void Press(int button) const;
     // Starts the search, and waits for its end; false when none started.
     bool Find();
     // The dialog with the hits of the last search.

@@ -10,7 +10,9 @@
 #include "host/srfind/hits.h"
 #include "host/srfind/options.h"
 #include "host/srfind/report.h"
+#include "host/srfind/shown_dialog.h"
 #include "platform/host/host_files.h"
+#include "platform/native_layer.h"
 #include "platform/native_path.h"
 #include "platform/number_text.h"
 #include "platform/resource_text.h"
@@ -43,11 +45,10 @@ bool AddCriteria(SRxFindDialog& dialog, const Options& options, std::string& fau
     for (const CriterionOption& option : options.criteria) {
         auto node = parser.Parse(option.text, option.isOr ? JOIN_OR : JOIN_AND, fault);
         if (node == nullptr) return false;
-        if (!dialog.AddNode(node.get(), true, nullptr, nullptr)) {
+        if (!dialog.AppendCriterion(std::move(node))) {
             fault = "the criterion \"" + option.text + "\" was refused";
             return false;
         }
-        (void)node.release();
     }
     return true;
 }
@@ -208,11 +209,15 @@ bool ReadPlace(const Options& options, SearchReport& report, Place& place, std::
     return true;
 }
 
-void SetPlace(const Options& options, const Place& place, FindSession& session) {
-    if (options.haveFilesFrom) return;
-    if (options.related) session.Press(IDC_LOOK_RELATED);
-    if (options.subfolders) session.Press(IDC_LOOK_SUBFOLDERS);
-    session.LookIn(place.lookIn);
+void Press(const SRxFindDialog& dialog, int button) {
+    SendMessageW(GetDlgItem(dialog.dialogWindow, button), BM_CLICK, 0, 0);
+}
+
+void SetPlace(const Options& options, const Place& place, const SRxFindDialog& dialog) {
+    if (!options.haveLookIn) return;
+    if (options.related) Press(dialog, IDC_LOOK_RELATED);
+    if (options.subfolders) Press(dialog, IDC_LOOK_SUBFOLDERS);
+    SetDlgItemTextW(dialog.dialogWindow, IDC_PATH_LIST, place.lookIn.c_str());
 }
 
 WText StatusText(HWND found) {
@@ -255,6 +260,17 @@ int RunFind(const Options& options, Place& place, FindSession& session, SearchRe
     return status;
 }
 
+// The criteria, opened and typed.
+bool FillList(const Options& options, SRxFindDialog& dialog, std::string& fault) {
+    if (options.openSearch.given && !OpenSearch(dialog, options.openSearch.text, fault)) {
+        return false;
+    }
+    if (options.matchCase) {
+        SendDlgItemMessageW(dialog.dialogWindow, IDC_MATCH_CASE, BM_SETCHECK, BST_CHECKED, 0);
+    }
+    return AddCriteria(dialog, options, fault);
+}
+
 // Opens the dialog and does what the options ask for.
 int Work(const Options& options, Place& place, FindSession& session, SearchReport& report) {
     if (!session.Open(options.haveFilesFrom)) {
@@ -264,19 +280,36 @@ int Work(const Options& options, Place& place, FindSession& session, SearchRepor
     SRxFindDialog& dialog = session.Dialog();
     std::string fault;
     session.ClearList();
-    if (options.openSearch.given && !OpenSearch(dialog, options.openSearch.text, fault)) {
-        return Refuse(fault);
-    }
-    if (options.matchCase) {
-        SendDlgItemMessageW(dialog.dialogWindow, IDC_MATCH_CASE, BM_SETCHECK, BST_CHECKED, 0);
-    }
-    if (!AddCriteria(dialog, options, fault)) return Refuse(fault);
+    if (!FillList(options, dialog, fault)) return Refuse(fault);
     if (options.saveSearch.given && !SaveSearch(dialog, options, report, fault)) {
         return Refuse(fault);
     }
     if (!options.Searches()) return kHits;
-    SetPlace(options, place, session);
+    SetPlace(options, place, dialog);
     return RunFind(options, place, session, report);
+}
+
+// The dialog for a person. Criteria from the command line stand in its list when it opens.
+int RunDialog(const Options& options, SearchReport& report) {
+    if (IsNativeLayer())
+        return Refuse("--dialog needs a desktop, which the native build does not have");
+    Place place;
+    std::string fault;
+    if (!ReadPlace(options, report, place, fault)) return Refuse(fault);
+    const auto prepare = [&](SRxFindDialog& dialog) {
+        if (!FillList(options, dialog, fault)) report.Tell(fault);
+        SetPlace(options, place, dialog);
+    };
+    MDxFileNameNode* picks = nullptr;
+    if (!ShowFindDialog(options.modeless, prepare, &picks)) {
+        WriteError("srfind: the find dialog could not be opened\n");
+        return kUnreadable;
+    }
+    const int status = picks != nullptr ? kHits : kNone;
+    for (const MDxFileNameNode* pick = picks; pick != nullptr; pick = pick->GetNextNode())
+        WriteOutput(HitText(*pick, options));
+    if (picks != nullptr && picks->Release() == 0) delete picks;
+    return status;
 }
 
 int Search(const Options& options) {
@@ -287,6 +320,7 @@ int Search(const Options& options) {
         return kHits;
     }
     if (options.deleteSearch.given) return DeleteSearch(options, report);
+    if (options.dialog) return RunDialog(options, report);
     Place place;
     std::string fault;
     int status = kWrongUse;

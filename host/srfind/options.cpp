@@ -30,6 +30,8 @@ constexpr OptionRow kOptions[] = {
     {0, "json", nullptr, "print each hit as a JSON object on a line of its own"},
     {0, "sort", "ORDER", "sort the hits by name or by folder"},
     {0, "export", "FILE", "write the list of hits to a text file as well"},
+    {0, "dialog", nullptr, "open the find dialog instead, and print what is picked there"},
+    {0, "modeless", nullptr, "with --dialog: open it without a modal loop"},
     {0, "records", nullptr, "print with each hit what each criterion leaves to the caller"},
     {0, "skipped", nullptr, "tell which criteria are left to the caller"},
     {0, "stats", nullptr, "tell at the end what was looked at"},
@@ -162,6 +164,8 @@ private:
     }
 
     bool& Flag(const std::string& name) {
+        if (name == "dialog") return options_.dialog;
+        if (name == "modeless") return options_.modeless;
         if (name == "records") return options_.records;
         if (name == "skipped") return options_.skipped;
         if (name == "searches") return options_.listSearches;
@@ -178,6 +182,17 @@ private:
 
     bool CheckWhole() {
         if (options_.help || options_.version || options_.listCriteria) return true;
+        if (options_.modeless && !options_.dialog) return Fail("--modeless needs --dialog");
+        if (options_.dialog) {
+            const bool worksAlone = options_.haveFilesFrom || options_.haveExport ||
+                                    options_.saveSearch.given || options_.deleteSearch.given ||
+                                    options_.listSearches;
+            if (worksAlone)
+                return Fail(
+                    "--dialog leaves the work to a person: it takes criteria, "
+                    "a place to look in, --open and how hits are printed");
+            return true;
+        }
         if (options_.haveFilesFrom && options_.haveLookIn) {
             return Fail("--files-from names the files, so \"" + options_.lookIn.text +
                         "\" can't be looked in as well");
@@ -229,6 +244,7 @@ std::string UsageText() {
         "srfind [options] --files-from FILE\n"
         "srfind [options] --related FILE\n"
         "srfind --save NAME --where CRITERION ...\n"
+        "srfind --dialog [--modeless] [options] [LOOK_IN]\n"
         "srfind --criteria\n"
         "\n";
     for (const OptionRow& row : kOptions) {

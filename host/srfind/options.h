@@ -33,6 +33,8 @@ struct Options {
     NameOption saveSearch;
     NameOption deleteSearch;
     bool related = false;  // lookIn is the document to start with
+    bool dialog = false;
+    bool modeless = false;
     eSort sort = eSort::None;
     bool help = false;
     bool version = false;

@@ -209,7 +209,10 @@ TEST_F(FindDialogWindow, EditsWhatTheControlsTell) {
         {"a value is chosen", IDC_VALUE_LIST, CBN_SELCHANGE, true,
          [&] { EnableWindow(Control(IDC_ADD), FALSE); }, add},
         {"a listed name was typed", IDC_PROPERTY_LIST, CBN_KILLFOCUS, false,
-         [&] { Send(IDC_PROPERTY_LIST, WM_SETTEXT, 0, TEXT("File name")); },
+         [&] {
+             select(IDC_PROPERTY_LIST, static_cast<WPARAM>(-1));
+             Send(IDC_PROPERTY_LIST, WM_SETTEXT, 0, TEXT("File name"));
+         },
          [&] { return std::to_string(Send(IDC_PROPERTY_LIST, CB_GETCURSEL)); }},
         {"a row is selected", IDC_CRITERIA_LIST, LBN_SELCHANGE, false,
          [&] { select(IDC_PROPERTY_LIST, title); }, [&] { return Text(IDC_PROPERTY_LIST); }},
