@@ -1,0 +1,1 @@
+// Nothing of its own: it carries the headers that nearly all sources of the product include.
