@@ -100,6 +100,52 @@ void SRxFindDialog::SetSelection(MDxFileNameNode** slot) {
     if (slot != nullptr) callerOwnsSelection = true;
 }
 
+void SRxFindDialog::SetParams(const SRxShellExtParameters& newParams) {
+    params = newParams;
+}
+
+void SRxFindDialog::HoldLender(IUnknown* newLender) {
+    if (newLender != nullptr) newLender->AddRef();
+    if (lender != nullptr) lender->Release();
+    lender = newLender;
+}
+
+void SRxFindDialog::AllowMultiSelect(bool allow) {
+    allowMultiSelect = allow;
+}
+
+bool SRxFindDialog::AllowsMultiSelect() const {
+    return allowMultiSelect;
+}
+
+void SRxFindDialog::SetModal(bool value) {
+    modal = value;
+}
+
+bool SRxFindDialog::IsModal() const {
+    return modal;
+}
+
+void SRxFindDialog::SetInApp(bool value) {
+    inApp = value;
+}
+
+bool SRxFindDialog::InApp() const {
+    return inApp;
+}
+
+void SRxFindDialog::SetOnlyAssem(bool value) {
+    onlyAssemblies = value;
+}
+
+bool SRxFindDialog::SearchOnlyAssem() const {
+    return onlyAssemblies;
+}
+
+void SRxFindDialog::SetAccessPoint(eAccessPoint value) {
+    accessPoint = value;
+}
+
 void SRxFindDialog::NotifyOnOK() {
     if (notify == nullptr) return;
     const SRxCriteriaNode* node = criteriaHead;
@@ -135,6 +181,20 @@ LONG SRxFindDialog::SelectedData(int comboBox) const {
     const LRESULT item = SendToControl(comboBox, CB_GETCURSEL);
     if (item < 0) return kNoId;
     return static_cast<LONG>(SendToControl(comboBox, CB_GETITEMDATA, static_cast<WPARAM>(item)));
+}
+
+LRESULT SRxFindDialog::SendToControl(int control, UINT message, WPARAM wParam,
+                                     LPARAM lParam) const {
+    return SendDlgItemMessageW(dialogWindow, control, message, wParam, lParam);
+}
+
+LRESULT SRxFindDialog::SendToControl(int control, UINT message, WPARAM wParam,
+                                     const void* pointer) const {
+    return SendToControl(control, message, wParam, reinterpret_cast<LPARAM>(pointer));
+}
+
+void SRxFindDialog::TellOutOfMemory() const {
+    Say(MSG_OUT_OF_MEMORY);
 }
 
 void SRxFindDialog::Say(UINT id) const {
