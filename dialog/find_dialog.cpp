@@ -1,5 +1,6 @@
 #include "dialog/find_dialog.h"
 
+#include "dialog/running_application.h"
 #include "outside/md_messages.h"
 #include "outside/md_server.h"
 #include "platform/wtext.h"
@@ -68,27 +69,29 @@ IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t
         status = MDxGetLecternServer(&server, true, name, kContextLength);
     }
     if (text != nullptr) {
-        if (server != nullptr) status = ReadServerContext(name, kContextLength);
+        // The server's own answer wins over what came with the server; the application is asked
+        // when neither gave one.
+        BSTR context = nullptr;
+        if (server != nullptr) status = ReadServerContext(&context);
+        if (name[0] == 0 && context == nullptr) status = ReadApplicationContext(&context);
+        if (SysStringLen(context) != 0) {
+            TakeText(name, kContextLength, context);
+        } else {
+            SysFreeString(context);
+        }
         (void)wtext::CopyWhole(text, textSize, name);
     }
     if (hr != nullptr) *hr = status;
     return server;
 }
 
-// The server's own answer wins over what came with the server.
-HRESULT SRxFindDialog::ReadServerContext(WCHAR* text, std::size_t textSize) {
+HRESULT SRxFindDialog::ReadServerContext(BSTR* name) {
     IQxWorkContext* context = nullptr;
-    HRESULT status = server->GetWorkContext(&context);
+    const HRESULT status = server->GetWorkContext(&context);
     if (context == nullptr) return status;
-    BSTR name = nullptr;
-    status = context->GetWorkContextName(&name);
-    if (SysStringLen(name) != 0) {
-        TakeText(text, textSize, name);
-    } else {
-        SysFreeString(name);
-    }
+    const HRESULT named = context->GetWorkContextName(name);
     context->Release();
-    return status;
+    return named;
 }
 
 MDxFileNameNode* SRxFindDialog::GetSelection() const {

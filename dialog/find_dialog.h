@@ -338,7 +338,7 @@ private:
 
     void SavePlace() const;
     void ReadAppUserName();
-    HRESULT ReadServerContext(WCHAR* text, std::size_t textSize);
+    HRESULT ReadServerContext(BSTR* name);
 };
 
 // While it lives, its dialog is at work: an end that is asked for waits. The last one to go runs

@@ -13,11 +13,10 @@ inline constexpr IID IID_IContextMenu = {
 inline constexpr IID IID_IShellExtInit = {
     0x000214E8, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 
+#define STDAPI extern "C" __attribute__((visibility("default"))) HRESULT
 // The entries that a module with classes has; the module defines them.
-extern "C" __attribute__((visibility("default"))) HRESULT DllGetClassObject(REFCLSID rclsid,
-                                                                            REFIID riid,
-                                                                            LPVOID* ppv);
-extern "C" __attribute__((visibility("default"))) HRESULT DllCanUnloadNow();
+STDAPI DllGetClassObject(REFCLSID rclsid, REFIID riid, LPVOID* ppv);
+STDAPI DllCanUnloadNow();
 
 struct IClassFactory : public IUnknown {
     virtual HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID riid, void** ppv) = 0;
