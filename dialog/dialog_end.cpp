@@ -24,6 +24,11 @@ SRxFindDialog::~SRxFindDialog() {
     --objectCount;
     if (server != nullptr) server->Release();
     if (gone != nullptr) *gone = true;
+    HoldLender(nullptr);
+}
+
+bool SRxFindDialog::IsClosing() const {
+    return ending != eDialogEnd::None;
 }
 
 void SRxFindDialog::CloseDialog(bool notifyCaller) {

@@ -1,5 +1,6 @@
 #include "dialog/find_dialog.h"
 
+#include "dialog/running_application.h"
 #include "outside/md_messages.h"
 #include "outside/md_server.h"
 #include "platform/wtext.h"
@@ -68,27 +69,29 @@ IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t
         status = MDxGetLecternServer(&server, true, name, kContextLength);
     }
     if (text != nullptr) {
-        if (server != nullptr) status = ReadServerContext(name, kContextLength);
+        // The server's own answer wins over what came with the server; the application is asked
+        // when neither gave one.
+        BSTR context = nullptr;
+        if (server != nullptr) status = ReadServerContext(&context);
+        if (name[0] == 0 && context == nullptr) status = ReadApplicationContext(&context);
+        if (SysStringLen(context) != 0) {
+            TakeText(name, kContextLength, context);
+        } else {
+            SysFreeString(context);
+        }
         (void)wtext::CopyWhole(text, textSize, name);
     }
     if (hr != nullptr) *hr = status;
     return server;
 }
 
-// The server's own answer wins over what came with the server.
-HRESULT SRxFindDialog::ReadServerContext(WCHAR* text, std::size_t textSize) {
+HRESULT SRxFindDialog::ReadServerContext(BSTR* name) {
     IQxWorkContext* context = nullptr;
-    HRESULT status = server->GetWorkContext(&context);
+    const HRESULT status = server->GetWorkContext(&context);
     if (context == nullptr) return status;
-    BSTR name = nullptr;
-    status = context->GetWorkContextName(&name);
-    if (SysStringLen(name) != 0) {
-        TakeText(text, textSize, name);
-    } else {
-        SysFreeString(name);
-    }
+    const HRESULT named = context->GetWorkContextName(name);
     context->Release();
-    return status;
+    return named;
 }
 
 MDxFileNameNode* SRxFindDialog::GetSelection() const {
@@ -98,6 +101,52 @@ MDxFileNameNode* SRxFindDialog::GetSelection() const {
 void SRxFindDialog::SetSelection(MDxFileNameNode** slot) {
     selectionSlot = slot;
     if (slot != nullptr) callerOwnsSelection = true;
+}
+
+void SRxFindDialog::SetParams(const SRxShellExtParameters& newParams) {
+    params = newParams;
+}
+
+void SRxFindDialog::HoldLender(IUnknown* newLender) {
+    if (newLender != nullptr) newLender->AddRef();
+    if (lender != nullptr) lender->Release();
+    lender = newLender;
+}
+
+void SRxFindDialog::AllowMultiSelect(bool allow) {
+    allowMultiSelect = allow;
+}
+
+bool SRxFindDialog::AllowsMultiSelect() const {
+    return allowMultiSelect;
+}
+
+void SRxFindDialog::SetModal(bool value) {
+    modal = value;
+}
+
+bool SRxFindDialog::IsModal() const {
+    return modal;
+}
+
+void SRxFindDialog::SetInApp(bool value) {
+    inApp = value;
+}
+
+bool SRxFindDialog::InApp() const {
+    return inApp;
+}
+
+void SRxFindDialog::SetOnlyAssem(bool value) {
+    onlyAssemblies = value;
+}
+
+bool SRxFindDialog::SearchOnlyAssem() const {
+    return onlyAssemblies;
+}
+
+void SRxFindDialog::SetAccessPoint(eAccessPoint value) {
+    accessPoint = value;
 }
 
 void SRxFindDialog::NotifyOnOK() {
@@ -135,6 +184,20 @@ LONG SRxFindDialog::SelectedData(int comboBox) const {
     const LRESULT item = SendToControl(comboBox, CB_GETCURSEL);
     if (item < 0) return kNoId;
     return static_cast<LONG>(SendToControl(comboBox, CB_GETITEMDATA, static_cast<WPARAM>(item)));
+}
+
+LRESULT SRxFindDialog::SendToControl(int control, UINT message, WPARAM wParam,
+                                     LPARAM lParam) const {
+    return SendDlgItemMessageW(dialogWindow, control, message, wParam, lParam);
+}
+
+LRESULT SRxFindDialog::SendToControl(int control, UINT message, WPARAM wParam,
+                                     const void* pointer) const {
+    return SendToControl(control, message, wParam, reinterpret_cast<LPARAM>(pointer));
+}
+
+void SRxFindDialog::TellOutOfMemory() const {
+    Say(MSG_OUT_OF_MEMORY);
 }
 
 void SRxFindDialog::Say(UINT id) const {

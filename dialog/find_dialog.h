@@ -15,6 +15,7 @@
 #include "outside/md_file_name_node.h"
 #include "platform/wtext.h"
 #include "resource/control_ids.h"
+#include "shell/module_api.h"
 #include "shell/shell_ext_parameters.h"
 
 class SRxSearchObserver;
@@ -56,12 +57,14 @@ extern HHOOK keyboardHook;
 // Where a saved window coordinate lies on a screen of this size.
 LONG CorrectedPlace(LONG saved, LONG screen);
 
+// All its operations are defined out of line, since only such ones leave the module.
+//
 // Made with new by every entry, and frees itself when its window ends: by CloseDialog, or with the
 // window's owner. One whose window could not be made is freed by its entry.
-class SRxFindDialog {
+class SR_API SRxFindDialog {
 public:
     // All but the first may be null. `server` gets a reference; the other three stay the caller's
-    // and outlive the object.
+    // and outlive the object, or until their owner is held by it.
     SRxFindDialog(HINSTANCE resourceInstance, MDxFileNameNode** selectionSlot,
                   IQxLecternServer* server, eLookFor* lookForOut, SRxFindDlgNotify* notify);
     ~SRxFindDialog();
@@ -86,8 +89,11 @@ public:
     // The window goes with its owner: the same end.
     void OnWindowDestroyed();
     // No more than the end is left of this object's life.
-    bool IsClosing() const { return ending != eDialogEnd::None; }
-    void TellOutOfMemory() const { Say(MSG_OUT_OF_MEMORY); }
+    bool IsClosing() const;
+    void TellOutOfMemory() const;
+    // Keeps the object that owns `lookForOut` and the slot alive as long as this one; null lets it
+    // go.
+    void HoldLender(IUnknown* newLender);
     // Keeps the window's place for the next opening and frees the icons of the buttons. Always
     // true.
     bool OnExit();
@@ -96,7 +102,7 @@ public:
     // empty when none is known or it doesn't fit.
     IQxLecternServer* GetServer(HRESULT* hr, WCHAR* text, std::size_t textSize);
     // Shares the caller's block.
-    void SetParams(const SRxShellExtParameters& newParams) { params = newParams; }
+    void SetParams(const SRxShellExtParameters& newParams);
     MDxFileNameNode* GetSelection() const;
     void SetSelection(MDxFileNameNode** slot);
 
@@ -107,15 +113,15 @@ public:
     bool SearchComplete(bool result);
     void EnableButtons(BOOL enable);
 
-    void AllowMultiSelect(bool allow) { allowMultiSelect = allow; }
-    bool AllowsMultiSelect() const { return allowMultiSelect; }
-    void SetModal(bool value) { modal = value; }
-    bool IsModal() const { return modal; }
-    void SetInApp(bool value) { inApp = value; }
-    bool InApp() const { return inApp; }
-    void SetOnlyAssem(bool value) { onlyAssemblies = value; }
-    bool SearchOnlyAssem() const { return onlyAssemblies; }
-    void SetAccessPoint(eAccessPoint value) { accessPoint = value; }
+    void AllowMultiSelect(bool allow);
+    bool AllowsMultiSelect() const;
+    void SetModal(bool value);
+    bool IsModal() const;
+    void SetInApp(bool value);
+    bool InApp() const;
+    void SetOnlyAssem(bool value);
+    bool SearchOnlyAssem() const;
+    void SetAccessPoint(eAccessPoint value);
 
     // Places a criterion in the list: in the place of an equal one, behind the others of its
     // property, or at the end; asks and refuses in between. `appendOnly`: at the end, and nothing
@@ -246,6 +252,7 @@ public:
     // lead here, so they end with this object.
     std::vector<SRxFoundList*> searches;
     HWND nestedDialog = nullptr;  // the open dialog of the saved searches
+    IUnknown* lender = nullptr;   // one reference; may be null
 
 private:
     friend class SRxDialogActivity;
@@ -275,12 +282,8 @@ private:
     bool Ask(UINT id) const;
 
     // A control's answer to a message; 0 where there is no such control.
-    LRESULT SendToControl(int control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-        return SendDlgItemMessageW(dialogWindow, control, message, wParam, lParam);
-    }
-    LRESULT SendToControl(int control, UINT message, WPARAM wParam, const void* pointer) const {
-        return SendToControl(control, message, wParam, reinterpret_cast<LPARAM>(pointer));
-    }
+    LRESULT SendToControl(int control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    LRESULT SendToControl(int control, UINT message, WPARAM wParam, const void* pointer) const;
     // The item data of a combo box's selection, -1 without one.
     LONG SelectedData(int comboBox) const;
 
@@ -338,7 +341,7 @@ private:
 
     void SavePlace() const;
     void ReadAppUserName();
-    HRESULT ReadServerContext(WCHAR* text, std::size_t textSize);
+    HRESULT ReadServerContext(BSTR* name);
 };
 
 // While it lives, its dialog is at work: an end that is asked for waits. The last one to go runs
@@ -355,4 +358,5 @@ private:
 };
 
 // The exported dialog procedure of the find dialog; the object is its parameter.
-INT_PTR CALLBACK FindDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+extern "C" SR_API INT_PTR CALLBACK FindDlgProc(HWND window, UINT message, WPARAM wParam,
+                                               LPARAM lParam);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "search/found_list.h"
+#include "shell/module_api.h"
 
 inline constexpr UINT_PTR kFoundTimer = 49650;
 
@@ -17,7 +18,8 @@ void AbandonSearch(SRxFoundList& list, bool letGo);
 // Ends the found dialog and frees the record. Nothing of this search is on the stack.
 void EndSearch(SRxFoundList& list);
 
-INT_PTR CALLBACK FoundDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+extern "C" SR_API INT_PTR CALLBACK FoundDlgProc(HWND window, UINT message, WPARAM wParam,
+                                                LPARAM lParam);
 
 // The selected rows as a chain in row order, each node with one reference, in `*out` or, for null,
 // in the place of an earlier chain in the record's slot. False without a selected row, and when the

@@ -77,6 +77,9 @@ public:
     // failure. `flags` is 15 and `depth` 0: the direct references of every kind.
     HRESULT GetRelatedDocs(MDxFileNameNode** docs, unsigned flags, int depth,
                            IQxLecternServer* server);
+    // The running application answers, from the documents as they are open in it.
+    HRESULT GetRelatedDocs(Application& application, MDxFileNameNode** docs, unsigned flags,
+                           int depth);
     // The documents that the last GetRelatedDocs didn't find where it refers to them.
     const std::vector<BLxWString>& MissingRelatedDocs() const { return missingDocs_; }
 

@@ -37,3 +37,19 @@ inline constexpr LONG kServerUserNameId = 0x03002511;
 // The reading server of this machine: one reference for the caller in `*server`, null on failure.
 // `name` (`cch` units, may be null) gets the context's name, empty when it doesn't fit.
 MD_API HRESULT MDxGetLecternServer(IQxLecternServer** server, bool create, WCHAR* name, DWORD cch);
+
+// The running application, found by its ProgID.
+struct Application : public IDispatch {
+protected:
+    ~Application() = default;
+};
+
+inline constexpr const WCHAR* kApplicationProgId = TEXT("Halvrine.Application");
+inline constexpr IID IID_Application = {
+    0x70109AA0, 0x63C1, 0x11D2, {0xB7, 0x8B, 0x00, 0x60, 0xB0, 0xEC, 0x02, 0x0B}};
+// The application's property that gives the context it works in, and that one's name.
+inline constexpr LONG kApplicationContextId = 0x03000127;
+inline constexpr LONG kContextNameId = 0x03001F0F;
+// The application's method, known by its name, that gives the documents which a document refers to:
+// from the full name and the flags of GetRelatedDocs to a text with a full name a line.
+inline constexpr const WCHAR* kRelatedDocumentsName = TEXT("RelatedDocuments");

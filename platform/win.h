@@ -23,11 +23,14 @@
 #include <commdlg.h>
 #include <objbase.h>
 #include <oleauto.h>
+#include <shellapi.h>
 #include <shlobj.h>
 #include <shlwapi.h>
 #else
 #include "platform/base/types.h"
 #include "platform/com/com_api.h"
+#include "platform/com/dispatch_api.h"
+#include "platform/com/shell_api.h"
 #include "platform/files/files_api.h"
 #include "platform/registry/registry_api.h"
 #include "platform/resources/resources_api.h"

@@ -1,3 +1,4 @@
+#include "dialog/running_application.h"
 #include "search/search.h"
 #include "search/search_observer.h"
 
@@ -5,16 +6,24 @@ namespace {
 
 constexpr unsigned kEveryReference = 15;
 
+// Inside the application the running application answers, else the documents themselves.
+HRESULT AskForRelatedDocs(SRxFoundList& list, MDxFileNameNode& node, MDxFileNameNode** docs) {
+    if (!node.InApp()) return node.GetRelatedDocs(docs, kEveryReference, 0, list.server);
+    Application* application = nullptr;
+    HRESULT status = FindRunningApplication(&application);
+    if (application == nullptr) return FAILED(status) ? status : E_NOINTERFACE;
+    status = node.GetRelatedDocs(*application, docs, kEveryReference, 0);
+    application->Release();
+    return status;
+}
+
 // Hangs the documents that the node refers to right behind it: depth first. A document that can't
 // be asked has none.
 void AddRelatedDocs(SRxFoundList& list, MDxFileNameNode* node) {
     constexpr unsigned kMayHaveReferences = 1;
     if ((node->relatedFlags & kMayHaveReferences) == 0) return;
-    // In the application the running application answers, which this program isn't part of: nobody
-    // is there to be asked.
-    if (node->InApp()) return;
     MDxFileNameNode* docs = nullptr;
-    const HRESULT status = node->GetRelatedDocs(&docs, kEveryReference, 0, list.server);
+    const HRESULT status = AskForRelatedDocs(list, *node, &docs);
     if (SRxSearchObserver* const observer = list.dialog->observer) {
         if (status < 0) observer->OnReferencesFailed(node->GetFileName(), status);
         for (const BLxWString& missing : node->MissingRelatedDocs())

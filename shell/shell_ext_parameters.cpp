@@ -10,6 +10,8 @@ SRxSkippedCritNode::~SRxSkippedCritNode() {
     }
 }
 
+SRxShellExtParameters::SRxShellExtParameters() = default;
+
 SRxShellExtParameters::SRxShellExtParameters(const SRxShellExtParameters& other) {
     CopyFrom(other);
 }
@@ -27,6 +29,10 @@ SRxShellExtParameters& SRxShellExtParameters::operator=(const SRxShellExtParamet
     return *this;
 }
 
+bool SRxShellExtParameters::operator!() const {
+    return !valid;
+}
+
 SRxShellExtParameters::operator const char*() const {
     return valid ? reinterpret_cast<const char*>(block) : nullptr;
 }
@@ -42,6 +48,10 @@ void SRxShellExtParameters::Assign(const char* text) {
 
 void SRxShellExtParameters::CopyFrom(const SRxShellExtParameters& other) {
     if (&other != this) Assign(other);
+}
+
+bool SRxShellExtParameters::IsValid() const {
+    return valid;
 }
 
 void SRxShellExtParameters::Clean() {

@@ -8,6 +8,7 @@
 
 #include "outside/blx_string.h"
 #include "outside/md_server.h"
+#include "shell/module_api.h"
 
 enum class eSkippedKind : unsigned { Plain = 0, FileType = 1, YesNo = 2 };
 
@@ -29,22 +30,22 @@ struct SRxSkippedCritNode {
 
 struct SRxShellExtParameterBlock;
 
-class SRxShellExtParameters {
+class SR_API SRxShellExtParameters {
 public:
-    SRxShellExtParameters() = default;
+    SRxShellExtParameters();
     SRxShellExtParameters(const SRxShellExtParameters& other);
     // `text` is null or the value of another carrier, which stays alive during the call.
     explicit SRxShellExtParameters(const char* text);
     virtual ~SRxShellExtParameters();
     SRxShellExtParameters& operator=(const SRxShellExtParameters& other);
 
-    bool operator!() const { return !valid; }
+    bool operator!() const;
     operator const char*() const;
 
     void Assign(const char* text);
     // Of itself: changes nothing.
     void CopyFrom(const SRxShellExtParameters& other);
-    bool IsValid() const { return valid; }
+    bool IsValid() const;
     // Empties the shared block for all its carriers; the block stays.
     void Clean();
     // Gives up this carrier's reference; true when it was the last one.

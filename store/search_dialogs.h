@@ -17,7 +17,9 @@ struct SRxSearchListRecord {
 };
 
 // Ends with 1 when a name was picked, with 0 on Cancel.
-INT_PTR CALLBACK OpenSearchDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+extern "C" SR_API INT_PTR CALLBACK OpenSearchDlgProc(HWND dialog, UINT message, WPARAM wParam,
+                                                     LPARAM lParam);
 // Ends with 1 when the name is to be used, with 0 on Cancel. What was saved under it stays until
 // the new search is written.
-INT_PTR CALLBACK SaveSearchDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+extern "C" SR_API INT_PTR CALLBACK SaveSearchDlgProc(HWND dialog, UINT message, WPARAM wParam,
+                                                     LPARAM lParam);

@@ -64,6 +64,7 @@ enum VARENUM : VARTYPE {
     VT_BYREF = 0x4000,
 };
 
+struct IDispatch;
 struct VARIANT {
     VARTYPE vt;
     WORD wReserved1;
@@ -76,6 +77,7 @@ struct VARIANT {
         DATE date;
         BSTR bstrVal;
         IUnknown* punkVal;
+        IDispatch* pdispVal;
     };
 };
 using VARIANTARG = VARIANT;

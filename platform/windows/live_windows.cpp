@@ -17,3 +17,18 @@ int CountLiveWindows() {
     EnumThreadWindows(GetCurrentThreadId(), topLevel, reinterpret_cast<LPARAM>(&count));
     return count;
 }
+
+HWND ShownDialogWith(int control) {
+    struct Search {
+        int control;
+        HWND found;
+    } search = {control, nullptr};
+    const auto look = [](HWND window, LPARAM parameter) -> BOOL {
+        auto& wanted = *reinterpret_cast<Search*>(parameter);
+        if (!IsWindowVisible(window) || GetDlgItem(window, wanted.control) == nullptr) return TRUE;
+        wanted.found = window;
+        return FALSE;
+    };
+    EnumThreadWindows(GetCurrentThreadId(), look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}

@@ -177,3 +177,11 @@ BOOL IsWindow(HWND window) {
 int CountLiveWindows() {
     return static_cast<int>(platform::Windows().size());
 }
+
+HWND ShownDialogWith(int control) {
+    for (const auto& [handle, object] : platform::Windows()) {
+        if (object->IsDialog() && IsWindowVisible(handle) && GetDlgItem(handle, control) != nullptr)
+            return handle;
+    }
+    return nullptr;
+}
