@@ -1,12 +1,10 @@
-// The controls of the found dialog: how they are set up, where they lie, and how the rows sort.
+// The controls of the found dialog: how they are set up and where they lie.
 #include <algorithm>
 
 #include "found/found_dialog.h"
 #include "outside/md_window_aids.h"
-#include "platform/native_path.h"
 #include "platform/resource_text.h"
 #include "search/found_rows.h"
-#include "search/value_comparison.h"
 
 LONG foundWidth = -1;
 LONG foundHeight = -1;
@@ -14,7 +12,6 @@ LONG foundHeight = -1;
 namespace {
 
 constexpr LONG kOffsetFromFindDialog = 50;
-constexpr int kFolderColumn = 1;
 constexpr UINT kMoveOnly = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
 
 RECT RectOf(HWND window) {
@@ -60,21 +57,6 @@ void TakeMeasures(SRxFoundList& list) {
     list.statusBottomMargin = dialog.bottom - status.bottom;
     list.statusLeft = status.left - dialog.left;
     list.listBottomMargin = dialog.bottom - rows.bottom;
-}
-
-int CompareTexts(WTextView a, WTextView b) {
-    return CompareStringW(LOCALE_USER_DEFAULT, kFoldText, a.data(), static_cast<int>(a.size()),
-                          b.data(), static_cast<int>(b.size())) -
-           CSTR_EQUAL;
-}
-
-// The folder of a full name as PathRemoveFileSpecW leaves it, without a copy: a sort of many rows
-// asks for it all the time.
-WTextView FolderIn(WTextView fullName) {
-    const WTextView folder = fullName.substr(0, fullName.size() - FileNameIn(fullName).size());
-    const std::size_t end = folder.find_last_not_of('\\');
-    if (end == WTextView::npos || folder[end] == ':') return folder;
-    return folder.substr(0, end + 1);
 }
 
 }  // namespace
@@ -133,13 +115,4 @@ void LayOutFoundDialog(SRxFoundList& list, int width, int height) {
     UpdateWindow(list.window);
     foundWidth = width;
     foundHeight = height;
-}
-
-int CALLBACK CompareRows(LPARAM a, LPARAM b, LPARAM column) {
-    if (a == 0 || b == 0) return 0;
-    const WTextView left = reinterpret_cast<const WCHAR*>(a);
-    const WTextView right = reinterpret_cast<const WCHAR*>(b);
-    if (column != kFolderColumn) return CompareTexts(FileNameIn(left), FileNameIn(right));
-    const int order = CompareTexts(FolderIn(left), FolderIn(right));
-    return order != 0 ? order : CompareTexts(left, right);
 }
