@@ -38,6 +38,13 @@ need_windows() {
     need wine wine wine64
 }
 
+need_desktop() {
+    need Xvfb xvfb
+    need openbox openbox
+    need xdotool xdotool
+    need iconv libc-bin
+}
+
 install_missing() {
     # Two needs may name one package.
     mapfile -t missing_packages < <(printf '%s\n' "${missing_packages[@]}" | sed '/^$/d' | sort -u)
