@@ -292,6 +292,46 @@ TEST_F(FindDialogWindow, AddsEditsAndDeletes) {
     EXPECT_EQ((Names{"File type is Design documents "}), Rows());
 }
 
+TEST_F(FindDialogWindow, TakesADate) {
+    Open(eAccessShellWindow);
+    Choose(IDC_PROPERTY_LIST, "Date checked");
+    Choose(IDC_CONDITION_LIST, "is on or after");
+    EXPECT_TRUE(IsShown(IDC_VALUE_DATE));
+    EXPECT_FALSE(IsShown(IDC_VALUE_EDIT));
+    SYSTEMTIME day{};
+    day.wYear = 2024;
+    day.wMonth = 3;
+    day.wDay = 7;
+    EXPECT_NE(0, Send(IDC_VALUE_DATE, DTM_SETSYSTEMTIME, GDT_VALID, &day));
+    // What another control tells under the same code is none of its business.
+    NMDATETIMECHANGE change{};
+    change.nmhdr = {Control(IDC_VALUE_DATE), IDC_VALUE_DATE, DTN_DATETIMECHANGE};
+    const auto tell = [&](UINT_PTR id, DWORD flags) {
+        change.nmhdr.idFrom = id;
+        change.dwFlags = flags;
+        EnableWindow(Control(IDC_ADD), flags != GDT_VALID);
+        Dialog()->pendingCriterion = false;
+        SendMessageW(window_, WM_NOTIFY, id, reinterpret_cast<LPARAM>(&change));
+        return std::string(IsOn(IDC_ADD) ? "add" : "-") +
+               (Dialog()->pendingCriterion ? " pending" : "");
+    };
+    EXPECT_EQ("-", tell(IDC_VALUE_EDIT, GDT_VALID));
+    EXPECT_EQ("-", tell(IDC_VALUE_DATE, static_cast<DWORD>(GDT_ERROR)));
+    EXPECT_EQ("add pending", tell(IDC_VALUE_DATE, GDT_VALID));
+    Press(IDC_ADD);
+    ASSERT_EQ(2u, Rows().size());
+    EXPECT_EQ("2024 3 7", wtext::ToUtf8(Dialog()->criteriaHead->nextCriterion->value));
+    // It comes back into the field with its row.
+    day.wYear = 1999;
+    Send(IDC_VALUE_DATE, DTM_SETSYSTEMTIME, GDT_VALID, &day);
+    Send(IDC_CRITERIA_LIST, LB_SETCURSEL, 1);
+    Notify(IDC_CRITERIA_LIST, LBN_SELCHANGE);
+    Send(IDC_VALUE_DATE, DTM_GETSYSTEMTIME, 0, &day);
+    EXPECT_EQ(2024, day.wYear);
+    EXPECT_FALSE(IsOn(IDC_ADD));
+    SendMessageW(window_, WM_SYSCOLORCHANGE, 0, 0);
+}
+
 TEST_F(FindDialogWindow, AsksAboutACriterionStillOpen) {
     Tree({"one.txt"});
     const struct {
