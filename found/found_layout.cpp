@@ -1,5 +1,6 @@
 // The controls of the found dialog: how they are set up and where they lie.
 #include <algorithm>
+#include <iterator>
 
 #include "found/found_dialog.h"
 #include "outside/md_window_aids.h"
@@ -12,6 +13,7 @@ LONG foundHeight = -1;
 namespace {
 
 constexpr LONG kOffsetFromFindDialog = 50;
+constexpr int kButtons[] = {IDOK, IDC_FOUND_STOP, IDC_FOUND_SAVE};  // from the left
 constexpr UINT kMoveOnly = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
 
 RECT RectOf(HWND window) {
@@ -59,6 +61,30 @@ void TakeMeasures(SRxFoundList& list) {
     list.listBottomMargin = dialog.bottom - rows.bottom;
 }
 
+// For a client area of this size.
+void PlaceControls(const SRxFoundList& list, int width, int height) {
+    const HWND rows = GetDlgItem(list.window, IDC_FOUND_LIST);
+    HWND buttons[std::size(kButtons)];
+    std::transform(std::begin(kButtons), std::end(kButtons), buttons,
+                   [&list](int id) { return GetDlgItem(list.window, id); });
+    int x = width - list.rightMargin - 2 * list.buttonGap;
+    for (const HWND button : buttons)
+        x -= WidthOf(RectOf(button));
+    const int y =
+        height - list.bottomMargin - HeightOf(RectOf(GetDlgItem(list.window, IDC_FOUND_SAVE)));
+    for (const HWND button : buttons) {
+        SetWindowPos(button, nullptr, x, y, 0, 0, kMoveOnly);
+        x += list.buttonGap + WidthOf(RectOf(button));
+    }
+    const int statusHeight = HeightOf(RectOf(list.statusBar));
+    SetWindowPos(list.statusBar, nullptr, list.statusLeft,
+                 height - list.statusBottomMargin - statusHeight, width, statusHeight,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(rows, nullptr, 0, 0, std::max<int>(width - 2 * list.rightMargin, 0),
+                 std::max<int>(height - list.listBottomMargin, 0),
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 }  // namespace
 
 bool SetUpFoundList(SRxFoundList& list) {
@@ -85,33 +111,19 @@ bool SetUpFoundList(SRxFoundList& list) {
     SetWindowPos(window, nullptr, find.left + kOffsetFromFindDialog,
                  find.top + kOffsetFromFindDialog, foundWidth, foundHeight,
                  SWP_NOZORDER | SWP_NOOWNERZORDER | noSize);
+    // Not every system tells a dialog its size when it is first shown.
+    RECT client{};
+    GetClientRect(window, &client);
+    PlaceControls(list, client.right, client.bottom);
     return true;
 }
 
 void LayOutFoundDialog(SRxFoundList& list, int width, int height) {
-    const HWND save = GetDlgItem(list.window, IDC_FOUND_SAVE);
-    const HWND rows = GetDlgItem(list.window, IDC_FOUND_LIST);
-    const HWND buttons[] = {GetDlgItem(list.window, IDOK), GetDlgItem(list.window, IDC_FOUND_STOP),
-                            save};
-    int x = width - list.rightMargin - 2 * list.buttonGap;
-    for (const HWND button : buttons)
-        x -= WidthOf(RectOf(button));
-    const int y = height - list.bottomMargin - HeightOf(RectOf(save));
-    for (const HWND button : buttons) {
-        SetWindowPos(button, nullptr, x, y, 0, 0, kMoveOnly);
-        x += list.buttonGap + WidthOf(RectOf(button));
-    }
-    const int statusHeight = HeightOf(RectOf(list.statusBar));
-    SetWindowPos(list.statusBar, nullptr, list.statusLeft,
-                 height - list.statusBottomMargin - statusHeight, width, statusHeight,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-    SetWindowPos(rows, nullptr, 0, 0, std::max<int>(width - 2 * list.rightMargin, 0),
-                 std::max<int>(height - list.listBottomMargin, 0),
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    PlaceControls(list, width, height);
     InvalidateRect(list.window, nullptr, TRUE);
-    for (const HWND button : buttons)
-        InvalidateRect(button, nullptr, TRUE);
-    InvalidateRect(rows, nullptr, TRUE);
+    for (const int button : kButtons)
+        InvalidateRect(GetDlgItem(list.window, button), nullptr, TRUE);
+    InvalidateRect(GetDlgItem(list.window, IDC_FOUND_LIST), nullptr, TRUE);
     UpdateWindow(list.window);
     foundWidth = width;
     foundHeight = height;

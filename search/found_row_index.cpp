@@ -21,14 +21,10 @@ std::string KeyOf(const WCHAR* text) {
 }  // namespace
 
 const WCHAR** FoundRowIndex::PlaceOf(const WCHAR* folder, const WCHAR* name) {
-    if (folderMark_.empty() || folder_ != folder) {
-        const auto count = static_cast<unsigned>(folders_.size());
-        folderMark_ = std::to_string(folders_.try_emplace(KeyOf(folder), count).first->second);
+    if (rows_ == nullptr || folder_ != folder) {
+        Rows* const rows = &folders_.try_emplace(KeyOf(folder)).first->second;
         folder_ = folder;
+        rows_ = rows;
     }
-    // No key holds a null before its end.
-    std::string key = KeyOf(name);
-    key += '\0';
-    key += folderMark_;
-    return &rows_.try_emplace(std::move(key), nullptr).first->second;
+    return &rows_->try_emplace(KeyOf(name), nullptr).first->second;
 }

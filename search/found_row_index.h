@@ -14,9 +14,11 @@ public:
     const WCHAR** PlaceOf(const WCHAR* folder, const WCHAR* name);
 
 private:
-    std::unordered_map<std::string, const WCHAR*> rows_;
-    std::unordered_map<std::string, unsigned> folders_;
+    // One table a folder: the files of a folder come together, and a table of all would be a walk
+    // through cold memory for each.
+    using Rows = std::unordered_map<std::string, const WCHAR*>;
+    std::unordered_map<std::string, Rows> folders_;
     // The folder of the last call, which is most often that of the next.
     WText folder_;
-    std::string folderMark_;
+    Rows* rows_ = nullptr;
 };

@@ -26,7 +26,10 @@ TEST_F(FoundDialog, LayoutAndRememberedSize) {
                 EXPECT_EQ(find.left + 50, PlaceOf(Found()).left);
                 EXPECT_EQ(find.top + 50, PlaceOf(Found()).top);
                 const RECT start = client();
+                const RECT first = PlaceOf(Control(IDC_FOUND_LIST));
                 size(start.right, start.bottom);
+                EXPECT_EQ(first.right, PlaceOf(Control(IDC_FOUND_LIST)).right);
+                EXPECT_EQ(first.bottom, PlaceOf(Control(IDC_FOUND_LIST)).bottom);
                 std::vector<RECT> before;
                 for (const int id : buttons)
                     before.push_back(PlaceOf(Control(id)));
