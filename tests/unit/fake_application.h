@@ -37,7 +37,7 @@ public:
             WText name = parameters->rgvarg[1].bstrVal;
             const std::size_t at = name.rfind(TEXT("one"));
             Tell(result,
-                 at == WText::npos ? WText() : name.replace(at, 3, TEXT("two")) + TEXT("\n"));
+                 at == WText::npos ? WText() : name.replace(at, 3, TEXT("two")) + TEXT("\n\n"));
         } else {
             return E_FAIL;
         }

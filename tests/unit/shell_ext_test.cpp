@@ -190,7 +190,7 @@ TEST_F(ModuleTest, ShellEntry) {
     EXPECT_EQ(eLookForFiles, Module().lookForType(extension));
     Module().fillCmdInfo(extension, &info);
     EXPECT_STREQ("not read", info.lpDirectory) << "the record of a shell stays as it is";
-    extension->Release();
+    EXPECT_EQ(1u, extension->Release());
     change();  // the dialog still writes there
     EXPECT_EQ(S_FALSE, Module().canUnloadNow());
     Command(window, IDCANCEL);
