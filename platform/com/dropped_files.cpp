@@ -37,8 +37,7 @@ UINT DragQueryFileW(HDROP drop, UINT index, LPWSTR buffer, UINT cch) {
         name += Traits::length(name) + 1;
     if (index == kCount) return at;
     const UINT length = static_cast<UINT>(Traits::length(name));
-    if (length == 0 || buffer == nullptr) return length;
-    if (cch == 0) return 0;
+    if (length == 0 || buffer == nullptr || cch == 0) return length;
     const UINT copied = std::min(length, cch - 1);
     Traits::copy(buffer, name, copied);
     buffer[copied] = 0;

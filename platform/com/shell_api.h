@@ -120,9 +120,9 @@ struct DROPFILES {
     BOOL fWide;
 };
 using HDROP = HGLOBAL;
-// The count of files for the index 0xFFFFFFFF. Else the units of a name without the terminator, as
-// many as were copied where there is a buffer of `cch` units; 0 past the last file. Names that are
-// not wide give ERROR_NOT_SUPPORTED and 0.
+// The count of files for the index 0xFFFFFFFF. Else the units of a name without the terminator, or,
+// where there is room in a buffer of `cch` units, as many as were copied; 0 past the last file.
+// Names that are not wide give ERROR_NOT_SUPPORTED and 0.
 UINT DragQueryFileW(HDROP drop, UINT index, LPWSTR buffer, UINT cch);
 // Only TYMED_HGLOBAL; frees the memory, or leaves that to the owner that the medium names.
 void ReleaseStgMedium(STGMEDIUM* medium);

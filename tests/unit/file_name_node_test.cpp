@@ -8,6 +8,7 @@
 #include <random>
 
 #include "platform/wtext.h"
+#include "tests/unit/fake_application.h"
 
 namespace {
 
@@ -238,6 +239,30 @@ TEST(FileNameNode, CostOfLongChains) {
         EXPECT_LT(making[1], 30 * std::max(making[0], kShortest)) << making[1].count();
         EXPECT_LT(destroying[1], 30 * std::max(destroying[0], kShortest)) << destroying[1].count();
     }
+}
+
+TEST(FileNameNode, TheApplicationNamesRelatedDocuments) {
+    FakeApplication application;
+    const struct {
+        const WCHAR* name;
+        const WCHAR* related;
+    } kRows[] = {{TEXT("Z:\\a\\one.hpa"), TEXT("Z:\\a\\two.hpa")},
+                 {TEXT("Z:\\a\\two.hpa"), nullptr}};
+    for (const auto& row : kRows) {
+        MDxFileNameNode node(row.name, -1, true);
+        MDxFileNameNode* docs = &node;
+        EXPECT_EQ(S_OK, node.GetRelatedDocs(application, &docs, 15, 0));
+        ASSERT_EQ(row.related != nullptr, docs != nullptr);
+        if (docs == nullptr) continue;
+        EXPECT_EQ(WText(row.related), docs->GetFileName());
+        EXPECT_TRUE(docs->InApp());
+        EXPECT_EQ(nullptr, docs->GetNextNode());
+        delete docs;
+        docs = &node;
+        EXPECT_GT(0, node.GetRelatedDocs(application, &docs, 1, 0)) << "refused";
+        EXPECT_EQ(nullptr, docs);
+    }
+    EXPECT_EQ(1u, application.references);
 }
 
 }  // namespace

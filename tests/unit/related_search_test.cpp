@@ -99,6 +99,11 @@ TEST_F(RelatedSearch, Knots) {
     // One that can't be read ends only its own branch.
     EXPECT_EQ((std::vector<std::string>{"d.hsb", "cut.hsb", "p.hpa"}), RunRelated("d.hsb"));
     EXPECT_EQ((std::vector<std::string>{"cut.hsb"}), failedReferences_);
+    // In the application the documents are not read, and here no application is running.
+    dialog_.SetInApp(true);
+    EXPECT_EQ((std::vector<std::string>{"a.hsb"}), RunRelated("a.hsb"));
+    EXPECT_EQ((std::vector<std::string>{"a.hsb"}), failedReferences_);
+    dialog_.SetInApp(false);
     Criterion("File name begins with p");
     EXPECT_EQ((std::vector<std::string>{"p.hpa"}), RunRelated("a.hsb"));
     // A stop between two documents ends the route at once.

@@ -3,69 +3,11 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <utility>
 
-#include "host/srsample/sample_library.h"
-#include "outside/md_file_name_node.h"
-#include "platform/live_windows.h"
-#include "platform/native_path.h"
-#include "tests/scripted_desk.h"
-#include "tests/unit/module_entries.h"
+#include "tests/unit/module_fixture.h"
 
 namespace {
-
-namespace fs = std::filesystem;
-
-class ModuleTest : public ::testing::Test {
-protected:
-    ModuleTest() : windows_(CountLiveWindows()) {
-        EXPECT_EQ(S_OK, Module().canUnloadNow()) << "nothing is alive yet";
-        folder_ =
-            fs::temp_directory_path() / ("module-test-" + std::to_string(GetCurrentProcessId()));
-        fs::create_directories(folder_);
-        for (const char* name : {"one.hpa", "two.hpa"}) {
-            SampleDocument document;
-            document.kind = eSampleKind::Part;
-            const std::vector<std::uint8_t> bytes = BuildDocument(document);
-            std::ofstream(folder_ / name, std::ios::binary)
-                .write(reinterpret_cast<const char*>(bytes.data()),
-                       static_cast<std::streamsize>(bytes.size()));
-        }
-    }
-    ~ModuleTest() override {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-        EXPECT_EQ(S_OK, Module().canUnloadNow()) << "an object is left";
-        EXPECT_EQ(windows_, CountLiveWindows());
-    }
-
-    // The extension with one reference, on the side that starts dialogs.
-    static SRxShellExt* MakeExtension() {
-        void* factory = nullptr;
-        EXPECT_EQ(S_OK, Module().getClassObject(CLSID_SRxShellExt, IID_IClassFactory, &factory));
-        void* made = nullptr;
-        EXPECT_EQ(S_OK, static_cast<IClassFactory*>(factory)->CreateInstance(
-                            nullptr, IID_IContextMenu, &made));
-        static_cast<IClassFactory*>(factory)->Release();
-        return static_cast<SRxShellExt*>(static_cast<IContextMenu*>(made));
-    }
-    static void Command(HWND dialog, int control) {
-        SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(control), 0);
-    }
-
-    WText FullName(const WCHAR* name) const {
-        return AbsoluteWidePath(folder_.native()) + TEXT("\\") + name;
-    }
-
-    fs::path folder_;
-    ScriptedDesk desk_;
-
-private:
-    DeskScope scope_{desk_};
-    int windows_;
-};
 
 TEST_F(ModuleTest, ClassObject) {
     void* const poison = this;
@@ -232,19 +174,6 @@ TEST_F(ModuleTest, TakesDroppedFiles) {
     EXPECT_EQ(0u, extension->Release());
 }
 
-class Listener : public SRxFindDlgNotify {
-public:
-    virtual ~Listener() = default;
-    void Reserved() override { heard += "?"; }
-    void OnOK(bool needsDocumentProperties) override {
-        heard += needsDocumentProperties ? "ok1 " : "ok0 ";
-    }
-    void OnFindDone() override { heard += "done "; }
-    void OnCancel() override { heard += "cancel "; }
-
-    std::string heard;
-};
-
 TEST_F(ModuleTest, ShellEntry) {
     SRxShellExt* const extension = MakeExtension();
     CMINVOKECOMMANDINFO info{};
@@ -261,7 +190,7 @@ TEST_F(ModuleTest, ShellEntry) {
     EXPECT_EQ(eLookForFiles, Module().lookForType(extension));
     Module().fillCmdInfo(extension, &info);
     EXPECT_STREQ("not read", info.lpDirectory) << "the record of a shell stays as it is";
-    extension->Release();
+    EXPECT_EQ(1u, extension->Release());
     change();  // the dialog still writes there
     EXPECT_EQ(S_FALSE, Module().canUnloadNow());
     Command(window, IDCANCEL);
@@ -306,13 +235,14 @@ TEST_F(ModuleTest, ApplicationEntry) {
         Command(window, IDCANCEL);
         EXPECT_EQ(row.chain ? "ok0 done cancel " : "cancel ", listener.heard);
         EXPECT_EQ(0u, extension->Release());
-        // What was found is the caller's.
+        // What was found is the caller's, and so is what was searched.
         const auto* hits = reinterpret_cast<const MDxFileNameNode*>(info.lpDirectory);
         ASSERT_EQ(row.chain, hits != nullptr);
         if (hits != nullptr) {
             EXPECT_NE(nullptr, hits->GetNextNode());
         }
         delete hits;
+        delete chain;
     }
 }
 
@@ -342,21 +272,6 @@ TEST_F(ModuleTest, WithoutAWindow) {
         EXPECT_EQ(S_OK, Module().canUnloadNow());
     }
 }
-
-class Server : public IQxLecternServer {
-public:
-    virtual ~Server() { EXPECT_EQ(1u, references); }
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** ppv) override {
-        return *ppv = nullptr, E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
-    ULONG STDMETHODCALLTYPE Release() override { return --references; }
-    HRESULT STDMETHODCALLTYPE GetWorkContext(IQxWorkContext** context) override {
-        return *context = nullptr, E_FAIL;
-    }
-
-    ULONG references = 1;
-};
 
 TEST_F(ModuleTest, ParametersLiveAsLongAsWhoHoldsThem) {
     for (const char* verb : {static_cast<const char*>(nullptr), "find"}) {
