@@ -24,7 +24,7 @@ SRxFindDialog::~SRxFindDialog() {
     --objectCount;
     if (server != nullptr) server->Release();
     if (gone != nullptr) *gone = true;
-    HoldLender(nullptr);
+    HoldLender(nullptr, nullptr);
 }
 
 bool SRxFindDialog::IsClosing() const {

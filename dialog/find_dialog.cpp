@@ -107,7 +107,9 @@ void SRxFindDialog::SetParams(const SRxShellExtParameters& newParams) {
     params = newParams;
 }
 
-void SRxFindDialog::HoldLender(IUnknown* newLender) {
+void SRxFindDialog::HoldLender(IUnknown* newLender, SRxFindDialog** known) {
+    if (knownTo != nullptr && *knownTo == this) *knownTo = nullptr;
+    knownTo = known;
     if (newLender != nullptr) newLender->AddRef();
     if (lender != nullptr) lender->Release();
     lender = newLender;

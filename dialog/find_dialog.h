@@ -92,8 +92,8 @@ public:
     bool IsClosing() const;
     void TellOutOfMemory() const;
     // Keeps the object that owns `lookForOut` and the slot alive as long as this one; null lets it
-    // go.
-    void HoldLender(IUnknown* newLender);
+    // go. `known`, which is the lender's, gets null when this object goes.
+    void HoldLender(IUnknown* newLender, SRxFindDialog** known);
     // Keeps the window's place for the next opening and frees the icons of the buttons. Always
     // true.
     bool OnExit();
@@ -251,8 +251,9 @@ public:
     // The searches whose records are alive, each with its found dialog if it has one. The records
     // lead here, so they end with this object.
     std::vector<SRxFoundList*> searches;
-    HWND nestedDialog = nullptr;  // the open dialog of the saved searches
-    IUnknown* lender = nullptr;   // one reference; may be null
+    HWND nestedDialog = nullptr;        // the open dialog of the saved searches
+    IUnknown* lender = nullptr;         // one reference; may be null
+    SRxFindDialog** knownTo = nullptr;  // the lender's pointer to this object
 
 private:
     friend class SRxDialogActivity;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "outside/md_messages.h"
 #include "platform/new_or_null.h"
@@ -103,11 +104,12 @@ HRESULT SRxShellExt::StartDialog(CMINVOKECOMMANDINFO& info) {
     }
     // The dialog owns itself from here on, and this object for as long as it may write into it.
     SRxFindDialog* const dialog = windowless.release();
-    dialog->HoldLender(static_cast<IContextMenu*>(this));
+    dialog->HoldLender(static_cast<IContextMenu*>(this), &findDialog);
     const LONG result = dialog->InvokeCommand(info.hwnd);
     if (result == 0) return result;
-    dialog->HoldLender(nullptr);
+    dialog->HoldLender(nullptr, nullptr);
     windowless.reset(dialog);
+    findDialog = dialog;
     return kNoDialog;
 }
 
@@ -141,13 +143,14 @@ eLookFor SRxShellExt::GetLookForType() const {
 }
 
 HWND SRxShellExt::GetFindDialogHWND() const {
-    return findDialog->dialogWindow;
+    return findDialog != nullptr ? findDialog->dialogWindow : nullptr;
 }
 
 void SRxShellExt::CloseDialog() {
+    if (findDialog == nullptr) return;
     // One without a window frees itself in the same way.
     if (findDialog == windowless.get()) (void)windowless.release();
-    findDialog->CloseDialog(false);
+    std::exchange(findDialog, nullptr)->CloseDialog(false);
 }
 
 void SRxShellExt::SetCmdInfo(CMINVOKECOMMANDINFO* info) {

@@ -42,7 +42,7 @@ public:
     // Before InvokeCommand; the listener stays the caller's.
     void SetFindDlgNotif(SRxFindDlgNotify* notify);
     eLookFor GetLookForType() const;
-    // The next two are for a dialog that is open.
+    // Null, and nothing, when no dialog is open any more.
     HWND GetFindDialogHWND() const;
     void CloseDialog();
     // The chain of documents into and out of the `lpDirectory` of a record. The chain is the
@@ -62,7 +62,8 @@ private:
     LPCITEMIDLIST folderIdList = nullptr;
     eLookFor lookFor = eLookForNone;
     SRxFindDlgNotify* findDlgNotify = nullptr;
-    SRxFindDialog* findDialog = nullptr;   // frees itself once it has a window
+    // Frees itself once it has a window, and clears this.
+    SRxFindDialog* findDialog = nullptr;
     MDxFileNameNode* selection = nullptr;  // the caller's
     // The dialog of the last InvokeCommand when it got no window.
     std::unique_ptr<SRxFindDialog> windowless;

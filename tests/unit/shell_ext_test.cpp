@@ -247,17 +247,23 @@ TEST_F(ModuleTest, ApplicationEntry) {
 }
 
 TEST_F(ModuleTest, TheCallerClosesTheDialog) {
-    Listener listener;
-    SRxShellExt* const extension = MakeExtension();
-    Module().setFindDlgNotif(extension, &listener);
-    CMINVOKECOMMANDINFO info{};
-    info.lpVerb = "find";
-    ASSERT_EQ(0, extension->InvokeCommand(&info));
-    const HWND window = Module().dialogWindow(extension);
-    Module().closeDialog(extension);
-    EXPECT_FALSE(IsWindow(window));
-    EXPECT_EQ("", listener.heard);
-    EXPECT_EQ(0u, extension->Release());
+    for (const bool afterTheUser : {false, true}) {
+        SCOPED_TRACE(afterTheUser);
+        Listener listener;
+        SRxShellExt* const extension = MakeExtension();
+        Module().setFindDlgNotif(extension, &listener);
+        CMINVOKECOMMANDINFO info{};
+        info.lpVerb = "find";
+        ASSERT_EQ(0, extension->InvokeCommand(&info));
+        const HWND window = Module().dialogWindow(extension);
+        if (afterTheUser) Command(window, IDCANCEL);
+        for (int time = 0; time < 2; ++time)
+            Module().closeDialog(extension);
+        EXPECT_FALSE(IsWindow(window));
+        EXPECT_EQ(nullptr, Module().dialogWindow(extension));
+        EXPECT_EQ(afterTheUser ? "cancel " : "", listener.heard);
+        EXPECT_EQ(0u, extension->Release());
+    }
 }
 
 TEST_F(ModuleTest, WithoutAWindow) {
