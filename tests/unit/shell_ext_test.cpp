@@ -256,7 +256,10 @@ TEST_F(ModuleTest, TheCallerClosesTheDialog) {
         info.lpVerb = "find";
         ASSERT_EQ(0, extension->InvokeCommand(&info));
         const HWND window = Module().dialogWindow(extension);
-        if (afterTheUser) Command(window, IDCANCEL);
+        if (afterTheUser) {
+            Command(window, IDCANCEL);
+            EXPECT_EQ(nullptr, Module().dialogWindow(extension));
+        }
         for (int time = 0; time < 2; ++time)
             Module().closeDialog(extension);
         EXPECT_FALSE(IsWindow(window));
