@@ -45,8 +45,8 @@ public:
     // Null, and nothing, when no dialog is open any more.
     HWND GetFindDialogHWND() const;
     void CloseDialog();
-    // The chain of documents into and out of the `lpDirectory` of a record. The chain is the
-    // caller's.
+    // The chain of documents to search out of the `lpDirectory` of a record, and the chain found,
+    // a new one, into it. Both are the caller's.
     void SetCmdInfo(CMINVOKECOMMANDINFO* info);
     void FillCmdInfo(CMINVOKECOMMANDINFO* info) const;
     HINSTANCE GetResourceHandle() const;

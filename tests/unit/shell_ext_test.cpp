@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include "tests/unit/module_fixture.h"
@@ -219,6 +220,7 @@ TEST_F(ModuleTest, ApplicationEntry) {
                 node->AddFileNode(&chain);
             }
         }
+        const std::unique_ptr<MDxFileNameNode> searched(chain);
         SRxShellExt* const extension = MakeExtension();
         Module().setFindDlgNotif(extension, &listener);
         CMINVOKECOMMANDINFO info{};
@@ -235,14 +237,13 @@ TEST_F(ModuleTest, ApplicationEntry) {
         Command(window, IDCANCEL);
         EXPECT_EQ(row.chain ? "ok0 done cancel " : "cancel ", listener.heard);
         EXPECT_EQ(0u, extension->Release());
-        // What was found is the caller's, and so is what was searched.
+        // What was found is a chain of its own, and the caller's too.
         const auto* hits = reinterpret_cast<const MDxFileNameNode*>(info.lpDirectory);
         ASSERT_EQ(row.chain, hits != nullptr);
         if (hits != nullptr) {
             EXPECT_NE(nullptr, hits->GetNextNode());
         }
         delete hits;
-        delete chain;
     }
 }
 
