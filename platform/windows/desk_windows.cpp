@@ -20,6 +20,11 @@ UINT ButtonsOf(HWND box) {
     return GetDlgItem(box, IDCANCEL) != nullptr ? MB_YESNOCANCEL : MB_YESNO;
 }
 
+// The system tells a thread also of the foreign window that comes to the front when its own goes.
+bool IsOfThisThread(HWND window) {
+    return GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
+}
+
 bool IsDialog(HWND window) {
     WCHAR name[16] = {};
     GetClassNameW(window, name, 16);
@@ -28,7 +33,8 @@ bool IsDialog(HWND window) {
 
 LRESULT CALLBACK SeeActivation(int code, WPARAM wParam, LPARAM lParam) {
     const auto window = reinterpret_cast<HWND>(wParam);
-    if (code != HCBT_ACTIVATE || current == nullptr || !IsDialog(window)) {
+    const bool isDialog = code == HCBT_ACTIVATE && IsDialog(window) && IsOfThisThread(window);
+    if (!isDialog || current == nullptr) {
         return CallNextHookEx(nullptr, code, wParam, lParam);
     }
     if (GetDlgItem(window, kMessageBoxTextId) != nullptr) {

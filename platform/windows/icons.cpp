@@ -5,6 +5,7 @@
 #include <set>
 #include <span>
 
+#include "platform/live_windows.h"
 #include "platform/resources/library.h"
 #include "platform/resources/resource_image.h"
 #include "platform/windows/windows_api.h"
@@ -120,4 +121,8 @@ int GetSystemMetrics(int index) {
             // 0 is all that tells of a failure.
             return 0;
     }
+}
+
+int CountDrawingObjects() {
+    return static_cast<int>(LiveIcons().size());
 }

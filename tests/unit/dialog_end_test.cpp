@@ -267,9 +267,14 @@ TEST_F(DialogEnd, TheHostKeepsItsKeys) {
 
 TEST_F(DialogEnd, ManyTimes) {
     const int times = IsNativeLayer() ? 500 : 40;
+    constexpr int kWarm = 4;
+    int drawings = 0;
     Tree({"one.hpa"});
     for (int round = 0; round < times; ++round) {
         Open(round % 3 == 0 ? eAccessAssembly : eAccessShellWindow);
+        if (round > kWarm) {
+            ASSERT_LT(drawings, CountDrawingObjects()) << "an open dialog holds its icons";
+        }
         if (round % 50 == 0) {
             LookIn("");
             Press(IDOK);
@@ -281,7 +286,9 @@ TEST_F(DialogEnd, ManyTimes) {
         if (IsWindow(window_)) Dialog()->CloseDialog(false);
         ASSERT_EQ(objectsBefore_, objectCount);
         ASSERT_EQ(windowsBefore_, CountLiveWindows());
+        if (round == kWarm) drawings = CountDrawingObjects();
     }
+    EXPECT_EQ(drawings, CountDrawingObjects());
 }
 
 }  // namespace

@@ -324,6 +324,7 @@ TEST_F(FoundDialog, NothingIsLeftOfManySearches) {
     constexpr int kWarm = 20;
     constexpr int kSearches = IsNativeLayer() ? 200 : 60;  // slow under Wine
     int windows = 0;
+    int drawings = 0;
     for (int i = 0; i < kSearches; ++i) {
         dialog_.SetModal(i % 2 == 0);
         acted_ = false;
@@ -337,10 +338,14 @@ TEST_F(FoundDialog, NothingIsLeftOfManySearches) {
         while (Found() != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0)
             DispatchMessageW(&message);
         ASSERT_EQ(objectsBefore_, objectCount) << "search " << i;
-        if (i == kWarm) windows = CountLiveWindows();
+        if (i == kWarm) {
+            windows = CountLiveWindows();
+            drawings = CountDrawingObjects();
+        }
     }
     EXPECT_LT(0, windows);
     EXPECT_EQ(windows, CountLiveWindows());
+    EXPECT_EQ(drawings, CountDrawingObjects());
 }
 
 TEST_F(FoundDialog, BeforeASearch) {
