@@ -10,6 +10,7 @@
 #include <thread>
 #include <utility>
 
+#include "platform/live_windows.h"
 #include "platform/windows/window_object.h"
 
 namespace {
@@ -236,4 +237,8 @@ BOOL SetKeyboardState(BYTE* states) {
 SHORT GetKeyState(int key) {
     const BYTE state = key >= 0 && key < 256 ? keyStates[static_cast<std::size_t>(key)] : BYTE{0};
     return static_cast<SHORT>(((state & 0x80) != 0 ? 0xFF80 : 0) | (state & 0x01));
+}
+
+int CountTimersAndHooks() {
+    return static_cast<int>(timers.size() + hooks.size());
 }

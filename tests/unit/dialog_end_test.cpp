@@ -269,6 +269,7 @@ TEST_F(DialogEnd, ManyTimes) {
     const int times = IsNativeLayer() ? 500 : 40;
     constexpr int kWarm = 4;
     int drawings = 0;
+    int timersAndHooks = 0;
     Tree({"one.hpa"});
     for (int round = 0; round < times; ++round) {
         Open(round % 3 == 0 ? eAccessAssembly : eAccessShellWindow);
@@ -286,9 +287,13 @@ TEST_F(DialogEnd, ManyTimes) {
         if (IsWindow(window_)) Dialog()->CloseDialog(false);
         ASSERT_EQ(objectsBefore_, objectCount);
         ASSERT_EQ(windowsBefore_, CountLiveWindows());
-        if (round == kWarm) drawings = CountDrawingObjects();
+        if (round == kWarm) {
+            drawings = CountDrawingObjects();
+            timersAndHooks = CountTimersAndHooks();
+        }
     }
     EXPECT_EQ(drawings, CountDrawingObjects());
+    EXPECT_EQ(timersAndHooks, CountTimersAndHooks());
 }
 
 }  // namespace
