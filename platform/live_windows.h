@@ -10,8 +10,9 @@ int CountLiveWindows();
 // natively, where nothing is drawn, the icons.
 int CountDrawingObjects();
 
-// The timers and hooks of the process; -1 in the Windows build, where nobody tells.
-int CountTimersAndHooks();
+// The handles that this process has open: registry keys and whatever else the system counts;
+// natively the keys, timers and hooks.
+int CountOpenHandles();
 
 // The dialog of this thread that is shown and has a control of this number; null for none.
 HWND ShownDialogWith(int control);

@@ -42,6 +42,8 @@ public:
         return handle;
     }
 
+    std::size_t OpenCount() const { return open_.size(); }
+
     DWORD Close(HKEY handle) {
         if (handle == HKEY_CURRENT_USER || handle == HKEY_LOCAL_MACHINE) return ERROR_SUCCESS;
         const auto found = open_.find(handle);
@@ -306,4 +308,10 @@ LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, DWORD* cch, DWORD* res
     name[found.size()] = 0;
     *cch = static_cast<DWORD>(found.size());
     return ERROR_SUCCESS;
+}
+
+std::size_t CountOpenKeys() {
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex());
+    return registry.OpenCount();
 }

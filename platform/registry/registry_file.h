@@ -60,3 +60,6 @@ private:
     bool damaged_ = false;
     Identity identity_;
 };
+
+// The keys of this process that are open.
+std::size_t CountOpenKeys();

@@ -36,6 +36,7 @@ int CountDrawingObjects() {
     return count;
 }
 
-int CountTimersAndHooks() {
-    return -1;
+int CountOpenHandles() {
+    DWORD count = 0;
+    return GetProcessHandleCount(GetCurrentProcess(), &count) ? static_cast<int>(count) : -1;
 }

