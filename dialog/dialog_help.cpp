@@ -14,15 +14,18 @@ HELPINFO InfoFor(HWND window) {
 
 }  // namespace
 
-void AnswerHelp(LPARAM lParam) {
-    MDxHelp(reinterpret_cast<const HELPINFO*>(lParam), HELP_WM_HELP);
-}
-
-void AnswerContextMenu(HWND control) {
+bool AnswerHelpMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_HELP) {
+        MDxHelp(reinterpret_cast<const HELPINFO*>(lParam), HELP_WM_HELP);
+        return true;
+    }
+    if (message != WM_CONTEXTMENU) return false;
+    const auto control = reinterpret_cast<HWND>(wParam);
     HELPINFO info = InfoFor(control);
     info.iCtrlId = GetDlgCtrlID(control);
     info.dwContextId = GetWindowContextHelpId(control);
     MDxHelp(&info, HELP_CONTEXTPOPUP);
+    return true;
 }
 
 void ShowDialogHelp(HWND dialog, DWORD context) {

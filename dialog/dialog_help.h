@@ -3,9 +3,8 @@
 
 #include "platform/win.h"
 
-// WM_HELP, with what its parameter points to.
-void AnswerHelp(LPARAM lParam);
-// WM_CONTEXTMENU on a control: the help text of the control, or of the dialog around it.
-void AnswerContextMenu(HWND control);
+// True for WM_HELP and WM_CONTEXTMENU, with the message's parameters: the help text of the control
+// at hand, or of the dialog around it, was shown.
+bool AnswerHelpMessage(UINT message, WPARAM wParam, LPARAM lParam);
 // The help button: the text of the whole dialog.
 void ShowDialogHelp(HWND dialog, DWORD context);

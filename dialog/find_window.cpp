@@ -100,18 +100,12 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SYSCOLORCHANGE:
             SendDlgItemMessageW(window, IDC_VALUE_DATE, message, wParam, lParam);
             return TRUE;
-        case WM_HELP:
-            AnswerHelp(lParam);
-            return TRUE;
-        case WM_CONTEXTMENU:
-            AnswerContextMenu(reinterpret_cast<HWND>(wParam));
-            return TRUE;
         case WM_DESTROY:
             LeaveOpenWindows(window);
             if (dialog != nullptr) dialog->OnWindowDestroyed();
             return FALSE;
         default:
-            return FALSE;
+            return AnswerHelpMessage(message, wParam, lParam) ? TRUE : FALSE;
     }
 }
 

@@ -248,16 +248,12 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
             for (const int control : {IDC_FOUND_LIST, IDC_FOUND_STATUS})
                 SendDlgItemMessageW(window, control, message, wParam, lParam);
             return TRUE;
-        case WM_HELP:
-            AnswerHelp(lParam);
-            return TRUE;
-        case WM_CONTEXTMENU: {
-            const auto control = reinterpret_cast<HWND>(wParam);
-            if (GetDlgCtrlID(control) != IDC_FOUND_LIST) AnswerContextMenu(control);
-            return TRUE;
-        }
+        case WM_CONTEXTMENU:
+            // A right click on the rows has a menu of its own.
+            if (GetDlgCtrlID(reinterpret_cast<HWND>(wParam)) == IDC_FOUND_LIST) return TRUE;
+            [[fallthrough]];
         default:
-            return FALSE;
+            return AnswerHelpMessage(message, wParam, lParam) ? TRUE : FALSE;
     }
 }
 

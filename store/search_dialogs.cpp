@@ -189,17 +189,11 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, int te
         case WM_COMMAND:
             if (record != nullptr) onCommand(*record, LOWORD(wParam), HIWORD(wParam));
             return TRUE;
-        case WM_HELP:
-            AnswerHelp(lParam);
-            return TRUE;
-        case WM_CONTEXTMENU:
-            AnswerContextMenu(reinterpret_cast<HWND>(wParam));
-            return TRUE;
         case WM_DESTROY:
             if (record != nullptr) record->dialog->nestedDialog = nullptr;
             return TRUE;
         default:
-            return FALSE;
+            return AnswerHelpMessage(message, wParam, lParam) ? TRUE : FALSE;
     }
 }
 

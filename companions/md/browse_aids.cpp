@@ -1,6 +1,5 @@
 // What the dialog for a file of a library shows, and where.
 #include <algorithm>
-#include <iterator>
 
 #include "outside/md_window_aids.h"
 #include "platform/wtext.h"
