@@ -12,9 +12,17 @@ WText KeyPath(const WCHAR* below) {
 }
 
 TEST_F(FindDialogWindow, OpensInTheModeOfItsEntry) {
-    const Names kAssembly = {"Components", "Constraints", "Assembly features", "Welds"};
-    const Names kPart = {"Sketch features", "Part features"};
-    const Names kFiles = {"Design documents"};
+    const Names assembly = {"Components", "Constraints", "Assembly features", "Welds"};
+    const Names part = {"Sketch features", "Part features"};
+    const Names files = {"Design documents"};
+    const Names docs = {"File type is Design documents "};
+    const Names models = {"File type is Models (parts and assemblies) "};
+    const char* const inDoc = "Find in this document:";
+    const char* const look = "&Look for:";
+    const char* const find = "Find Design Documents";
+    const char* const parts = "Find Components";
+    const char* const sketch = "Find Sketch Features";
+    const eLookFor none = eLookForNone;
     const struct {
         eAccessPoint access;
         bool inApp;
@@ -25,70 +33,14 @@ TEST_F(FindDialogWindow, OpensInTheModeOfItsEntry) {
         const char* label;
         Names rows;
     } kRows[] = {
-        {eAccessNone,
-         false,
-         false,
-         {},
-         eLookForNone,
-         "Find Design Documents",
-         "&Look for:",
-         {"File type is Design documents "}},
-        {eAccessAssembly,
-         true,
-         false,
-         kAssembly,
-         eLookForDocuments,
-         "Find Components",
-         "Find in this document:",
-         {"File type is Models (parts and assemblies) "}},
-        {eAccessAssemblyAlt,
-         true,
-         true,
-         kAssembly,
-         eLookForDocuments,
-         "Find Components",
-         "Find in this document:",
-         {"File type is Models (parts and assemblies) "}},
-        {eAccessPart,
-         true,
-         false,
-         kPart,
-         eLookForFasSketch,
-         "Find Sketch Features",
-         "Find in this document:",
-         {}},
-        {eAccessPartAlt,
-         true,
-         true,
-         kPart,
-         eLookForFasSketch,
-         "Find Sketch Features",
-         "Find in this document:",
-         {}},
-        {eAccessFindFiles,
-         true,
-         false,
-         kFiles,
-         eLookForNone,
-         "Find Design Documents",
-         "&Look for:",
-         {"File type is Design documents "}},
-        {eAccessShellWindow,
-         false,
-         false,
-         kFiles,
-         eLookForNone,
-         "Find Design Documents",
-         "&Look for:",
-         {"File type is Design documents "}},
-        {eAccessShellNoWindow,
-         false,
-         true,
-         kFiles,
-         eLookForNone,
-         "Find Design Documents",
-         "&Look for:",
-         {"File type is Design documents "}},
+        {eAccessNone, false, false, {}, none, find, look, docs},
+        {eAccessAssembly, true, false, assembly, eLookForDocuments, parts, inDoc, models},
+        {eAccessAssemblyAlt, true, true, assembly, eLookForDocuments, parts, inDoc, models},
+        {eAccessPart, true, false, part, eLookForFasSketch, sketch, inDoc, {}},
+        {eAccessPartAlt, true, true, part, eLookForFasSketch, sketch, inDoc, {}},
+        {eAccessFindFiles, true, false, files, none, find, look, docs},
+        {eAccessShellWindow, false, false, files, none, find, look, docs},
+        {eAccessShellNoWindow, false, true, files, none, find, look, docs},
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.access);
