@@ -7,9 +7,11 @@
 #include "outside/md_window_aids.h"
 #include "platform/number_text.h"
 #include "platform/resource_text.h"
+#include "search/value_comparison.h"
 
 namespace {
 
+constexpr DWORD kWithoutCase = NORM_IGNORECASE | NORM_IGNOREWIDTH;
 constexpr DWORD kPropertyNameLength = 261;  // units of a custom property's key with the terminator
 
 // The whole text of a combo box's entry; empty for one that isn't there.
@@ -82,7 +84,7 @@ void SRxFindDialog::AddConditions(std::span<const LONG> conditions) {
             StoreAString(IDC_CONDITION_LIST, appUserName, condition);
         } else if (condition == COND_IS_LOGIN_USER) {
             const bool another =
-                loginUserName[0] != 0 && !wtext::EqualsAsciiFold(loginUserName, appUserName);
+                loginUserName[0] != 0 && !TextsEqual(loginUserName, appUserName, kWithoutCase);
             if (another) StoreAString(IDC_CONDITION_LIST, loginUserName, condition);
         } else {
             LoadAString(IDC_CONDITION_LIST, condition);
@@ -121,8 +123,8 @@ void SRxFindDialog::InitCustomConditions(int item) {
     if (item == kNoId) item = static_cast<int>(SendToControl(IDC_PROPERTY_LIST, CB_GETCURSEL));
     bool yesNo = false;
     if (item != kNoId) {
-        yesNo = wtext::EqualsAsciiFold(EntryText(dialogWindow, IDC_PROPERTY_LIST, item),
-                                       ResourceText(resourceInstance, USER_PROP_YES_NO));
+        yesNo = TextsEqual(EntryText(dialogWindow, IDC_PROPERTY_LIST, item).c_str(),
+                           ResourceText(resourceInstance, USER_PROP_YES_NO).c_str(), kWithoutCase);
     }
     AddConditions(ConditionsOf(yesNo ? eConditionList::YesNo : eConditionList::All));
     SendToControl(IDC_CONDITION_LIST, CB_SETCURSEL, 0);

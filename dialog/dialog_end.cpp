@@ -52,7 +52,7 @@ void SRxFindDialog::PutOffEnd(bool byUser) {
     for (SRxFoundList* list : searches)
         AbandonSearch(*list, !byUser);
     if (!first) return;
-    if (nestedDialog != nullptr) EndDialog(nestedDialog, IDCANCEL);
+    if (nestedDialog != nullptr) EndDialog(nestedDialog, 0);
     if (dialogWindow != nullptr) ShowWindow(dialogWindow, SW_HIDE);
 }
 
@@ -98,7 +98,7 @@ bool SRxFindDialog::OnExit() {
     return true;
 }
 
-void SRxFindDialog::SavePlace() const {
+void SRxFindDialog::SavePlace() const try {
     RECT rect{};
     if (!GetWindowRect(dialogWindow, &rect)) return;
     WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
@@ -108,4 +108,6 @@ void SRxFindDialog::SavePlace() const {
     const LONG place[] = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
     (void)BLxPref_Reg::Write(key, nullptr, REG_BINARY, place, sizeof(place));
     BLxPref_Reg::CloseKey(key);
+} catch (const std::bad_alloc&) {
+    // Nor without memory for it.
 }

@@ -98,7 +98,7 @@ void SRxFindDialog::SetUpForAssembly() {
 }
 
 bool SRxFindDialog::InitDialogControls() {
-    updatingControls = true;
+    const SRxQuietControls quiet(*this);
     MDxCalcSizeDialog(dialogWindow, true);
     RestorePlace();
     constexpr WPARAM kRowExtent = 32000;
@@ -128,6 +128,5 @@ bool SRxFindDialog::InitDialogControls() {
         SetWindowIcon(IDI_FIND);
     }
     SetFocus(GetDlgItem(dialogWindow, IDC_PROPERTY_LIST));
-    updatingControls = false;
     return result;
 }

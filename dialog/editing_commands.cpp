@@ -160,10 +160,9 @@ bool SRxFindDialog::OnCommandDelete() {
 bool SRxFindDialog::OnCommandCriterList() {
     const SRxCriteriaNode* selected = SelectedCriterion();
     if (selected == nullptr) return true;
-    updatingControls = true;
+    const SRxQuietControls quiet(*this);
     ShowCriterion(*selected);
     EnableWindow(GetDlgItem(dialogWindow, IDC_ADD), FALSE);
-    updatingControls = false;
     return true;
 }
 

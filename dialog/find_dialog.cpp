@@ -55,9 +55,9 @@ void SRxFindDialog::ReadAppUserName() {
     void* found = nullptr;
     if (FAILED(server->QueryInterface(IID_IQxServerProperties, &found)) || found == nullptr) return;
     auto* properties = static_cast<IQxServerProperties*>(found);
-    BSTR name = nullptr;
-    if (SUCCEEDED(properties->GetTextProperty(kServerUserNameId, &name))) {
-        TakeText(appUserName, kLabelLength, name);
+    VARIANT name;
+    if (SUCCEEDED(ReadDispatchProperty(*properties, kServerUserNameId, VT_BSTR, name))) {
+        TakeText(appUserName, kLabelLength, name.bstrVal);
     }
     properties->Release();
 }
@@ -73,7 +73,7 @@ IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t
         // when neither gave one.
         BSTR context = nullptr;
         if (server != nullptr) status = ReadServerContext(&context);
-        if (name[0] == 0 && context == nullptr) status = ReadApplicationContext(&context);
+        if (name[0] == 0 && context == nullptr) (void)ReadApplicationContext(&context);
         if (SysStringLen(context) != 0) {
             TakeText(name, kContextLength, context);
         } else {
@@ -198,8 +198,13 @@ LRESULT SRxFindDialog::SendToControl(int control, UINT message, WPARAM wParam,
     return SendToControl(control, message, wParam, reinterpret_cast<LPARAM>(pointer));
 }
 
-void SRxFindDialog::TellOutOfMemory() const {
-    Say(MSG_OUT_OF_MEMORY);
+void SRxFindDialog::TellOutOfMemory(HWND owner) const noexcept {
+    try {
+        DisplayMessageId(resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
+                         owner == dialogWindow ? 0 : kHelpFoundList, owner);
+    } catch (const std::bad_alloc&) {
+        // Nor for the telling: the work was given up, and nothing is left in between.
+    }
 }
 
 void SRxFindDialog::Say(UINT id) const {

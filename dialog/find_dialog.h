@@ -90,7 +90,8 @@ public:
     void OnWindowDestroyed();
     // No more than the end is left of this object's life.
     bool IsClosing() const;
-    void TellOutOfMemory() const;
+    // `owner`: the window that the message belongs to.
+    void TellOutOfMemory(HWND owner) const noexcept;
     // Keeps the object that owns `lookForOut` and the slot alive as long as this one; null lets it
     // go. `known`, which is the lender's, gets null when this object goes.
     void HoldLender(IUnknown* newLender, SRxFindDialog** known);
@@ -353,6 +354,20 @@ public:
     ~SRxDialogActivity();
     SRxDialogActivity(const SRxDialogActivity&) = delete;
     SRxDialogActivity& operator=(const SRxDialogActivity&) = delete;
+
+private:
+    SRxFindDialog& dialog_;
+};
+
+// While it lives, what the controls tell is the dialog's own doing.
+class SRxQuietControls {
+public:
+    explicit SRxQuietControls(SRxFindDialog& dialog) : dialog_(dialog) {
+        dialog_.updatingControls = true;
+    }
+    ~SRxQuietControls() { dialog_.updatingControls = false; }
+    SRxQuietControls(const SRxQuietControls&) = delete;
+    SRxQuietControls& operator=(const SRxQuietControls&) = delete;
 
 private:
     SRxFindDialog& dialog_;

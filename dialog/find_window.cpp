@@ -252,7 +252,7 @@ INT_PTR CALLBACK FindDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
         return Receive(window, message, wParam, lParam);
     } catch (const std::bad_alloc&) {
         // The object lives as long as its window knows it.
-        if (const SRxFindDialog* dialog = DialogOf(window)) dialog->TellOutOfMemory();
+        if (const SRxFindDialog* dialog = DialogOf(window)) dialog->TellOutOfMemory(window);
         return TRUE;
     }
 }

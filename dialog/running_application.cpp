@@ -12,8 +12,9 @@ using UnknownOwner = Owner<IUnknown*, ReleaseInterface<IUnknown>>;
 using ApplicationOwner = Owner<Application*, ReleaseInterface<Application>>;
 using DispatchOwner = Owner<IDispatch*, ReleaseInterface<IDispatch>>;
 
-// A property's value of this type, left to the caller; another type is a failure.
-HRESULT ReadProperty(IDispatch& object, DISPID id, VARTYPE type, VARIANT& value) {
+}  // namespace
+
+HRESULT ReadDispatchProperty(IDispatch& object, DISPID id, VARTYPE type, VARIANT& value) {
     DISPPARAMS none = {};
     VariantInit(&value);
     HRESULT status = object.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
@@ -22,8 +23,6 @@ HRESULT ReadProperty(IDispatch& object, DISPID id, VARTYPE type, VARIANT& value)
     if (FAILED(status)) VariantClear(&value);
     return status;
 }
-
-}  // namespace
 
 HRESULT FindRunningApplication(Application** application) {
     *application = nullptr;
@@ -45,10 +44,10 @@ HRESULT ReadApplicationContext(BSTR* name) {
     HRESULT status = FindRunningApplication(application.out());
     if (!application) return status;
     VARIANT value;
-    status = ReadProperty(*application.get(), kApplicationContextId, VT_DISPATCH, value);
+    status = ReadDispatchProperty(*application.get(), kApplicationContextId, VT_DISPATCH, value);
     const DispatchOwner context(SUCCEEDED(status) ? value.pdispVal : nullptr);
     if (!context) return status;
-    status = ReadProperty(*context.get(), kContextNameId, VT_BSTR, value);
+    status = ReadDispatchProperty(*context.get(), kContextNameId, VT_BSTR, value);
     if (SUCCEEDED(status)) *name = value.bstrVal;
     return status;
 }

@@ -9,3 +9,7 @@
 // The name of the context that the running application works in: a text for the caller to free, or
 // null.
 [[nodiscard]] HRESULT ReadApplicationContext(BSTR* name);
+
+// A property's value of this type, left to the caller; another type is a failure.
+[[nodiscard]] HRESULT ReadDispatchProperty(IDispatch& object, DISPID id, VARTYPE type,
+                                           VARIANT& value);

@@ -76,8 +76,8 @@ bool StartModal(std::unique_ptr<SRxFoundList> list, SRxFindDialog& dialog) {
     }
     dialog.SearchComplete(false);
     if (result < 0) {
-        DisplayMessageId(dialog.resourceInstance, MSG_DIALOG_FAILED, MB_OK, eKindError,
-                         kHelpFoundList, dialog.dialogWindow);
+        DisplayMessageId(dialog.resourceInstance, MSG_DIALOG_FAILED, MB_OK, eKindError, kHelpFind,
+                         dialog.dialogWindow);
     }
     return false;
 }
@@ -93,8 +93,7 @@ bool StartFoundDialog(SRxFoundList& list, const SRxShellExtParameters& params) {
             RunSearch(list);
         } catch (const std::bad_alloc&) {
             dialog.SearchComplete(false);
-            DisplayMessageId(dialog.resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
-                             kHelpFoundList, dialog.dialogWindow);
+            dialog.TellOutOfMemory(dialog.dialogWindow);
         }
         return true;
     }

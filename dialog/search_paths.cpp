@@ -223,8 +223,9 @@ bool SRxFindDialog::OnCommandRelatedDocs() {
 
 WText SRxFindDialog::BrowseStart() {
     WText start = LookInText();
-    if (!start.empty()) return FolderOf(std::move(start));
-    IQxLecternServer* const reader = inApp ? nullptr : GetServer(nullptr, nullptr, 0);
+    const bool asksServer = start.empty() && !inApp;
+    start = FolderOf(std::move(start));
+    IQxLecternServer* const reader = asksServer ? GetServer(nullptr, nullptr, 0) : nullptr;
     IQxWorkContext* context = nullptr;
     if (reader != nullptr && SUCCEEDED(reader->GetWorkContext(&context)) && context != nullptr) {
         BSTR folder = nullptr;

@@ -87,9 +87,15 @@ void EndFoundDialog(SRxFoundList& list, INT_PTR result) {
     }
 }
 
-void TellOutOfMemory(const SRxFoundList& list) {
-    DisplayMessageId(list.dialog->resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
-                     kHelpFoundList, list.window);
+void GiveUpSearch(SRxFoundList& list) {
+    list.dialog->SearchComplete(false);
+    list.dialog->TellOutOfMemory(list.window);
+    try {
+        if (!list.windowGone) CloseFoundSearch(list);
+    } catch (const std::bad_alloc&) {
+        // The texts stay as they were; the buttons are those of a finished search.
+    }
+    list.stopRequested = false;
 }
 
 // One search in the life of a dialog.
@@ -99,9 +105,7 @@ void RunSearchOnce(SRxFoundList& list) {
     try {
         RunSearch(list);
     } catch (const std::bad_alloc&) {
-        list.dialog->SearchComplete(false);
-        TellOutOfMemory(list);
-        if (!list.windowGone) CloseFoundSearch(list);
+        GiveUpSearch(list);
     }
     list.stage = eFoundStage::Finished;
     if (list.windowGone) {
@@ -278,7 +282,7 @@ bool CollectSelection(SRxFoundList& list, MDxFileNameNode** out) {
     MDxFileNameNode* chain = nullptr;
     const bool complete = BuildChain(list, &chain);
     if (chain != nullptr || !complete) *(out != nullptr ? out : list.selectionSlot) = chain;
-    if (!complete) TellOutOfMemory(list);
+    if (!complete) list.dialog->TellOutOfMemory(list.window);
     return chain != nullptr;
 }
 

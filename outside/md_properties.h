@@ -91,7 +91,8 @@ public:
     MDxControlProperties& ControlProp();
     MDxCustomProperties& CustomProp();
 
-private:
     struct State;
+
+private:
     std::unique_ptr<State> state_;
 };

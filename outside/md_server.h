@@ -23,9 +23,7 @@ protected:
 };
 
 // The server's properties, by dispatch id.
-struct IQxServerProperties : public IUnknown {
-    virtual HRESULT STDMETHODCALLTYPE GetTextProperty(LONG dispatchId, BSTR* text) = 0;
-
+struct IQxServerProperties : public IDispatch {
 protected:
     ~IQxServerProperties() = default;
 };

@@ -2,6 +2,7 @@
 #include "outside/blx_registry.h"
 #include "outside/md_messages.h"
 #include "outside/md_registry.h"
+#include "platform/native_path.h"
 #include "platform/wtext.h"
 #include "search/search.h"
 #include "search/search_observer.h"
@@ -26,6 +27,12 @@ void ReportFolder(SRxFoundList& list, const WCHAR* folder) {
     if (list.dialog->observer != nullptr) list.dialog->observer->OnFolderFailed(folder);
     DisplayMessageFileName(list.dialog->resourceInstance, folder, MSG_PATH_NOT_FOUND, kHelpFind,
                            list.window, MB_OK);
+}
+
+// On a drive from its root, or in the network.
+bool IsAbsolute(WTextView path) {
+    const bool hasDrive = path.size() > 2 && path[1] == ':' && (path[2] == '\\' || path[2] == '/');
+    return hasDrive || path.substr(0, 2) == TEXT("\\\\");
 }
 
 // Folders that hold what was thrown away or replaced.
@@ -60,7 +67,10 @@ public:
         fullName_ += entry;
         if (!isDirectory) {
             MDxFileNameNode node(fullName_.c_str(), -1, list_.dialog->InApp());
+            const bool said = list_.sharingMessageShown;
             TestFile(list_, prefix_.c_str(), entry.c_str(), &node, needProperties_, insertIndex_);
+            // A message box pumps as well.
+            if (list_.sharingMessageShown != said) inFolder_ = false;
         } else if (subfolders_ && !IsSkippedName(entry)) {
             auto* folder = new MDxFileNameNode(fullName_.c_str(), -1, list_.dialog->InApp());
             folder->AddFileNode(&head_);
@@ -124,8 +134,7 @@ bool WalkDirectory(SRxFoundList& list, const WCHAR* path, LRESULT subfolders, bo
 }
 
 bool SearchFolders(SRxFoundList& list, LRESULT subfolders, bool needProperties) {
-    const HWND dialog = list.dialog->dialogWindow;
-    const BLxWString text = ReadControlText(dialog, IDC_PATH_LIST);
+    const BLxWString text = ReadControlText(list.dialog->dialogWindow, IDC_PATH_LIST);
     if (text.empty()) return false;
     if (text.size() >= kPathLength) {
         // Cutting it would search another folder.
@@ -133,7 +142,9 @@ bool SearchFolders(SRxFoundList& list, LRESULT subfolders, bool needProperties) 
         return false;
     }
     RememberRecentPath(list, text.c_str());
-    list.rootNode = new MDxFileNameNode(text.c_str(), -1, list.dialog->InApp());
+    // The current folder changes on the way, so a path from it is made whole at the start.
+    const WText root = IsAbsolute(text) ? WText(text) : FullWidePath(WText(text));
+    list.rootNode = new MDxFileNameNode(root.c_str(), -1, list.dialog->InApp());
     bool result = true;
     int insertIndex = 0;
     for (MDxFileNameNode* current = list.rootNode; !list.stopRequested && current != nullptr;) {
@@ -151,7 +162,7 @@ bool SearchFolders(SRxFoundList& list, LRESULT subfolders, bool needProperties) 
         }
         current = DropVisited(list, *current);
     }
-    SetCurrentDirectoryW(ReadControlText(dialog, IDC_PATH_LIST).c_str());
+    SetCurrentDirectoryW(root.c_str());
     return result;
 }
 

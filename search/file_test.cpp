@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "outside/md_messages.h"
 #include "search/found_rows.h"
 #include "search/property_criteria.h"
@@ -8,17 +10,14 @@
 namespace {
 
 // Opens the file's property sets when that can matter.
-HRESULT ReadProperties(SRxFoundList& list, MDxFileNameNode& node) {
+HRESULT ReadProperties(SRxFoundList& list, MDxFileNameNode& node, MDxProperties& properties) {
     SRxSearchObserver* observer = list.dialog->observer;
     if (!PassesFileTypeFilter(list, node.GetFileName())) {
         if (observer != nullptr) observer->OnPassedOver();
         return E_FAIL;
     }
-    if (list.properties == nullptr) {
-        list.properties = std::make_unique<MDxProperties>(false, nullptr);
-    }
-    HRESULT status = list.properties->Initialize(nullptr, false);
-    if (status >= 0) status = list.properties->InitProps(node, 0, nullptr);
+    HRESULT status = properties.Initialize(nullptr, false);
+    if (status >= 0) status = properties.InitProps(node, 0, nullptr);
     if (observer != nullptr) observer->OnPropertiesRead(node.GetFileName(), status);
     if ((status == STG_E_SHAREVIOLATION || status == STG_E_LOCKVIOLATION) &&
         !list.sharingMessageShown) {
@@ -94,8 +93,11 @@ bool TestFile(SRxFoundList& list, const WCHAR* folder, const WCHAR* name, MDxFil
 }
 
 bool MatchFile(SRxFoundList& list, MDxFileNameNode* node, bool needProperties) {
-    const HRESULT status = needProperties ? ReadProperties(list, *node) : S_OK;
-    const FileAtHand file = {*node, needProperties ? list.properties.get() : nullptr, status,
+    // They hold the file open, so they go with this test.
+    std::optional<MDxProperties> properties;
+    if (needProperties) properties.emplace(false, nullptr);
+    const HRESULT status = needProperties ? ReadProperties(list, *node, *properties) : S_OK;
+    const FileAtHand file = {*node, needProperties ? &*properties : nullptr, status,
                              needProperties};
     JoinRule join;
     list.outcomes.clear();

@@ -52,8 +52,6 @@ struct SRxFoundList {
     // The route hands the caller's own nodes to the file test: each leaves with a record for every
     // criterion, hit or not.
     bool keepsRecords = false;
-    // Reused from file to file.
-    std::unique_ptr<MDxProperties> properties;
     std::vector<CriterionOutcome> outcomes;
     eFoundStage stage = eFoundStage::Prepared;
     // The window was destroyed in mid-search: the record lives on until the search has ended.

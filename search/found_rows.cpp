@@ -132,6 +132,12 @@ void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
 
 void CloseFoundSearch(SRxFoundList& list) {
     HoldRedraw(list, false);
+    EnableWindow(GetDlgItem(list.window, IDC_FOUND_STOP), FALSE);
+    EnableWindow(GetDlgItem(list.window, IDOK), TRUE);
+    SendMessageW(list.window, DM_SETDEFID, IDOK, 0);
+    SetFocus(GetDlgItem(list.window, IDOK));
+    EnableWindow(GetDlgItem(list.window, IDC_FOUND_SAVE), TRUE);
+    // The texts come last: for them alone memory is needed.
     const LRESULT count = SendToFoundList(list, LVM_GETITEMCOUNT);
     WText head;
     WText tail;
@@ -143,9 +149,4 @@ void CloseFoundSearch(SRxFoundList& list) {
     if (list.stopRequested) head = TextOf(list, STR_STOPPED);
     SetListWidth(list.window, IDC_FOUND_LIST, kFoundColumns);
     SetStatus(list, head + tail);
-    EnableWindow(GetDlgItem(list.window, IDC_FOUND_STOP), FALSE);
-    EnableWindow(GetDlgItem(list.window, IDOK), TRUE);
-    SendMessageW(list.window, DM_SETDEFID, IDOK, 0);
-    SetFocus(GetDlgItem(list.window, IDOK));
-    EnableWindow(GetDlgItem(list.window, IDC_FOUND_SAVE), TRUE);
 }

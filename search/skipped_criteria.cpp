@@ -1,3 +1,5 @@
+#include <memory>
+
 #include "search/search.h"
 
 namespace {
@@ -45,8 +47,8 @@ SRxSkippedCritNode* MakeLink(const SRxCriteriaNode& criterion) {
 }  // namespace
 
 SRxSkippedCritNode* BuildSkippedCriteria(const SRxFoundList& list) {
-    SRxSkippedCritNode* head = nullptr;
-    SRxSkippedCritNode** end = &head;
+    std::unique_ptr<SRxSkippedCritNode> head;
+    SRxSkippedCritNode* last = nullptr;
     bool inGroup = false;
     for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr; c = c->nextCriterion) {
         const SRxCriteriaNode* n = c->nextCriterion;
@@ -58,13 +60,16 @@ SRxSkippedCritNode* BuildSkippedCriteria(const SRxFoundList& list) {
             }
         }
         if (SRxSkippedCritNode* link = MakeLink(*c)) {
-            *end = link;
-            end = &link->next;
+            if (last == nullptr) {
+                head.reset(link);
+            } else {
+                last->next = link;
+            }
+            last = link;
         } else if (!inGroup) {
             // A term that can't be told makes the rest say more than the search did.
-            delete head;
             return nullptr;
         }
     }
-    return head;
+    return head.release();
 }

@@ -6,7 +6,9 @@
 #include "platform/new_or_null.h"
 #include "shell/module_state.h"
 
-bool FindFiles(HWND owner, WCHAR* name, unsigned nameSize, bool multiSelect) {
+namespace {
+
+bool FindAndPick(HWND owner, WCHAR* name, unsigned nameSize, bool multiSelect) {
     MDxFileNameNode* picked = nullptr;
     auto dialog = NewOrNull<SRxFindDialog>(SrResReturnHandle(), &picked, nullptr, nullptr, nullptr);
     if (dialog == nullptr) return true;
@@ -23,4 +25,15 @@ bool FindFiles(HWND owner, WCHAR* name, unsigned nameSize, bool multiSelect) {
     if (name == nullptr) return true;
     name[0] = 0;
     return chain != nullptr && wtext::CopyWhole(name, nameSize, chain->GetFileName());
+}
+
+}  // namespace
+
+bool FindFiles(HWND owner, WCHAR* name, unsigned nameSize, bool multiSelect) {
+    try {
+        return FindAndPick(owner, name, nameSize, multiSelect);
+    } catch (const std::bad_alloc&) {
+        // As without memory for the dialog.
+        return true;
+    }
 }

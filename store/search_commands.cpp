@@ -93,7 +93,8 @@ bool SRxFindDialog::OnCommandSaveSearch(bool lastSearch) {
     const INT_PTR result =
         DialogBoxParamW(resourceInstance, MAKEINTRESOURCEW(IDD_SR_SAVESEARCH), dialogWindow,
                         SaveSearchDlgProc, reinterpret_cast<LPARAM>(record.get()));
-    return result < 1 || WriteSearch(record->name, false);
+    constexpr INT_PTR kNamed = 1;
+    return result != kNamed || WriteSearch(record->name, false);
 }
 
 bool SRxFindDialog::OnCommandOpenSearch(bool lastSearch) {

@@ -143,7 +143,9 @@ bool TakeName(SRxSearchListRecord& record) {
     // The old search goes when the new one is written: a failure in between loses neither.
     const int answer = DisplayMessageId(record.dialog->resourceInstance, MSG_ASK_OVERWRITE,
                                         MB_YESNO, eKindQuestion, kHelpSaveSearch, record.window);
-    return answer == IDYES || answer == IDOK;
+    if (answer == IDYES || answer == IDOK) return true;
+    record.name[0] = 0;
+    return false;
 }
 
 void OnSaveCommand(SRxSearchListRecord& record, int control, int code) {
@@ -169,31 +171,48 @@ void OnSaveCommand(SRxSearchListRecord& record, int control, int code) {
     }
 }
 
-// What both dialogs do with their messages.
-INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, int templateId,
-                 void (*fill)(SRxSearchListRecord&),
-                 void (*onCommand)(SRxSearchListRecord&, int, int)) {
-    auto* record = reinterpret_cast<SRxSearchListRecord*>(GetWindowLongPtrW(dialog, DWLP_USER));
+SRxSearchListRecord* RecordOf(HWND dialog) {
+    return reinterpret_cast<SRxSearchListRecord*>(GetWindowLongPtrW(dialog, DWLP_USER));
+}
+
+// What differs between the dialogs.
+struct DialogKind {
+    int templateId;
+    void (*fill)(SRxSearchListRecord&);
+    void (*onCommand)(SRxSearchListRecord&, int control, int code);
+};
+
+INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, const DialogKind& kind) {
+    SRxSearchListRecord* record = RecordOf(dialog);
     switch (message) {
         case WM_INITDIALOG:
             SetWindowLongPtrW(dialog, DWLP_USER, lParam);
             MDxSubstituteShellFont(dialog);
-            SetWindowContextHelpId(dialog, static_cast<DWORD>(templateId));
+            SetWindowContextHelpId(dialog, static_cast<DWORD>(kind.templateId));
             record = reinterpret_cast<SRxSearchListRecord*>(lParam);
             if (record != nullptr) {
                 record->window = dialog;
                 record->dialog->nestedDialog = dialog;
-                fill(*record);
+                kind.fill(*record);
             }
             return TRUE;
         case WM_COMMAND:
-            if (record != nullptr) onCommand(*record, LOWORD(wParam), HIWORD(wParam));
+            if (record != nullptr) kind.onCommand(*record, LOWORD(wParam), HIWORD(wParam));
             return TRUE;
         case WM_DESTROY:
             if (record != nullptr) record->dialog->nestedDialog = nullptr;
             return TRUE;
         default:
             return AnswerHelpMessage(message, wParam, lParam) ? TRUE : FALSE;
+    }
+}
+
+INT_PTR Receive(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, const DialogKind& kind) {
+    try {
+        return Dispatch(dialog, message, wParam, lParam, kind);
+    } catch (const std::bad_alloc&) {
+        if (const auto* record = RecordOf(dialog)) record->dialog->TellOutOfMemory(dialog);
+        return TRUE;
     }
 }
 
@@ -205,11 +224,11 @@ SRxSearchListRecord::SRxSearchListRecord(SRxFindDialog* owner, eAccessPoint from
       accessPoint(from) {}
 
 INT_PTR CALLBACK OpenSearchDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    return Dispatch(dialog, message, wParam, lParam, IDD_SR_OPENSEARCH, FillSearchList,
-                    OnOpenCommand);
+    return Receive(dialog, message, wParam, lParam,
+                   {IDD_SR_OPENSEARCH, FillSearchList, OnOpenCommand});
 }
 
 INT_PTR CALLBACK SaveSearchDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    return Dispatch(dialog, message, wParam, lParam, IDD_SR_SAVESEARCH, PrepareNameField,
-                    OnSaveCommand);
+    return Receive(dialog, message, wParam, lParam,
+                   {IDD_SR_SAVESEARCH, PrepareNameField, OnSaveCommand});
 }

@@ -104,8 +104,9 @@ void MDxFileNameNode::AddFileNode(MDxFileNameNode** head) {
     ChainIndex& index = (*head)->Index();
     while (index.Extend())
         continue;
-    index.Last().next_ = this;
-    index.Take(*this);
+    MDxFileNameNode& last = index.Last();
+    index.Take(*this);  // without memory nothing is linked
+    last.next_ = this;
 }
 
 bool MDxFileNameNode::AddFileNodeUnique(MDxFileNameNode** head) {

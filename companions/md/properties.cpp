@@ -77,8 +77,24 @@ struct MDxProperties::State {
     MDxCustomProperties custom{document};
 };
 
-MDxProperties::MDxProperties(bool, IMDxDv*) : state_(std::make_unique<State>()) {}
-MDxProperties::~MDxProperties() = default;
+namespace {
+
+// The buffers of the object that went last, for the next: a search makes one for each file.
+std::unique_ptr<MDxProperties::State>& SpareState() {
+    static std::unique_ptr<MDxProperties::State> spare;
+    return spare;
+}
+
+}  // namespace
+
+MDxProperties::MDxProperties(bool, IMDxDv*) : state_(std::move(SpareState())) {
+    if (state_ == nullptr) state_ = std::make_unique<State>();
+}
+
+MDxProperties::~MDxProperties() {
+    state_->document.Close();
+    SpareState() = std::move(state_);
+}
 
 HRESULT MDxProperties::Initialize(IMDxDv* callback, bool write) {
     return callback == nullptr && !write ? S_OK : E_NOTIMPL;

@@ -119,8 +119,8 @@ TEST_F(CatalogueControls, CustomPropertiesOfTheRegistry) {
 // Each property of the list with each of its conditions: how many, which first, which control.
 TEST_F(CatalogueControls, ConditionsAndValueControls) {
     dialog_.SetOnlyAssem(true);
-    (void)wtext::CopyWhole(dialog_.appUserName, kLabelLength, TEXT("Somebody"));
-    (void)wtext::CopyWhole(dialog_.loginUserName, kLabelLength, TEXT("somebody"));
+    (void)wtext::CopyWhole(dialog_.appUserName, kLabelLength, TEXT("J\u00D6RG"));
+    (void)wtext::CopyWhole(dialog_.loginUserName, kLabelLength, TEXT("j\u00F6rg"));
     dialog_.InitProperties();
     int asked = 0;
     for (const PropertyRow& row : kPropertyRows) {

@@ -222,6 +222,43 @@ TEST_F(DialogEnd, WhileADialogOfTheSavedSearchesIsOpen) {
     EXPECT_EQ(objectsBefore_, objectCount);
 }
 
+// A No is a No, though the dialog goes while the question stands.
+TEST_F(DialogEnd, WhileTheSaveDialogAsks) {
+    const WText name = TEXT("kept");
+    StoredSearch kept;
+    kept.environment = eAccessShellWindow;
+    ASSERT_EQ(eStoredWrite::Whole, WriteSavedSearch(name.c_str(), kept));
+    Open(eAccessShellWindow);
+    SRxFindDialog* const dialog = Dialog();
+    Add("Title", "contains", "x");
+    class Closing : public Desk {
+    public:
+        explicit Closing(SRxFindDialog& dialog) : dialog_(dialog) {}
+        int AnswerMessageBox(const MessageBoxQuestion&) override {
+            ++asked;
+            dialog_.CloseDialog(false);
+            return IDNO;
+        }
+        int asked = 0;
+
+    private:
+        SRxFindDialog& dialog_;
+    } desk(*dialog);
+    const DeskScope scope(desk);
+    Script({[&] {
+        SetDlgItemTextW(dialog->nestedDialog, IDC_SEARCH_NAME, name.c_str());
+        SendMessageW(dialog->nestedDialog, WM_COMMAND, IDOK, 0);
+    }});
+    Press(IDC_SAVE_SEARCH);
+    EndScript();
+    EXPECT_EQ(1, desk.asked);
+    EXPECT_EQ(objectsBefore_, objectCount);
+    StoredSearch read;
+    EXPECT_EQ(eStoredRead::Whole, ReadSavedSearch(name.c_str(), read));
+    EXPECT_EQ(kept, read);
+    EXPECT_TRUE(DeleteSavedSearch(name.c_str()));
+}
+
 TEST_F(DialogEnd, TwoDialogsAtOnce) {
     Open(eAccessShellWindow);
     const HWND first = window_;

@@ -54,16 +54,26 @@ public:
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
     ULONG STDMETHODCALLTYPE Release() override { return --references; }
-    HRESULT STDMETHODCALLTYPE GetTextProperty(LONG id, BSTR* text) override {
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPWSTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*,
+                                     VARIANT* result, EXCEPINFO*, UINT*) override {
         EXPECT_EQ(kServerUserNameId, id);
-        return *text = SysAllocString(WText(userLength, 'u').c_str()), S_OK;
+        EXPECT_EQ(DISPATCH_PROPERTYGET, flags);
+        result->vt = VT_BSTR;
+        result->bstrVal = SysAllocString(WText(userLength, 'u').c_str());
+        return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetWorkContext(IQxWorkContext** context) override {
         AddRef();
         return *context = this, S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetWorkContextName(BSTR* name) override {
-        return *name = SysAllocString(WText(nameLength, 'n').c_str()), S_OK;
+        *name = isNameless ? nullptr : SysAllocString(WText(nameLength, 'n').c_str());
+        return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetWorkContextFolder(BSTR* folder) override {
         return *folder = nullptr, S_OK;
@@ -72,6 +82,7 @@ public:
     ULONG references = 1;
     std::size_t userLength = 0;
     std::size_t nameLength = 0;
+    bool isNameless = false;
 };
 
 TEST(FindDialog, TextsOfTheServerAreWholeOrNotThere) {
@@ -97,6 +108,12 @@ TEST(FindDialog, TextsOfTheServerAreWholeOrNotThere) {
             EXPECT_EQ(&server, dialog.GetServer(&status, text, 300));
             EXPECT_EQ(S_OK, status);
             EXPECT_EQ(row.context, wtext::Length(text));
+            // Nothing is running that could be asked instead.
+            server.isNameless = true;
+            EXPECT_EQ(&server, dialog.GetServer(&status, text, 300));
+            EXPECT_EQ(S_OK, status) << "the server's answer counts";
+            EXPECT_EQ(0, text[0]);
+            server.isNameless = false;
             (void)dialog.GetServer(nullptr, text, 20);
             EXPECT_EQ(row.small, wtext::Length(text));
         }

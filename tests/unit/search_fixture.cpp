@@ -117,6 +117,13 @@ std::vector<std::string> SearchTest::RunFolders(bool subfolders, const std::stri
     return Run();
 }
 
+std::vector<std::string> SearchTest::RunTyped(const WText& lookIn) {
+    dialog_.SetOnlyAssem(false);
+    controls_.SetLookIn(lookIn);
+    controls_.Check(IDC_LOOK_SUBFOLDERS, true);
+    return Run();
+}
+
 std::vector<std::string> SearchTest::RunAt(const std::filesystem::path& folder) {
     dialog_.SetOnlyAssem(false);
     controls_.SetLookIn(AbsoluteWidePath(NativePathFromLine(folder.string())));

@@ -39,6 +39,8 @@ protected:
     void Criterion(const std::string& text);
     // The hits of a folder search, from the folder, in the order of their finding.
     std::vector<std::string> RunFolders(bool subfolders = true, const std::string& lookIn = "");
+    // The hits of a folder search with this text in the look-in box.
+    std::vector<std::string> RunTyped(const WText& lookIn);
     // The whole paths of the hits of a search in this one folder.
     std::vector<std::string> RunAt(const std::filesystem::path& folder);
     // The hits of a search over these files.

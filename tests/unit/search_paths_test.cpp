@@ -147,6 +147,13 @@ TEST_F(SearchPaths, BrowseForAFolder) {
     }
 }
 
+TEST_F(SearchPaths, BrowseFromATextThatNamesNoFolder) {
+    Open(eAccessShellWindow);
+    Type(IDC_PATH_LIST, "none");
+    desk_.ExpectFolder("; " + wtext::ToUtf8(CurrentWideFolder()), WText());
+    Press(IDC_BROWSE);
+}
+
 // Folders that no search looks into can't be chosen.
 TEST_F(SearchPaths, BrowseRefusesUnsearchedFolders) {
     Tree({"docs/OldVersions/", "docs/recycler/"});

@@ -4,6 +4,7 @@
 
 #include "host/srsample/sample_document.h"
 #include "outside/md_document_classes.h"
+#include "platform/host/hold.h"
 #include "tests/unit/search_fixture.h"
 
 namespace {
@@ -35,6 +36,34 @@ TEST_F(SearchTest, RemembersFolderAndRestoresCurrentDirectory) {
     EXPECT_EQ(CSTR_EQUAL,
               CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH, current, -1,
                              Wide("").c_str(), static_cast<int>(wtext::Length(current))));
+}
+
+// The walk changes the current folder, so what is looked in from there is made whole first.
+TEST_F(SearchTest, AFolderFromTheCurrentOne) {
+    const auto named = [](PropertySectionWriter& section) { section.AddText(2, TEXT("bracket")); };
+    Document("docs/one.hpa", nullptr, nullptr, named);
+    Document("docs/sub/two.hpa", nullptr, nullptr, named);
+    Criterion("Title contains bracket");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder_);
+    EXPECT_EQ((Names{"docs/one.hpa", "docs/sub/two.hpa"}), Sorted(RunTyped(TEXT("docs"))));
+    EXPECT_TRUE(std::filesystem::equivalent(folder_ / "docs", std::filesystem::current_path()));
+    EXPECT_EQ((Names{"docs/sub/two.hpa"}), RunTyped(TEXT("sub")));
+    std::filesystem::current_path(before);
+}
+
+// Nothing of a document stays open behind its test; natively nobody minds one that does.
+TEST_F(SearchTest, ATestedDocumentIsFree) {
+    const Names documents = {"one.hpa", "three.hpa", "two.hpa"};
+    for (const std::string& file : documents)
+        Document(file, nullptr);
+    Criterion("Title differs from x");
+    onFile_ = [&](SRxFoundList&) {
+        for (const std::string& file : documents)
+            EXPECT_TRUE(HeldFile(NativePathFromWide(Wide(file))).IsHeld()) << file;
+    };
+    RunFolders();
+    EXPECT_EQ(3u, files_);
 }
 
 TEST_F(SearchTest, StopTakesEffectAtTheEndOfTheFolder) {
