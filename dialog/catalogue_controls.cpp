@@ -1,7 +1,7 @@
 // The lists of the find dialog, filled from the catalogue, and the check of typed input.
 #include "dialog/catalogue.h"
 #include "dialog/find_dialog.h"
-#include "outside/blx_registry.h"
+#include "dialog/registry_key.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_registry.h"
 #include "outside/md_window_aids.h"
@@ -62,13 +62,12 @@ bool SRxFindDialog::InitProperties() {
 
 void SRxFindDialog::LoadUserProps() {
     WCHAR path[kPathLength] = TEXT("\\Wardstone\\CustomProps");
-    const HKEY key = MDxOpenRegistryKey(HKEY_CURRENT_USER, path, kPathLength);
-    if (key != nullptr) {
-        BLxPrefKeyIterator_Reg names(key);
+    const RegistryKeyOwner key(MDxOpenRegistryKey(HKEY_CURRENT_USER, path, kPathLength));
+    if (key) {
+        BLxPrefKeyIterator_Reg names(key.get());
         WCHAR name[kPropertyNameLength];
         while (names.NextKey(name, kPropertyNameLength))
             StoreAString(IDC_PROPERTY_LIST, name, kNoId);
-        BLxPref_Reg::CloseKey(key);
     }
     for (const LONG id : FixedCustomProperties()) {
         const WText name = ResourceText(resourceInstance, static_cast<UINT>(id));

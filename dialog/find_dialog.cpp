@@ -203,7 +203,10 @@ void SRxFindDialog::TellOutOfMemory(HWND owner) const noexcept {
         DisplayMessageId(resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
                          owner == dialogWindow ? 0 : kHelpFoundList, owner);
     } catch (const std::bad_alloc&) {
-        // Nor for the telling: the work was given up, and nothing is left in between.
+        // Nor for the usual box.
+        WCHAR text[kLabelLength] = {};
+        LoadStringW(resourceInstance, MSG_OUT_OF_MEMORY, text, kLabelLength);
+        MessageBoxW(owner, text, nullptr, MB_OK | MB_ICONERROR);
     }
 }
 

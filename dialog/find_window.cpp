@@ -159,8 +159,13 @@ void SRxFindDialog::OnOkCommand() {
 void SRxFindDialog::OnCancelCommand() {
     {
         const SRxDialogActivity working(*this);
-        DeleteLastSearches();
-        OnCommandSaveSearch(true);
+        try {
+            DeleteLastSearches();
+            OnCommandSaveSearch(true);
+        } catch (const std::bad_alloc&) {
+            // Closing frees memory; it goes on.
+            TellOutOfMemory(dialogWindow);
+        }
         // Closed in the middle of it: the object goes with the last one at work.
         if (IsClosing()) return;
     }

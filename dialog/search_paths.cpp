@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "dialog/find_dialog.h"
-#include "outside/blx_registry.h"
+#include "dialog/registry_key.h"
 #include "outside/blx_util.h"
 #include "outside/md_registry.h"
 #include "outside/md_window_aids.h"
@@ -176,11 +176,10 @@ void SRxFindDialog::ExpandEntries(const WText& base) {
 
 void SRxFindDialog::AddRecentPath() {
     WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentPathList");
-    const HKEY key = MDxOpenRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength);
-    if (key == nullptr) return;
+    const RegistryKeyOwner key(MDxOpenRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength));
+    if (!key) return;
     BLxWString recent;
-    const bool read = BLxPref_Reg::Read(key, nullptr, &recent) == 0;
-    BLxPref_Reg::CloseKey(key);
+    const bool read = BLxPref_Reg::Read(key.get(), nullptr, &recent) == 0;
     if (!read || recent.empty() || !PathFileExistsW(recent.c_str())) return;
     const bool known =
         SendToControl(IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart, recent.c_str()) >= 0;
@@ -207,17 +206,16 @@ bool SRxFindDialog::OnCommandRelatedDocs() {
     lookInFolders = false;
     SendToControl(IDC_PATH_LIST, CB_RESETCONTENT);
     WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentFileList");
-    const HKEY key = MDxOpenRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength);
-    if (key == nullptr) return true;
+    const RegistryKeyOwner key(MDxOpenRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength));
+    if (!key) return true;
     for (int n = 0;; ++n) {
         BLxWString file;
         const WText name = TEXT("File") + wtext::FromNumber(n);
-        if (BLxPref_Reg::Read(key, name.c_str(), &file) != 0) break;
+        if (BLxPref_Reg::Read(key.get(), name.c_str(), &file) != 0) break;
         if (file.empty()) continue;
         SendToControl(IDC_PATH_LIST, CB_INSERTSTRING, kAtEnd, file.c_str());
     }
     SendToControl(IDC_PATH_LIST, CB_SETCURSEL, 0);
-    BLxPref_Reg::CloseKey(key);
     return true;
 }
 

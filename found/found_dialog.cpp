@@ -231,15 +231,26 @@ void ReceiveWithRecord(SRxFoundList& list, UINT message, WPARAM wParam, LPARAM l
     }
 }
 
+// Null once the record has gone.
+SRxFoundList* ListOf(HWND window) {
+    return reinterpret_cast<SRxFoundList*>(GetWindowLongPtrW(window, DWLP_USER));
+}
+
+// A dialog that isn't set up whole, or has no timer, would never search.
+void GiveUp(HWND window) {
+    if (const SRxFoundList* list = ListOf(window)) list->dialog->TellOutOfMemory(window);
+    PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
+}
+
 INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* list = reinterpret_cast<SRxFoundList*>(GetWindowLongPtrW(window, DWLP_USER));
+    SRxFoundList* const list = ListOf(window);
     switch (message) {
         case WM_INITDIALOG:
             SetWindowLongPtrW(window, DWLP_USER, lParam);
             MDxSubstituteShellFont(window);
             SetWindowContextHelpId(window, IDD_SR_FINDLIST);
             if (lParam == 0) return TRUE;
-            StartDialog(*reinterpret_cast<SRxFoundList*>(lParam), window);
+            if (!StartDialog(*reinterpret_cast<SRxFoundList*>(lParam), window)) GiveUp(window);
             return FALSE;  // the focus is set
         case WM_TIMER:
         case WM_COMMAND:
@@ -328,6 +339,11 @@ INT_PTR CALLBACK FoundDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     try {
         return Receive(window, message, wParam, lParam);
     } catch (const std::bad_alloc&) {
+        if (message == WM_INITDIALOG) {
+            GiveUp(window);
+        } else if (const SRxFoundList* list = ListOf(window)) {
+            list->dialog->TellOutOfMemory(window);
+        }
         return FALSE;
     }
 }

@@ -1,5 +1,5 @@
+#include "dialog/registry_key.h"
 #include "outside/blx_directory_search.h"
-#include "outside/blx_registry.h"
 #include "outside/md_messages.h"
 #include "outside/md_registry.h"
 #include "platform/native_path.h"
@@ -168,18 +168,18 @@ bool SearchFolders(SRxFoundList& list, LRESULT subfolders, bool needProperties) 
 
 bool RememberRecentPath(SRxFoundList&, const WCHAR* path) {
     WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentPathList");
-    const HKEY key = MDxCreateRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength);
-    if (key == nullptr) return false;
-    const bool written = BLxPref_Reg::Write(key, nullptr, path) == 0;
-    return BLxPref_Reg::CloseKey(key) == 0 && written;
+    RegistryKeyOwner key(MDxCreateRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength));
+    if (!key) return false;
+    const bool written = BLxPref_Reg::Write(key.get(), nullptr, path) == 0;
+    return BLxPref_Reg::CloseKey(key.release()) == 0 && written;
 }
 
 bool RememberRecentFiles(SRxFoundList& list, const WCHAR* path) {
     const WText whole = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\RecentFileList");
     BLxPref_Reg::DeleteKey(HKEY_CURRENT_USER, whole.c_str());
     WCHAR keyPath[kLabelLength] = TEXT("\\FindExt\\RecentFileList");
-    const HKEY key = MDxCreateRegistryKey(HKEY_CURRENT_USER, keyPath, kLabelLength);
-    if (key != nullptr) {
+    if (const RegistryKeyOwner key(MDxCreateRegistryKey(HKEY_CURRENT_USER, keyPath, kLabelLength));
+        key) {
         const HWND dialog = list.dialog->dialogWindow;
         int written = 0;
         // The newest stands last in the box.
@@ -192,9 +192,8 @@ bool RememberRecentFiles(SRxFoundList& list, const WCHAR* path) {
             SendDlgItemMessageW(dialog, IDC_PATH_LIST, CB_GETLBTEXT, static_cast<WPARAM>(item),
                                 reinterpret_cast<LPARAM>(file.data()));
             const WText name = TEXT("File") + wtext::FromNumber(written);
-            if (BLxPref_Reg::Write(key, name.c_str(), file.c_str()) == 0) ++written;
+            if (BLxPref_Reg::Write(key.get(), name.c_str(), file.c_str()) == 0) ++written;
         }
-        BLxPref_Reg::CloseKey(key);
     }
     BLxWString folder = path;
     if (PathRemoveFileSpecW(folder.data())) RememberRecentPath(list, folder.c_str());

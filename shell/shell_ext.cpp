@@ -80,10 +80,28 @@ HRESULT STDMETHODCALLTYPE SRxShellExt::GetCommandString(UINT_PTR, UINT type, UIN
 }
 
 HRESULT STDMETHODCALLTYPE SRxShellExt::InvokeCommand(CMINVOKECOMMANDINFO* info) {
+    constexpr HRESULT kNoDialog = 1;
     AddRef();  // to live through the call
-    const HRESULT result = StartDialog(*info);
+    HRESULT result = kNoDialog;
+    try {
+        result = StartDialog(*info);
+    } catch (const std::bad_alloc&) {
+        // Not set up, so it has no window.
+        findDialog = nullptr;
+        windowless = nullptr;
+        TellNoDialog();
+    }
     Release();
     return result;
+}
+
+void SRxShellExt::TellNoDialog() const {
+    try {
+        DisplayMessageId(GetResourceHandle(), MSG_DIALOG_FAILED, MB_OK, eKindError,
+                         STR_FIND_CONTEXT, nullptr);
+    } catch (const std::bad_alloc&) {
+        // The result tells it as well.
+    }
 }
 
 HRESULT SRxShellExt::StartDialog(CMINVOKECOMMANDINFO& info) {
@@ -93,8 +111,7 @@ HRESULT SRxShellExt::StartDialog(CMINVOKECOMMANDINFO& info) {
                                           &lookFor, findDlgNotify);
     findDialog = windowless.get();
     if (findDialog == nullptr) {
-        DisplayMessageId(GetResourceHandle(), MSG_DIALOG_FAILED, MB_OK, eKindError,
-                         STR_FIND_CONTEXT, nullptr);
+        TellNoDialog();
         return kNoDialog;
     }
     if (info.lpVerb == nullptr) {

@@ -52,6 +52,7 @@ public:
     HINSTANCE GetResourceHandle() const;
 
 private:
+    void TellNoDialog() const;
     HRESULT StartDialog(CMINVOKECOMMANDINFO& info);
     void SetUpForShell(const CMINVOKECOMMANDINFO& info);
     void SetUpForApplication(CMINVOKECOMMANDINFO& info, const SRxShellExtParameters& parameters);
