@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ctime>
 #include <random>
 
 #include "platform/wtext.h"
 #include "tests/unit/fake_application.h"
+#include "tests/unit/process_time.h"
 
 namespace {
 
@@ -219,21 +219,19 @@ MDxFileNameNode* Walked(std::size_t count) {
 
 // Ten times the nodes may take thirty times as long, never a hundred times; and no stack.
 TEST(FileNameNode, CostOfLongChains) {
-    // Natively of this process alone, whatever else the machine does.
-    const auto seconds = [] { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; };
     constexpr double kShortest = 0.05;  // below it a clock tells little
     for (const auto make : {Appended, AppendedUniquely, Walked}) {
         double making[2];
         double destroying[2];
         for (const std::size_t size : {0, 1}) {
             const std::size_t count = size == 0 ? 100000 : 1000000;
-            const auto start = seconds();
+            const auto start = ProcessSeconds();
             MDxFileNameNode* const head = make(count);
-            const auto made = seconds();
+            const auto made = ProcessSeconds();
             destroyed = 0;
             delete head;
             making[size] = made - start;
-            destroying[size] = seconds() - made;
+            destroying[size] = ProcessSeconds() - made;
             EXPECT_EQ(count, destroyed);
         }
         EXPECT_LT(making[1], 30 * std::max(making[0], kShortest)) << making[1];
