@@ -73,7 +73,9 @@ IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t
         // when neither gave one.
         BSTR context = nullptr;
         if (server != nullptr) status = ReadServerContext(&context);
-        if (name[0] == 0 && context == nullptr) (void)ReadApplicationContext(&context);
+        // A failure there takes nothing away from the server's answer.
+        const bool asks = name[0] == 0 && context == nullptr;
+        if (asks && SUCCEEDED(ReadApplicationContext(&context))) status = S_OK;
         if (SysStringLen(context) != 0) {
             TakeText(name, kContextLength, context);
         } else {
