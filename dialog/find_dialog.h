@@ -199,8 +199,8 @@ public:
     bool OnCommandSaveSearch(bool lastSearch);
     bool OnCommandOpenSearch(bool lastSearch);
 
-    // Stores the list under a name; an empty list and an empty name store nothing. Always true:
-    // what could not be kept is told. `lastSearch`: for this process alone.
+    // Stores the list under a name; an empty list and an empty name store nothing. False when not
+    // all of it stands there, which is told. `lastSearch`: for this process alone.
     bool WriteSearch(const WCHAR* name, bool lastSearch);
     // Puts a saved search in the place of the list; a name that isn't there gives a new list, an
     // empty one changes nothing. False when a criterion was refused or got no row.
@@ -211,8 +211,10 @@ public:
     void AddCurrentProcessId(WCHAR* name, std::size_t size) const;
     // Those of every environment and process.
     void DeleteLastSearches();
-    // Finishes what a process left that ended in mid-save, and tells the user.
-    void TellOfFinishedSaves();
+    // A message with the name of a saved search.
+    void SayAboutSearch(UINT id, const WCHAR* name) const;
+    // Saves that had been cut short and were finished now.
+    void TellOfFinishedSaves(const std::vector<WText>& names) const;
 
     // The class of files that the list implies with this criterion; never below the present one.
     eFileTypeSearch GetFileSearchType(const SRxCriteriaNode& node) const;
@@ -297,9 +299,6 @@ private:
     void ShowValueControl(int shown, bool enabled);
 
     bool AddStored(const StoredSearch& search, bool& skipped);
-    // A message with the name of a saved search.
-    void SayAboutSearch(UINT id, const WCHAR* name) const;
-
     WText RowText(const SRxCriteriaNode& node) const;
     // Gives a criterion a row at the end of the list box, or in front of the row `index`.
     bool AddRow(SRxCriteriaNode& node, int index = -1);

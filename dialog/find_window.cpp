@@ -7,6 +7,7 @@
 #include "dialog/find_dialog.h"
 #include "outside/md_window_aids.h"
 #include "search/found_list.h"
+#include "store/saved_search.h"
 
 HWND modelessDialog = nullptr;
 HHOOK keyboardHook = nullptr;
@@ -144,7 +145,7 @@ void SRxFindDialog::OnInitDialog(HWND window) {
     const SRxDialogActivity working(*this);
     dialogWindow = window;
     InitDialogControls();
-    TellOfFinishedSaves();
+    TellOfFinishedSaves(FinishCutSaves());
     OnCommandOpenSearch(true);
 }
 

@@ -99,6 +99,8 @@ bool ExportResults(SRxFoundList& list) {
         tellFailed();
         return true;
     }
+    // As far as it could be written the list stands in the file, so that is told behind a failure
+    // too.
     if (!WriteResults(list, file)) tellFailed();
     DisplayMessageId(resources, MSG_EXPORT_DONE, MB_OK, eKindInformation, 0, window);
     return true;

@@ -143,7 +143,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         LONG environment = 0;
         Require(EnvironmentOfSavedSearch(name.c_str(), environment) !=
                 eStoredEnvironment::NoSearch);
-        if (WriteSavedSearch(kCopy, search) == eStoredWrite::Whole) {
+        std::vector<WText> finished;
+        if (WriteSavedSearch(kCopy, search, finished) == eStoredWrite::Whole) {
             StoredSearch again;
             Require(ReadSavedSearch(kCopy, again) == eStoredRead::Whole && again == search);
         }
@@ -154,7 +155,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (void)dialog.ReadSearch(TEXT("Gears"));
     (void)dialog.OnCommandSaveSearch(true);
     for (const WText& name : SavedSearchNames()) {
-        if (name != last) Require(DeleteSavedSearch(name.c_str()));
+        std::vector<WText> finished;
+        if (name != last) Require(DeleteSavedSearch(name.c_str(), finished));
     }
     DeleteAllLastSearches();
     Require(SavedSearchNames().empty());

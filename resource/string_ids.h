@@ -42,6 +42,8 @@
 #define STR_HELP_FOUND 21793
 #define STR_HELP_OPEN_SEARCH 21794
 #define STR_HELP_SAVE_SEARCH 21795
+#define MSG_SAVE_SET_ASIDE 21796
+#define MSG_DELETE_FAILED 21797
 
 // Titles and labels of the dialogs.
 #define STR_COLUMN_FOLDER 21700

@@ -35,7 +35,8 @@ enum class eStoredWrite {
     Whole,
     NoKey,     // the search's own key can't be made
     CutShort,  // the criteria behind the first failing one are missing
-    KeptOld    // what stood under the name, if anything, is unchanged
+    KeptOld,   // what stood under the name, if anything, is unchanged
+    SetAside   // neither stands whole: the new one is kept beside the store, to be finished later
 };
 
 // The longest name that a person may give a search.
@@ -48,18 +49,24 @@ enum class eStoredEnvironment { NoSearch, Missing, Known };
 // Where a search was saved, an eAccessPoint value.
 [[nodiscard]] eStoredEnvironment EnvironmentOfSavedSearch(const WCHAR* name, LONG& environment);
 
-// A criterion without a readable property is dropped. Incomplete: a key went away in mid-read, or a
-// property that can't be read; what could be read is there.
+// A criterion without a readable property is dropped, and what holds no value of a criterion is
+// none. Incomplete: a key went away in mid-read, or a property that can't be read; what could be
+// read is there.
 [[nodiscard]] eStoredRead ReadSavedSearch(const WCHAR* name, StoredSearch& search);
 
 // Writes over what stands under the name. A named search is first written whole beside the store,
 // so that a failure or a killed process leaves the old one, or the new one to be finished later.
-[[nodiscard]] eStoredWrite WriteSavedSearch(const WCHAR* name, const StoredSearch& search);
+// Cut saves of before are finished first, which the caller tells: `finished` has their names.
+// What stands below the name, as "a\b" below "a", goes as well. A name of backslashes alone names
+// no search: nothing is written.
+[[nodiscard]] eStoredWrite WriteSavedSearch(const WCHAR* name, const StoredSearch& search,
+                                            std::vector<WText>& finished);
 // Without that care: for a search that only this process reads again. Nothing stands there yet.
 [[nodiscard]] eStoredWrite WriteLastSearch(const WCHAR* name, const StoredSearch& search);
 
-// True when the search is gone.
-bool DeleteSavedSearch(const WCHAR* name);
+// True when the search is gone with all below it, also when it had been gone before. `finished` as
+// above, without what is gone now.
+[[nodiscard]] bool DeleteSavedSearch(const WCHAR* name, std::vector<WText>& finished);
 // The last searches of every environment and process.
 void DeleteAllLastSearches();
 

@@ -52,7 +52,8 @@ void SRxFindDialog::DeleteLastSearches() {
 
 void SRxFindDialog::SayAboutSearch(UINT id, const WCHAR* name) const {
     const WText text = wtext::Format(ResourceText(resourceInstance, id), {name});
-    DisplayMessageStringEx(resourceInstance, text.c_str(), MB_OK, eKindWarning, 0, dialogWindow);
+    DisplayMessageStringEx(resourceInstance, text.c_str(), MB_OK, eKindWarning, 0,
+                           nestedDialog != nullptr ? nestedDialog : dialogWindow);
 }
 
 bool SRxFindDialog::WriteSearch(const WCHAR* name, bool lastSearch) {
@@ -63,19 +64,26 @@ bool SRxFindDialog::WriteSearch(const WCHAR* name, bool lastSearch) {
     search.environment = static_cast<LONG>(accessPoint);
     for (const SRxCriteriaNode* node = criteriaHead; node != nullptr; node = node->nextCriterion)
         search.criteria.push_back(ToStored(*node));
-    switch (lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search)) {
+    std::vector<WText> finished;
+    const eStoredWrite result =
+        lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search, finished);
+    TellOfFinishedSaves(finished);
+    switch (result) {
         case eStoredWrite::Whole:
             return true;
         case eStoredWrite::NoKey:
-            return true;  // passed over in silence, like a store that isn't there
+            return false;  // passed over in silence, like a store that isn't there
         case eStoredWrite::CutShort:
             Say(MSG_SAVE_CUT_SHORT);
-            return true;
+            return false;
         case eStoredWrite::KeptOld:
             SayAboutSearch(MSG_SAVE_FAILED, name);
-            return true;
+            return false;
+        case eStoredWrite::SetAside:
+            SayAboutSearch(MSG_SAVE_SET_ASIDE, name);
+            return false;
     }
-    return true;
+    return false;
 }
 
 bool SRxFindDialog::OnCommandSaveSearch(bool lastSearch) {
@@ -83,7 +91,8 @@ bool SRxFindDialog::OnCommandSaveSearch(bool lastSearch) {
     WCHAR name[kPathLength] = {};
     if (lastSearch) {
         GetLastSearchName(name, kPathLength);
-        return WriteSearch(name, true);
+        WriteSearch(name, true);
+        return true;
     }
     const auto record = NewOrNull<SRxSearchListRecord>(this, accessPoint);
     if (record == nullptr) {
@@ -94,7 +103,8 @@ bool SRxFindDialog::OnCommandSaveSearch(bool lastSearch) {
         DialogBoxParamW(resourceInstance, MAKEINTRESOURCEW(IDD_SR_SAVESEARCH), dialogWindow,
                         SaveSearchDlgProc, reinterpret_cast<LPARAM>(record.get()));
     constexpr INT_PTR kNamed = 1;
-    return result != kNamed || WriteSearch(record->name, false);
+    if (result == kNamed) WriteSearch(record->name, false);
+    return true;
 }
 
 bool SRxFindDialog::OnCommandOpenSearch(bool lastSearch) {
@@ -118,10 +128,11 @@ bool SRxFindDialog::ReadSearch(const WCHAR* name) {
         EnableButtons(criteriaHead != nullptr);
         return true;
     }
-    SendToControl(IDC_CRITERIA_LIST, LB_RESETCONTENT);
-    fileSearchType = propSearchType = FILE_SEARCH_ANY;
+    // Without memory for it the list stays as it is, rows and all.
     StoredSearch search;
     const eStoredRead read = ReadSavedSearch(name, search);
+    SendToControl(IDC_CRITERIA_LIST, LB_RESETCONTENT);
+    fileSearchType = propSearchType = FILE_SEARCH_ANY;
     bool result = true;
     bool skipped = false;
     if (read == eStoredRead::Absent) {
@@ -179,7 +190,7 @@ bool SRxFindDialog::AddStored(const StoredSearch& search, bool& skipped) {
     return result;
 }
 
-void SRxFindDialog::TellOfFinishedSaves() {
-    for (const WText& name : FinishCutSaves())
+void SRxFindDialog::TellOfFinishedSaves(const std::vector<WText>& names) const {
+    for (const WText& name : names)
         SayAboutSearch(MSG_SAVE_RECOVERED, name.c_str());
 }

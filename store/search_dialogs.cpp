@@ -91,14 +91,24 @@ void Pick(SRxSearchListRecord& record) {
     }
 }
 
-void Delete(const SRxSearchListRecord& record) {
+void Delete(SRxSearchListRecord& record) {
     LRESULT row = 0;
     const WText name = SelectedName(record, &row);
-    if (row < 0) return;
+    if (row < 0 || name.empty()) return;
     if (!Show(record, wtext::Format(TextOf(record, MSG_ASK_DELETE), {name}), true)) return;
-    if (!DeleteSavedSearch(name.c_str())) return;
-    SendDlgItemMessageW(record.window, IDC_SEARCH_LIST, LB_DELETESTRING, static_cast<WPARAM>(row),
-                        0);
+    std::vector<WText> finished;
+    const bool deleted = DeleteSavedSearch(name.c_str(), finished);
+    if (!finished.empty()) {
+        // Among them may be one that has no row yet.
+        FillSearchList(record);
+        SendDlgItemMessageW(record.window, IDC_SEARCH_LIST, LB_SETCURSEL, static_cast<WPARAM>(-1),
+                            0);
+    } else if (deleted) {
+        SendDlgItemMessageW(record.window, IDC_SEARCH_LIST, LB_DELETESTRING,
+                            static_cast<WPARAM>(row), 0);
+    }
+    record.dialog->TellOfFinishedSaves(finished);
+    if (!deleted) record.dialog->SayAboutSearch(MSG_DELETE_FAILED, name.c_str());
 }
 
 void OnOpenCommand(SRxSearchListRecord& record, int control, int code) {

@@ -50,10 +50,12 @@ bool OpenMenu(Group& group, HWND owner) {
         PathList list(ILCreateFromPathW(file.c_str()));
         if (!list) continue;  // gone since it was found
         LPCITEMIDLIST child = nullptr;
+        Reference<IShellFolder> parent;
         if (FAILED(SHBindToParent(list.get(), IID_IShellFolder,
-                                  reinterpret_cast<void**>(folder.out()), &child))) {
+                                  reinterpret_cast<void**>(parent.out()), &child))) {
             continue;
         }
+        folder = std::move(parent);
         children.push_back(child);
         lists.push_back(std::move(list));
     }

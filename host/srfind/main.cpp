@@ -80,10 +80,8 @@ bool SaveSearch(SRxFindDialog& dialog, const Options& options, SearchReport& rep
         fault = "nothing was saved";
         return false;
     }
-    const std::size_t told = report.ToldCount();
-    dialog.WriteSearch(name.c_str(), false);
     fault = "the search was not saved whole";
-    return report.ToldCount() == told;
+    return dialog.WriteSearch(name.c_str(), false);
 }
 
 int DeleteSearch(const Options& options, SearchReport& report) {
@@ -92,7 +90,12 @@ int DeleteSearch(const Options& options, SearchReport& report) {
         return Refuse("there is no saved search \"" + options.deleteSearch.text + "\"");
     }
     if (!Agrees(options, report, MSG_ASK_DELETE, name)) return kWrongUse;
-    if (DeleteSavedSearch(name.c_str())) return kHits;
+    std::vector<WText> finished;
+    const bool deleted = DeleteSavedSearch(name.c_str(), finished);
+    for (const WText& each : finished)
+        report.Tell(wtext::ToUtf8(
+            wtext::Format(ResourceText(SrResReturnHandle(), MSG_SAVE_RECOVERED), {each})));
+    if (deleted) return kHits;
     report.Tell("the saved search \"" + options.deleteSearch.text + "\" could not be deleted");
     return kUnreadable;
 }

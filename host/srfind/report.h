@@ -38,7 +38,6 @@ public:
     // A line on stderr.
     void Tell(const std::string& text) { Say(text); }
     // How many lines were told so far.
-    std::size_t ToldCount() const { return told_; }
     // An entry of a list of files that is none.
     void OnUnusable(const WCHAR* file, const char* reason);
     bool SomethingUnreadable() const { return unreadable_ + badFolders_ != 0; }

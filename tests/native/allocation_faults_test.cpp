@@ -247,7 +247,8 @@ TEST_F(AllocationFaultsTest, SavingAndOpening) {
         const eStoredRead read = ReadSavedSearch(kName, search);
         EXPECT_NE(eStoredRead::Incomplete, read);
         EXPECT_EQ(read == eStoredRead::Whole, !search.criteria.empty());
-        (void)DeleteSavedSearch(kName);
+        std::vector<WText> finished;
+        EXPECT_TRUE(DeleteSavedSearch(kName, finished));
         EXPECT_FALSE(HasSavedSearch(kName));
     };
     FailEach(40, [this] {

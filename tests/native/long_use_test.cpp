@@ -8,9 +8,9 @@
 
 #include "dialog/find_dialog.h"
 #include "shell/module_state.h"
-#include "store/saved_search.h"
 #include "tests/unit/find_window_fixture.h"
 #include "tests/unit/module_fixture.h"
+#include "tests/unit/stored_searches.h"
 
 namespace {
 
@@ -112,7 +112,7 @@ TEST_F(LongUse, AHundredSearchesOfFiftyCriteria) {
         criterion.value = TEXT("value ") + wtext::FromNumber(i);
         search.criteria.push_back(criterion);
     }
-    ASSERT_EQ(eStoredWrite::Whole, WriteSavedSearch(TEXT("search 0"), search));
+    ASSERT_EQ(eStoredWrite::Whole, Save(TEXT("search 0"), search));
     const std::filesystem::path store = std::getenv("SR_REGISTRY");
     std::ifstream in(store, std::ios::binary);
     std::string text((std::istreambuf_iterator<char>(in)), {});
@@ -138,11 +138,11 @@ TEST_F(LongUse, AHundredSearchesOfFiftyCriteria) {
     EXPECT_TRUE(Dialog()->ReadSearch(TEXT("search 99")));
     EXPECT_EQ(50u, Rows().size());
     search.criteria.pop_back();
-    EXPECT_EQ(eStoredWrite::Whole, WriteSavedSearch(TEXT("search 50"), search));
+    EXPECT_EQ(eStoredWrite::Whole, Save(TEXT("search 50"), search));
     StoredSearch read;
     EXPECT_EQ(eStoredRead::Whole, ReadSavedSearch(TEXT("search 50"), read));
     EXPECT_EQ(search, read);
-    EXPECT_TRUE(DeleteSavedSearch(TEXT("search 7")));
+    EXPECT_TRUE(Remove(TEXT("search 7")));
     EXPECT_EQ(99u, SavedSearchNames().size());
 }
 

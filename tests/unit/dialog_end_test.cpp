@@ -2,6 +2,7 @@
 // and nobody hears of it who must not.
 #include "platform/native_layer.h"
 #include "tests/unit/find_window_fixture.h"
+#include "tests/unit/stored_searches.h"
 
 namespace {
 
@@ -227,7 +228,7 @@ TEST_F(DialogEnd, WhileTheSaveDialogAsks) {
     const WText name = TEXT("kept");
     StoredSearch kept;
     kept.environment = eAccessShellWindow;
-    ASSERT_EQ(eStoredWrite::Whole, WriteSavedSearch(name.c_str(), kept));
+    ASSERT_EQ(eStoredWrite::Whole, Save(name.c_str(), kept));
     Open(eAccessShellWindow);
     SRxFindDialog* const dialog = Dialog();
     Add("Title", "contains", "x");
@@ -256,7 +257,7 @@ TEST_F(DialogEnd, WhileTheSaveDialogAsks) {
     StoredSearch read;
     EXPECT_EQ(eStoredRead::Whole, ReadSavedSearch(name.c_str(), read));
     EXPECT_EQ(kept, read);
-    EXPECT_TRUE(DeleteSavedSearch(name.c_str()));
+    EXPECT_TRUE(Remove(name.c_str()));
 }
 
 TEST_F(DialogEnd, TwoDialogsAtOnce) {

@@ -113,13 +113,18 @@ TEST_F(Export, Failures) {
     Press();
     EXPECT_FALSE(Exists("gone"));
     if (!IsNativeLayer()) return;
-    // A full disk is told, and the list counts as saved as far as it went.
+    // A full disk is told, and the list counts as saved as far as it went. Nothing of it is lost.
     std::filesystem::create_symlink("/dev/full", folder_ / "full.txt");
     desk_.ExpectFile("Save the list", Wide("full.txt"));
     desk_.Expect("Replace this file", IDYES);
     desk_.Expect("could not be written to Z:");
     desk_.Expect("has been saved");
     Press();
+    desk_.ExpectFile("Save the list", Wide("list.txt"));
+    desk_.Expect("has been saved");
+    Press();
+    const std::string got = Bytes("list.txt");
+    EXPECT_EQ(Wanted(got, {TEXT("a\\two.hpa"), TEXT("a\\\u00FCml\u00E4ut \u9244.hpa")}), got);
 }
 
 }  // namespace

@@ -17,11 +17,17 @@
 #include "outside/md_registry.h"
 #include "shell/module_state.h"
 #include "tests/unit/dialog_controls.h"
+#include "tests/unit/failing_allocation.h"
 #include "tests/unit/search_fixture.h"
+#include "tests/unit/stored_searches.h"
 
 namespace {
 
 const WText kStore = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\SavedSearches");
+// A copy under the id of a process that can't be.
+const WText kCopy = TEXT("Software\\Corvelia\\Trellbook\\FindSaving\\2147483646");
+constexpr LONG kTitle = 22 << 16 | 1;
+constexpr char kFinished[] = "0 1 0\nNode1 1 1441793 21721 'v' -1\n";
 
 // One value as text: its type and what it holds.
 std::string ValueText(HKEY key, const WCHAR* name) {
@@ -70,7 +76,7 @@ protected:
     SavedSearch() { NewDialog(); }
     ~SavedSearch() override {
         for (const WText& name : SavedSearchNames())
-            EXPECT_TRUE(DeleteSavedSearch(name.c_str()));
+            EXPECT_TRUE(Remove(name.c_str()));
     }
     // Another opening of the dialog: nothing is left of the one before.
     void NewDialog() {
@@ -95,8 +101,10 @@ protected:
     // A subkey of a search with these values; null or kNoId: without the value.
     void WriteNode(const WText& search, const WText& node, LONG property, LONG join,
                    LONG condition) {
+        WriteNodeAt(kStore + TEXT("\\") + search + TEXT("\\") + node, property, join, condition);
+    }
+    void WriteNodeAt(const WText& path, LONG property, LONG join, LONG condition) {
         HKEY key = nullptr;
-        const WText path = kStore + TEXT("\\") + search + TEXT("\\") + node;
         ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, path.c_str(), &key));
         if (property >= 0) {
             ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Property"), property));
@@ -105,6 +113,24 @@ protected:
         ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Condition"), condition));
         ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Value"), TEXT("v")));
         ASSERT_EQ(0u, BLxPref_Reg::CloseKey(key));
+    }
+    // What a process leaves that ended in mid-save: a part of the search s, and its copy, of one
+    // criterion, with the name at last or without it.
+    void LeaveCutSave(const WCHAR* name) {
+        WriteNode(TEXT("s"), TEXT("Node9"), -1, 1, COND_CONTAINS);
+        WriteNodeAt(kCopy + TEXT("\\Node1"), kTitle, JOIN_AND, COND_CONTAINS);
+        HKEY key = nullptr;
+        ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, kCopy.c_str(), &key));
+        if (name != nullptr) {
+            ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Name"), name));
+        }
+        BLxPref_Reg::CloseKey(key);
+    }
+    static bool CopyStands() {
+        HKEY key = nullptr;
+        const bool stands = BLxPref_Reg::OpenKey(HKEY_CURRENT_USER, kCopy.c_str(), &key) == 0;
+        if (stands) BLxPref_Reg::CloseKey(key);
+        return stands;
     }
     // Joins and property numbers of the list.
     std::string List() {
@@ -188,7 +214,7 @@ TEST_F(SavedSearch, ReadBackItIsTheSame) {
         ASSERT_TRUE(dialog_->WriteSearch(TEXT("again"), false));
         EXPECT_EQ(first, Exported(TEXT("again")));
         EXPECT_LT(count, Rows() + 13) << "file types exclude each other";
-        EXPECT_TRUE(DeleteSavedSearch(TEXT("s")));
+        EXPECT_TRUE(Remove(TEXT("s")));
     }
 }
 
@@ -209,7 +235,7 @@ TEST_F(SavedSearch, ReplacingLeavesNothingOfTheOld) {
 }
 
 TEST_F(SavedSearch, WhatOtherWritersLeave) {
-    const LONG title = 22 << 16 | 1;
+    const LONG title = kTitle;
     const LONG component = 109 << 16 | 11;
     const struct {
         const char* label;
@@ -255,7 +281,7 @@ TEST_F(SavedSearch, WhatOtherWritersLeave) {
         if (row.message != nullptr) desk_.Expect(row.message);
         EXPECT_TRUE(dialog_->ReadSearch(TEXT("s")));
         EXPECT_EQ(row.list, List());
-        EXPECT_TRUE(DeleteSavedSearch(TEXT("s")));
+        EXPECT_TRUE(Remove(TEXT("s")));
     }
 }
 
@@ -337,41 +363,99 @@ TEST_F(SavedSearch, FileTypesOfAPartHaveNoRow) {
     EXPECT_EQ(1u, Rows());
 }
 
+// A criterion on nothing known has a row as well.
+TEST_F(SavedSearch, WhatIsInTheListComesBack) {
+    AddNew(LONG{999}, LONG{7}, LONG{COND_CONTAINS}, JOIN_AND, TEXT("x"));
+    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_OR, TEXT("y"));
+    ASSERT_TRUE(dialog_->WriteSearch(TEXT("s"), false));
+    EXPECT_EQ("0 0 0\nNode1 1 '' -1 '' -1\nNode2 2 1441793 21721 'y' -1\n", Exported(TEXT("s")));
+    NewDialog();
+    EXPECT_TRUE(dialog_->ReadSearch(TEXT("s"))) << "nothing is told";
+    EXPECT_EQ("1:-1 2:22 ", List());
+    EXPECT_EQ(2u, Rows());
+    ASSERT_TRUE(dialog_->WriteSearch(TEXT("again"), false));
+    EXPECT_EQ(Exported(TEXT("s")), Exported(TEXT("again")));
+}
+
+TEST_F(SavedSearch, WithoutMemoryToReadOneTheListStays) {
+    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    ASSERT_TRUE(dialog_->WriteSearch(TEXT("s"), false));
+    NewDialog();
+    dialog_->OnCommandNewSearch();
+    const std::string list = List();
+    const eFileTypeSearch type = dialog_->fileSearchType;
+    ASSERT_EQ(1u, Rows());
+    failingSize = sizeof(StoredCriterion);
+    EXPECT_THROW(dialog_->ReadSearch(TEXT("s")), std::bad_alloc);
+    EXPECT_EQ(0u, std::exchange(failingSize, 0));
+    EXPECT_EQ(list, List());
+    EXPECT_EQ(1u, Rows());
+    EXPECT_EQ(type, dialog_->fileSearchType);
+}
+
+// A name of backslashes alone would be the key of them all.
+TEST_F(SavedSearch, NamesWithABackslash) {
+    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    for (const WCHAR* name : {TEXT("a"), TEXT("a\\b"), TEXT("c")})
+        ASSERT_TRUE(dialog_->WriteSearch(name, false));
+    for (const WCHAR* name : {TEXT(""), TEXT("\\"), TEXT("\\\\")}) {
+        SCOPED_TRACE(wtext::ToUtf8(name));
+        StoredSearch search;
+        LONG environment = 0;
+        EXPECT_FALSE(HasSavedSearch(name));
+        EXPECT_EQ(eStoredEnvironment::NoSearch, EnvironmentOfSavedSearch(name, environment));
+        EXPECT_EQ(eStoredRead::Absent, ReadSavedSearch(name, search));
+        EXPECT_EQ(eStoredWrite::KeptOld, Save(name, search));
+        EXPECT_EQ(eStoredWrite::NoKey, WriteLastSearch(name, search));
+        EXPECT_FALSE(Remove(name));
+        LeaveCutSave(name);
+        EXPECT_TRUE(FinishCutSaves().empty());
+        EXPECT_FALSE(CopyStands());
+        EXPECT_EQ((std::vector<WText>{TEXT("a"), TEXT("c"), TEXT("s")}), SavedSearchNames());
+        EXPECT_TRUE(Remove(TEXT("s")));
+    }
+    // One search below another is no criterion of it.
+    for (const WCHAR* name : {TEXT("a"), TEXT("a\\b")}) {
+        NewDialog();
+        EXPECT_TRUE(dialog_->ReadSearch(name)) << "nothing is told";
+        EXPECT_EQ("1:22 ", List());
+    }
+}
+
 // A process that ended in mid-save: its copy is whole, or the old search is.
 TEST_F(SavedSearch, CutSavesAreFinished) {
-    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("new"));
-    EXPECT_TRUE(dialog_->WriteSearch(TEXT("s"), false));
-    const std::string whole = Exported(TEXT("s"));
-    EXPECT_TRUE(FinishCutSaves().empty());
-    StoredSearch search;
-    ASSERT_EQ(eStoredRead::Whole, ReadSavedSearch(TEXT("s"), search));
-    for (const bool named : {true, false}) {
-        SCOPED_TRACE(named);
-        // What stood there when the process ended: a part of the search.
-        ASSERT_TRUE(DeleteSavedSearch(TEXT("s")));
-        WriteNode(TEXT("s"), TEXT("Node1"), -1, 1, 21721);
-        // The copy, under the id of a process that can't be.
-        const WText saving = TEXT("Software\\Corvelia\\Trellbook\\FindSaving\\2147483646");
-        HKEY key = nullptr;
-        ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, (saving + TEXT("\\Node1")).c_str(),
-                                             &key));
-        ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Join"), LONG{JOIN_AND}));
-        ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Property"), LONG{22 << 16 | 1}));
-        ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Condition"), LONG{COND_CONTAINS}));
-        ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Value"), TEXT("new")));
-        BLxPref_Reg::CloseKey(key);
-        ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, saving.c_str(), &key));
-        ASSERT_EQ(0u, BLxPref_Reg::Write(key, nullptr, LONG{0}));
-        ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("LookFor"), LONG{0}));
-        ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Environment"), LONG{0}));
-        if (named) {
-            ASSERT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Name"), TEXT("s")));
-            desk_.Expect("while it saved the search s.");
-        }
-        BLxPref_Reg::CloseKey(key);
-        dialog_->TellOfFinishedSaves();
-        EXPECT_EQ(named, Exported(TEXT("s")) == whole);
+    for (const WCHAR* name : {TEXT("s"), static_cast<const WCHAR*>(nullptr)}) {
+        SCOPED_TRACE(name != nullptr);
+        LeaveCutSave(name);
+        if (name != nullptr) desk_.Expect("Saving the search s had been cut short.");
+        dialog_->TellOfFinishedSaves(FinishCutSaves());
+        EXPECT_EQ(name != nullptr, Exported(TEXT("s")) == kFinished);
+        EXPECT_FALSE(CopyStands());
         EXPECT_TRUE(FinishCutSaves().empty()) << "told once";
+        EXPECT_TRUE(Remove(TEXT("s")));
+    }
+}
+
+// What is saved or deleted after a cut save isn't lost to its copy.
+TEST_F(SavedSearch, CutSavesComeBeforeWhatFollows) {
+    AddNew(PROP_TEXT_19127, COND_CONTAINS, JOIN_AND, TEXT("later"));
+    for (const WCHAR* name : {TEXT("s"), TEXT("t")}) {
+        SCOPED_TRACE(wtext::ToUtf8(name));
+        const bool same = WTextView(name) == TEXT("s");
+        LeaveCutSave(TEXT("s"));
+        desk_.Expect("Saving the search s had been cut short.");
+        EXPECT_TRUE(dialog_->WriteSearch(name, false));
+        const std::string saved = Exported(name);
+        EXPECT_NE(std::string::npos, saved.find("'later'"));
+        EXPECT_FALSE(CopyStands());
+        EXPECT_EQ(same, Exported(TEXT("s")) != kFinished);
+        LeaveCutSave(TEXT("s"));
+        std::vector<WText> finished;
+        EXPECT_TRUE(DeleteSavedSearch(name, finished));
+        EXPECT_EQ(same ? 0u : 1u, finished.size()) << "what is gone isn't told";
+        EXPECT_TRUE(FinishCutSaves().empty());
+        EXPECT_FALSE(HasSavedSearch(name));
+        EXPECT_EQ(!same, HasSavedSearch(TEXT("s")));
     }
 }
 

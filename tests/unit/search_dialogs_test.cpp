@@ -2,6 +2,7 @@
 #include "outside/blx_registry.h"
 #include "outside/md_registry.h"
 #include "tests/unit/find_window_fixture.h"
+#include "tests/unit/stored_searches.h"
 
 namespace {
 
@@ -11,13 +12,13 @@ protected:
     ~SearchDialogs() override { Clear(); }
     static void Clear() {
         for (const WText& name : SavedSearchNames())
-            DeleteSavedSearch(name.c_str());
+            EXPECT_TRUE(Remove(name.c_str()));
     }
     // A search as saved from there.
     static void Put(const char* name, LONG environment) {
         StoredSearch search;
         search.environment = environment;
-        EXPECT_EQ(eStoredWrite::Whole, WriteSavedSearch(wtext::FromUtf8(name).c_str(), search));
+        EXPECT_EQ(eStoredWrite::Whole, Save(wtext::FromUtf8(name).c_str(), search));
     }
     // Presses a button of the find dialog, and goes through the dialog that opens.
     void Through(int button, std::vector<std::function<void()>> steps) {
@@ -126,6 +127,51 @@ TEST_F(SearchDialogs, SavesOpensAndDeletes) {
             }});
     EXPECT_EQ(rows, Rows()) << "the list stays as it was";
     EXPECT_TRUE(SavedSearchNames().empty());
+}
+
+// What other processes do meanwhile, and a row that names nothing.
+TEST_F(SearchDialogs, DeletesWhatIsGoneOrNameless) {
+    Open(eAccessShellWindow);
+    Put("gone", eAccessShellWindow);
+    Put("kept", eAccessShellWindow);
+    Through(IDC_OPEN_SEARCH, {[&] {
+                EXPECT_TRUE(Remove(TEXT("gone")));
+                desk_.Expect("Delete the saved search gone", IDYES);
+                SelectName(0);
+                Command(IDC_DELETE_SEARCH);
+                EXPECT_EQ((Names{"kept"}), Listed());
+                SendDlgItemMessageW(Nested(), IDC_SEARCH_LIST, LB_INSERTSTRING, 0,
+                                    reinterpret_cast<LPARAM>(TEXT("")));
+                SelectName(0);
+                Command(IDC_DELETE_SEARCH);
+                Command(IDOK);
+                EXPECT_NE(nullptr, Nested());
+                Command(IDCANCEL);
+            }});
+    EXPECT_TRUE(HasSavedSearch(TEXT("kept")));
+}
+
+// A process ended in mid-save while the list was open: what a deletion finishes has a row.
+TEST_F(SearchDialogs, ListsACutSaveOnceItIsFinished) {
+    Open(eAccessFindFiles);
+    Put("b", eAccessFindFiles);
+    Put("c", eAccessFindFiles);
+    Through(IDC_OPEN_SEARCH, {[&] {
+                HKEY key = nullptr;
+                const WText copy = TEXT("Software\\Corvelia\\Trellbook\\FindSaving\\2147483646");
+                ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, copy.c_str(), &key));
+                EXPECT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Environment"), LONG{eAccessFindFiles}));
+                EXPECT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Name"), TEXT("a")));
+                BLxPref_Reg::CloseKey(key);
+                desk_.Expect("Delete the saved search b", IDYES);
+                desk_.Expect("Saving the search a had been cut short");
+                SelectName(0);
+                Command(IDC_DELETE_SEARCH);
+                EXPECT_EQ((Names{"a", "c"}), Listed());
+                Command(IDOK);
+                EXPECT_NE(nullptr, Nested()) << "no row is selected";
+                Command(IDCANCEL);
+            }});
 }
 
 TEST_F(SearchDialogs, ReplacesASearchOnlyWhenAsked) {
