@@ -7,9 +7,8 @@
 
 struct IMDxDv;  // a callback that nobody gives
 
-// Positive results of MDxProperties::InitProps.
-inline constexpr HRESULT kNoPropertySets = 1;      // the file is no compound file
-inline constexpr HRESULT kSomeSetsUnreadable = 2;  // at least one set is sound, at least one isn't
+inline constexpr HRESULT kNoPropertySets = 1;  // of InitProps: the file is no compound file
+inline constexpr HRESULT kSetUnreadable = 2;   // of SetsStatus: a set that was asked for is damaged
 
 namespace mddoc {
 class DocumentProperties;
@@ -84,9 +83,13 @@ public:
     MDxProperties& operator=(const MDxProperties&) = delete;
 
     HRESULT Initialize(IMDxDv* callback, bool write);
-    // Opens the property sets of the node's file. Negative on failure, STG_E_SHAREVIOLATION or
-    // STG_E_LOCKVIOLATION when another process holds the file. May be called for file after file.
+    // Opens the node's file; a property set is read when one of its properties is asked for.
+    // Negative on failure, STG_E_SHAREVIOLATION or STG_E_LOCKVIOLATION when another process holds
+    // the file. May be called for file after file.
     HRESULT InitProps(MDxFileNameNode& node, int flags, void* reserved);
+    // Of the sets that were asked for since: S_OK, kSetUnreadable, or negative when one could not
+    // be read though the file is there, as when its bytes are locked.
+    HRESULT SetsStatus() const;
     MDxGeneralProperties& GenProp();
     MDxControlProperties& ControlProp();
     MDxCustomProperties& CustomProp();

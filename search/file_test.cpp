@@ -9,15 +9,9 @@
 
 namespace {
 
-// Opens the file's property sets when that can matter.
-HRESULT ReadProperties(SRxFoundList& list, MDxFileNameNode& node, MDxProperties& properties) {
+// Tells what came of the reading of a file's properties.
+void TellOfReading(SRxFoundList& list, const MDxFileNameNode& node, HRESULT status) {
     SRxSearchObserver* observer = list.dialog->observer;
-    if (!PassesFileTypeFilter(list, node.GetFileName())) {
-        if (observer != nullptr) observer->OnPassedOver();
-        return E_FAIL;
-    }
-    HRESULT status = properties.Initialize(nullptr, false);
-    if (status >= 0) status = properties.InitProps(node, 0, nullptr);
     if (observer != nullptr) observer->OnPropertiesRead(node.GetFileName(), status);
     if ((status == STG_E_SHAREVIOLATION || status == STG_E_LOCKVIOLATION) &&
         !list.sharingMessageShown) {
@@ -25,6 +19,18 @@ HRESULT ReadProperties(SRxFoundList& list, MDxFileNameNode& node, MDxProperties&
                                kHelpFoundList, list.window, MB_OK);
         list.sharingMessageShown = true;
     }
+}
+
+// Opens the file for its properties when that can matter. Tells of a failure.
+HRESULT OpenProperties(SRxFoundList& list, MDxFileNameNode& node, MDxProperties& properties) {
+    if (!PassesFileTypeFilter(list, node.GetFileName())) {
+        SRxSearchObserver* observer = list.dialog->observer;
+        if (observer != nullptr) observer->OnPassedOver();
+        return E_FAIL;
+    }
+    HRESULT status = properties.Initialize(nullptr, false);
+    if (status >= 0) status = properties.InitProps(node, 0, nullptr);
+    if (status < 0) TellOfReading(list, node, status);
     return status;
 }
 
@@ -96,7 +102,7 @@ bool MatchFile(SRxFoundList& list, MDxFileNameNode* node, bool needProperties) {
     // They hold the file open, so they go with this test.
     std::optional<MDxProperties> properties;
     if (needProperties) properties.emplace(false, nullptr);
-    const HRESULT status = needProperties ? ReadProperties(list, *node, *properties) : S_OK;
+    const HRESULT status = needProperties ? OpenProperties(list, *node, *properties) : S_OK;
     const FileAtHand file = {*node, needProperties ? &*properties : nullptr, status,
                              needProperties};
     JoinRule join;
@@ -113,5 +119,10 @@ bool MatchFile(SRxFoundList& list, MDxFileNameNode* node, bool needProperties) {
     const bool heard = list.window == nullptr || list.dialog->observer != nullptr;
     const bool carried = join.Total() && heard;
     if (carried || list.keepsRecords) LeaveRecords(list, *node);
+    // Only now it is known which sets were asked for.
+    if (needProperties && status >= 0) {
+        const HRESULT sets = properties->SetsStatus();
+        TellOfReading(list, *node, sets != S_OK ? sets : status);
+    }
     return join.Total();
 }

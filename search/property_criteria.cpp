@@ -144,6 +144,8 @@ CriterionOutcome MatchCustom(const SRxFoundList& list, const FileAtHand& file,
     const WCHAR* name = c.customName.c_str();
     if (file.properties == nullptr || file.status < 0) return kUndecided;
     MDxCustomProperties& custom = file.properties->CustomProp();
+    // Of a damaged set nothing is known, as of a file that can't be opened: both are left
+    // undecided.
     if (custom.Property(name, false) == nullptr) return kUndecided;
     switch (custom.GetType(name)) {
         case VT_BOOL:
@@ -182,8 +184,14 @@ bool MatchFileName(const SRxFoundList& list, const FileAtHand& file, const SRxCr
     return CompareStringValue(list, WText(stem).c_str(), c.value, Condition(c));
 }
 
+// The facts that stand in one set with the control properties.
+bool HasReadableFacts(const FileAtHand& file) {
+    return file.properties != nullptr && file.status >= 0 && IsKnownKind(file.node.GetFileType()) &&
+           !file.properties->ControlProp().IsUnreadable();
+}
+
 bool MatchDocStatus(const SRxFoundList& list, const FileAtHand& file, const SRxCriteriaNode& c) {
-    if (file.status < 0 || !IsKnownKind(file.node.GetFileType())) return false;
+    if (!HasReadableFacts(file)) return false;
     if (file.node.docStatus == -1) {
         tagBUILDINFO info{};
         file.node.GetDocTypeProps(list.server, &info, nullptr);
@@ -192,7 +200,7 @@ bool MatchDocStatus(const SRxFoundList& list, const FileAtHand& file, const SRxC
 }
 
 bool MatchLibrary(const FileAtHand& file, const SRxCriteriaNode& c) {
-    if (file.status < 0 || !IsKnownKind(file.node.GetFileType())) return false;
+    if (!HasReadableFacts(file)) return false;
     MDxGetFileSubtype(file.node);
     const bool isLibrary =
         file.node.SubType() == kLibrarySubtype || file.node.ContentLibType() >= 1;

@@ -15,8 +15,9 @@ public:
     virtual void OnFile(SRxFoundList& list) = 0;
     // The type filter spared a read of the file's properties.
     virtual void OnPassedOver() = 0;
-    // `status` is the result of the attempt: negative on failure, or one of MDxProperties' positive
-    // results.
+    // Once for each file that was opened for its properties: with its result when that failed, else
+    // behind the judgement, with what it met. `status` is negative on failure, or a positive result
+    // of MDxProperties.
     virtual void OnPropertiesRead(const WCHAR* file, HRESULT status) = 0;
     // The documents that a file refers to can't be told; `status` is negative.
     virtual void OnReferencesFailed(const WCHAR* file, HRESULT status) = 0;

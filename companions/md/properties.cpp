@@ -31,8 +31,6 @@ constexpr OfficeRow kOfficeRows[] = {
     {25, eSetKind::DocumentSummary, 14},  // manager
     {26, eSetKind::DocumentSummary, 15},  // company
 };
-constexpr eSetKind kAllSets[] = {eSetKind::Summary, eSetKind::DocumentSummary,
-                                 eSetKind::UserDefined, eSetKind::Product};
 
 struct Place {
     eSetKind set;
@@ -107,16 +105,12 @@ HRESULT MDxProperties::InitProps(MDxFileNameNode& node, int, void*) {
     if (status < 0) return status;
     if (node.facts_ == nullptr) node.facts_ = std::make_unique<MDxFileNameNode::Facts>();
     node.facts_->rootClass = document.RootClass();
-    if (status == S_FALSE) return kNoPropertySets;
-    HRESULT failure = S_OK;
-    bool anySound = false;
-    for (const eSetKind set : kAllSets) {
-        const HRESULT each = document.SetStatus(set);
-        if (each < 0) failure = each;
-        anySound = anySound || each == S_OK;
-    }
-    if (failure < 0) return anySound ? kSomeSetsUnreadable : failure;
-    return S_OK;
+    return status == S_FALSE ? kNoPropertySets : S_OK;
+}
+
+HRESULT MDxProperties::SetsStatus() const {
+    const HRESULT failure = state_->document.SetsFailure();
+    return failure == STG_E_DOCFILECORRUPT ? kSetUnreadable : failure;
 }
 
 MDxGeneralProperties& MDxProperties::GenProp() {

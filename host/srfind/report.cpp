@@ -26,8 +26,8 @@ std::string Reason(HRESULT status) {
             return "is not there any more";
         case STG_E_DOCFILECORRUPT:
             return "is damaged";
-        case kSomeSetsUnreadable:
-            return "is damaged in part: some of its property sets could not be read";
+        case kSetUnreadable:
+            return "is damaged: properties that were asked for could not be read";
         default: {
             char code[16];
             std::snprintf(code, sizeof(code), "0x%08X", static_cast<unsigned>(status));
@@ -71,7 +71,7 @@ void SearchReport::OnFolderFailed(const WCHAR* folder) {
 void SearchReport::OnPropertiesRead(const WCHAR* file, HRESULT status) {
     ++propertiesRead_;
     if (status == kNoPropertySets) ++withoutSets_;
-    if (status >= 0 && status != kSomeSetsUnreadable) return;
+    if (status >= 0 && status != kSetUnreadable) return;
     ++unreadable_;
     lastUnreadable_ = file;
     Say(DisplayPath(file) + " " + Reason(status));

@@ -13,12 +13,14 @@
 #include <array>
 #include <cstddef>
 #include <memory>
-#include <string>
 
+#include "platform/text/collator.h"
 #include "platform/text/compare_order.h"
 #include "platform/text/text_api.h"
 
 namespace {
+
+using platform::Collator;
 
 struct Span {
     const WCHAR* begin;
@@ -119,35 +121,16 @@ eOutcome CompareAscii(Span left, Span right) {
     }
 }
 
-// The root order with the ASCII symbols in the order of the table, and the letters that Windows
-// takes for two.
-std::u16string CollationRules() {
-    std::u16string rules = u"&[before 1][first variable]";
-    for (std::size_t i = 0; i + 1 < sizeof kOrderBeforeDigits; ++i) {
-        // The backslash takes the meaning from syntax characters and blanks.
-        rules += u"<\\";
-        rules += static_cast<char16_t>(kOrderBeforeDigits[i]);
-    }
-    rules += u"&ss=\u00DF&SS=\u1E9E&ae=\u00E6&AE=\u00C6&oe=\u0153&OE=\u0152";
-    return rules;
-}
-
-struct CloseCollator {
-    void operator()(UCollator* collator) const { ucol_close(collator); }
-};
-using Collator = std::unique_ptr<UCollator, CloseCollator>;
-
 Collator OpenCollator(UColAttributeValue caseLevel) {
-    const std::u16string rules = CollationRules();
+    Collator collator = platform::OpenTableCollator();
+    if (collator == nullptr) collator = platform::OpenRulesCollator();
     UErrorCode status = U_ZERO_ERROR;
-    Collator collator(ucol_openRules(rules.data(), static_cast<std::int32_t>(rules.size()), UCOL_ON,
-                                     UCOL_SECONDARY, nullptr, &status));
     if (collator) ucol_setAttribute(collator.get(), UCOL_CASE_LEVEL, caseLevel, &status);
     if (U_FAILURE(status)) collator.reset();
     return collator;
 }
 
-// Opened at the first text that needs it: half a millisecond each. Null when ICU has no data.
+// Opened at the first text that needs it. Null when ICU has no data.
 const UCollator* CollatorFor(bool matchCase) {
     if (matchCase) {
         static const Collator exact = OpenCollator(UCOL_ON);

@@ -186,6 +186,28 @@ TEST_F(SrfindPlaces, LockedFilesAreNamedAndOneBoxTellsOfThem) {
     }
 }
 
+// The lock is met when the document is open already.
+TEST_F(SrfindPlaces, LockedPartCountsWhenItIsAskedFor) {
+    Document(
+        "deep.hpa",
+        [](PropertySectionWriter& set) {
+            set.AddPicture(2, std::vector<std::uint8_t>(60000));
+            set.AddText(17, TEXT("Steel"));
+            set.AddPicture(18, std::vector<std::uint8_t>(60000));
+        },
+        nullptr, [](PropertySectionWriter& set) { set.AddText(2, TEXT("Deep")); });
+    const Holder holder(folder_ / "deep.hpa", [](int f) { return Lock(f, F_WRLCK, 50000, 20000); });
+    ASSERT_TRUE(holder.IsHeld());
+    EXPECT_EQ(0, Run({"-w", "Title equals Deep"}).status);
+    const SrfindRun run = Run({"-w", "Material differs from x"});
+    EXPECT_EQ(3, run.status);
+    EXPECT_EQ(1u, CountOf(run.err, "/deep.hpa is in use by another program\n"));
+    Criterion("Material differs from x");
+    desk_.Expect("Other files in use are passed over without a message");
+    desk_.Expect("No files");
+    EXPECT_TRUE(RunFolders().empty());
+}
+
 TEST_F(SrfindPlaces, PathsLongerThanTheSystemTakes) {
     std::string path = folder_.string();
     while (path.size() < 5000)

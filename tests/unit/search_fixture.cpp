@@ -154,6 +154,7 @@ std::vector<std::string> SearchTest::Run() {
         delete slot_;
         slot_ = nullptr;
     }
+    statuses_.clear();
     SRxFoundList list(dialog_, &slot_);
     routeResult_ = RunSearch(list);
     std::vector<std::string> hits;

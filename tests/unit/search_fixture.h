@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -61,7 +62,9 @@ protected:
     void OnRow(const MDxFileNameNode& hit) override {
         shownRows_.push_back(Relative(hit.GetFileName()));
     }
-    void OnPropertiesRead(const WCHAR*, HRESULT status) override { statuses_.push_back(status); }
+    void OnPropertiesRead(const WCHAR* file, HRESULT status) override {
+        statuses_[Relative(file)] = status;
+    }
 
     std::filesystem::path folder_;
     ScriptedDesk desk_;
@@ -77,7 +80,7 @@ protected:
     std::vector<std::string> shownRows_;
     std::vector<std::string> failedReferences_;
     std::vector<std::string> missing_;
-    std::vector<HRESULT> statuses_;
+    std::map<std::string, HRESULT> statuses_;  // of the last search
     std::function<void(SRxFoundList&)> onFile_;
 
 private:

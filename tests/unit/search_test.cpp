@@ -287,4 +287,53 @@ TEST_F(SearchTest, WhatCannotBeReadIsNeverAHitByAProperty) {
     EXPECT_EQ((Names{"good.hpa"}), RunFolders());
 }
 
+// A document is judged by what can be read of it, and told of when something that was asked for
+// can't be.
+TEST_F(SearchTest, OnlyWhatIsAskedForCanBeUnreadable) {
+    // Which of two values under one id is meant can't be told.
+    const FillSection damaged = [](PropertySectionWriter& set) {
+        set.AddText(17, TEXT("Steel"));
+        set.AddText(17, TEXT("Brass"));
+    };
+    const FillSection summary = [](PropertySectionWriter& set) { set.AddText(2, TEXT("x")); };
+    Document("product.hpa", damaged, nullptr, summary);
+    Document("user.hpa", nullptr, damaged, summary);
+    Tree({"none.hpa"});
+    struct Row {
+        std::vector<const char*> criteria;
+        Names hits;
+        HRESULT product;
+        HRESULT user;
+    };
+    const Names all = {"none.hpa", "product.hpa", "user.hpa"};
+    const Names noProduct = {"none.hpa", "user.hpa"};
+    const Row rows[] = {
+        {{"Title differs from y"}, all, S_OK, S_OK},
+        {{"Company differs from y"}, all, S_OK, S_OK},
+        {{"Material differs from y"}, noProduct, kSetUnreadable, S_OK},
+        {{"Last saved by differs from y"}, noProduct, kSetUnreadable, S_OK},
+        {{"Needs update is set to no"}, noProduct, kSetUnreadable, S_OK},
+        {{"Document origin is not a parts library"}, noProduct, kSetUnreadable, S_OK},
+        // Left to whoever gets the hit's record, as that of a file that could not be opened.
+        {{"\"Checked\" is set to yes"}, all, S_OK, kSetUnreadable},
+        {{"Title equals x", "or: Material equals y"},
+         {"product.hpa", "user.hpa"},
+         kSetUnreadable,
+         S_OK},
+        {{"File type is Parts", "Title equals x"}, {"product.hpa", "user.hpa"}, S_OK, S_OK},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.criteria.front());
+        delete std::exchange(dialog_.criteriaHead, nullptr);
+        dialog_.propSearchType = FILE_SEARCH_ANY;
+        for (const char* criterion : row.criteria)
+            Criterion(criterion);
+        EXPECT_EQ(row.hits, Sorted(RunFolders()));
+        EXPECT_EQ((std::map<std::string, HRESULT>{{"none.hpa", kNoPropertySets},
+                                                  {"product.hpa", row.product},
+                                                  {"user.hpa", row.user}}),
+                  statuses_);
+    }
+}
+
 }  // namespace

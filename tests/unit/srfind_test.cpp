@@ -215,13 +215,25 @@ TEST_F(SrfindTest, RecordsAndSkippedCriteria) {
 }
 
 TEST_F(SrfindTest, NamesWhatIsDamagedAndCounts) {
+    const std::string damaged =
+        "srfind: @/odd.hpa is damaged: properties that were asked for could";
+    Document(
+        "odd.hpa", [](PropertySectionWriter& set) { set.AddNumber(5, 1), set.AddNumber(5, 2); },
+        nullptr, [](PropertySectionWriter& set) { set.AddText(2, TEXT("Odd")); });
+    const SrfindRun sound = Run({"-r", "-w", "Title contains odd", "@"});
+    EXPECT_EQ(0, sound.status) << sound.err;
+    const SrfindRun asked = Run({"-r", "-w", "Title contains odd", "-o", "Material equals x", "@"});
+    EXPECT_EQ(3, asked.status);
+    EXPECT_EQ("@/odd.hpa\n", asked.out);
+    EXPECT_NE(std::string::npos, asked.err.find(damaged)) << asked.err;
+
     WriteFile("cut.hpa", {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1, 0, 0});
     const SrfindRun run = Run({"-r", "--stats", "-w", "Title contains brack", "@"});
     EXPECT_EQ(3, run.status);
     EXPECT_EQ("@/titled.hpa\n", run.out);
     EXPECT_NE(std::string::npos, run.err.find("srfind: @/cut.hpa is damaged\n"));
     for (const char* line :
-         {"files looked at        7\n", "property sets read     6\n", "without property sets  4\n",
+         {"files looked at        8\n", "property sets read     7\n", "without property sets  4\n",
           "passed over by type    1\n", "hits                   1\n", "unreadable files       1\n",
           "unreadable folders     0\n"}) {
         EXPECT_NE(std::string::npos, run.err.find(line)) << line << run.err;

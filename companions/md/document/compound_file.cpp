@@ -73,7 +73,7 @@ void CompoundFile::Close() {
     moreFat_.clear();
     blockOf_.fill(kNoBlock);
     lastSlot_ = 0;
-    nextSlot_ = kFirstRead / kBlockBytes;
+    nextSlot_ = 1;
 }
 
 HRESULT CompoundFile::Open(const DocumentPath& path) {
@@ -88,12 +88,8 @@ HRESULT CompoundFile::Open(const DocumentPath& path) {
 HRESULT CompoundFile::ReadHeader() {
     const std::uint64_t size = file_.Size();
     if (size < sizeof kSignature) return STG_E_FILEALREADYEXISTS;
-    // One call for the header and whatever stands close behind it.
-    const auto first = static_cast<std::size_t>(std::min<std::uint64_t>(size, kFirstRead));
-    const HRESULT status = file_.ReadAt(0, blocks_.data(), first);
+    const HRESULT status = LoadBlock(0, 0);
     if (FAILED(status)) return status;
-    for (std::size_t slot = 0; slot * kBlockBytes < first; ++slot)
-        blockOf_[slot] = slot;
     const BYTE* header = blocks_.data();
     if (std::memcmp(header, kSignature, sizeof kSignature) != 0) return STG_E_FILEALREADYEXISTS;
     if (size < kHeaderBytes) return STG_E_DOCFILECORRUPT;

@@ -40,9 +40,9 @@ public:
                                std::size_t cb);
 
 private:
-    static constexpr std::size_t kBlockBytes = 8192;
-    static constexpr std::size_t kBlocks = 12;
-    static constexpr std::size_t kFirstRead = 2 * kBlockBytes;
+    // What is asked of a document lies in few places: larger blocks would be copied for nothing.
+    static constexpr std::size_t kBlockBytes = 4096;
+    static constexpr std::size_t kBlocks = 24;
     static constexpr std::uint32_t kHeaderFatSectors = 109;
     static constexpr std::size_t kNameUnits = 31;
 

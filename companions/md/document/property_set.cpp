@@ -75,11 +75,10 @@ HRESULT PropertySection::ReadSlots(StreamWindow& window, std::uint32_t offset,
     const std::uint32_t valuesBegin = kSectionHeadBytes + count * kSlotBytes;
     const std::uint32_t length = end_ - begin_;
     sorted_.clear();
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const BYTE* bytes = nullptr;
-        const std::uint32_t place = offset + kSectionHeadBytes + i * kSlotBytes;
-        const HRESULT status = window.Fetch(place, kSlotBytes, bytes);
-        if (FAILED(status)) return status;
+    const BYTE* bytes = nullptr;
+    const HRESULT status = window.Fetch(offset + kSectionHeadBytes, count * kSlotBytes, bytes);
+    if (FAILED(status)) return status;
+    for (std::uint32_t i = 0; i < count; ++i, bytes += kSlotBytes) {
         const std::uint32_t id = Load32(bytes);
         const std::uint32_t at = Load32(bytes + 4);
         if (at < valuesBegin || at > length || length - at < kLeastValueBytes) {
@@ -93,7 +92,7 @@ HRESULT PropertySection::ReadSlots(StreamWindow& window, std::uint32_t offset,
         }
     }
     // Which of two values under one id is meant can't be told.
-    std::sort(sorted_.begin(), sorted_.end());
+    if (!std::is_sorted(sorted_.begin(), sorted_.end())) std::sort(sorted_.begin(), sorted_.end());
     const bool isTwice = std::adjacent_find(sorted_.begin(), sorted_.end()) != sorted_.end();
     return isTwice ? STG_E_DOCFILECORRUPT : S_OK;
 }
