@@ -149,8 +149,9 @@ protected:
         return hit;
     }
     bool Failed() const {
-        return std::any_of(statuses_.begin(), statuses_.end(),
-                           [](HRESULT status) { return status < 0; });
+        return std::any_of(statuses_.begin(), statuses_.end(), [](const auto& each) {
+            return each.second < 0 || each.second == kSetUnreadable;
+        });
     }
 
     std::vector<Original> originals_;

@@ -160,6 +160,7 @@ TEST(PropertySet, NamesOfTheUserDefinedSet) {
         custom.AddText(2, TEXT("green"));
         custom.AddName(2, TEXT("F\u00E4rbe"));
         custom.AddNumber(3, 9);
+        custom.AddName(7, TEXT("NO"));  // of no value
         custom.AddName(3, TEXT("No"));
         custom.AddNumber(4, 1);
         ASSERT_EQ(S_OK, document.Open(
@@ -169,6 +170,8 @@ TEST(PropertySet, NamesOfTheUserDefinedSet) {
         EXPECT_EQ(S_OK, document.FindByName(TEXT("f\u00C4RBE"), value));
         EXPECT_EQ(WText(TEXT("green")), value.text);
         EXPECT_EQ(S_FALSE, document.FindByName(TEXT("F\u00E4rb"), value));
+        EXPECT_EQ(S_OK, document.FindByName(TEXT("no"), value));
+        EXPECT_EQ(9, value.number);
         EXPECT_EQ(S_OK, document.Find(eSetKind::DocumentSummary, 15, value));
         std::vector<PropertyEntry> entries;
         EXPECT_EQ(S_OK, document.List(eSetKind::UserDefined, entries));

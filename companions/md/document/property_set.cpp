@@ -171,7 +171,8 @@ const WText* PropertySection::NameOf(std::uint32_t id) const {
 
 bool PropertySection::FindName(WTextView name, std::uint32_t& id) const {
     for (const Name& own : names_) {
-        if (!EqualWithoutCase(own.text, name)) continue;
+        // The table may name what the set no longer holds.
+        if (!EqualWithoutCase(own.text, name) || Find(own.id) == nullptr) continue;
         id = own.id;
         return true;
     }

@@ -34,7 +34,7 @@ public:
     const std::vector<Name>& Names() const { return names_; }
     const Slot* Find(std::uint32_t id) const;
     const WText* NameOf(std::uint32_t id) const;
-    // The id under a name, without case; false where there is none.
+    // The id of a property under a name, without case; false where there is none.
     bool FindName(WTextView name, std::uint32_t& id) const;
 
     // A reader that is set up for the values of this section.
