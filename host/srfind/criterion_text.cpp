@@ -115,6 +115,10 @@ std::unique_ptr<SRxCriteriaNode> CriterionParser::Parse(std::string_view text, L
     LONG condition = 0;
     WText value;
     LONG valueId = kNoId;
+    if (text.find('\0') != std::string_view::npos) {
+        fault = "a criterion holds no null characters";
+        return nullptr;
+    }
     SkipBlanks(text);
     if (!TakeProperty(text, property, fault)) return nullptr;
     SkipBlanks(text);

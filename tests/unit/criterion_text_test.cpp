@@ -81,6 +81,7 @@ TEST(CriterionText, Bad) {
         {"Titlecontains x", "no property has a name that begins \"Titlecontains x\""},
         {"\"Supplier equals x", "no closing quote"},
         {"\"\" equals x", "no property has a name"},
+        {std::string("\"\0a\" equals x", 13), "no null characters"},
         {"Title", "\"Title\" has no condition behind it; it can take \"has any value\""},
         {"\"Supplier\"", "\"Supplier\" has no condition behind it"},
         {"Title resembles x", "no condition that begins \"resembles x\""},
