@@ -112,8 +112,9 @@ TEST_F(LongUse, AHundredSearchesOfFiftyCriteria) {
         criterion.value = TEXT("value ") + wtext::FromNumber(i);
         search.criteria.push_back(criterion);
     }
-    ASSERT_EQ(eStoredWrite::Whole, Save(TEXT("search 0"), search));
     const std::filesystem::path store = std::getenv("SR_REGISTRY");
+    std::filesystem::remove(store);  // what an earlier run has left
+    ASSERT_EQ(eStoredWrite::Whole, Save(TEXT("search 0"), search));
     std::ifstream in(store, std::ios::binary);
     std::string text((std::istreambuf_iterator<char>(in)), {});
     std::string more;
