@@ -113,7 +113,7 @@ TEST_F(LongUse, AHundredSearchesOfFiftyCriteria) {
         search.criteria.push_back(criterion);
     }
     const std::filesystem::path store = std::getenv("SR_REGISTRY");
-    std::filesystem::remove(store);  // what an earlier run has left
+    std::filesystem::remove(store);
     ASSERT_EQ(eStoredWrite::Whole, Save(TEXT("search 0"), search));
     std::ifstream in(store, std::ios::binary);
     std::string text((std::istreambuf_iterator<char>(in)), {});
@@ -145,6 +145,7 @@ TEST_F(LongUse, AHundredSearchesOfFiftyCriteria) {
     EXPECT_EQ(search, read);
     EXPECT_TRUE(Remove(TEXT("search 7")));
     EXPECT_EQ(99u, SavedSearchNames().size());
+    std::filesystem::remove(store);
 }
 
 }  // namespace
