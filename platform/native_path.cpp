@@ -24,3 +24,12 @@ WTextView FileNameIn(WTextView path) {
     }
     return path;
 }
+
+WTextView ExtensionIn(WTextView path) {
+    for (std::size_t at = path.size(); at-- > 0;) {
+        if (path[at] == '.') return path.substr(at);
+        // A blank ends an extension, as on Windows: "a.b c" has none.
+        if (path[at] == '\\' || path[at] == ' ') break;
+    }
+    return path.substr(path.size());
+}

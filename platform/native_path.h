@@ -27,6 +27,9 @@ WText AbsoluteWidePath(const NativePath& path);
 // The last name of a path in the form of Windows, as PathFindFileNameW finds it, for a path whose
 // length is known: its end alone is looked at.
 WTextView FileNameIn(WTextView path);
+// The extension with its point, as PathFindExtensionW finds it; empty at the end of `path` without
+// one.
+WTextView ExtensionIn(WTextView path);
 // How a path in the form of Windows is shown: natively as a path of the system, byte by byte.
 std::string DisplayPath(WTextView path);
 // A file name as a person types it, in the form in which the names of files are compared.

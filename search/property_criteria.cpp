@@ -170,14 +170,14 @@ bool MatchFileType(const SRxFoundList& list, const FileAtHand& file, const SRxCr
 
 bool MatchFileName(const SRxFoundList& list, const FileAtHand& file, const SRxCriteriaNode& c) {
     const WTextView path(file.node.GetFileName(), file.node.GetFileNameLength());
-    const WCHAR* name = FileNameIn(path).data();
+    const WTextView name = FileNameIn(path);
     // A value without a point is compared with the name without its extension.
-    const WCHAR* extension = PathFindExtensionW(name);
-    if (*extension == 0 || *PathFindExtensionW(c.value) != 0) {
-        return CompareStringValue(list, name, c.value, Condition(c));
+    const WTextView extension = ExtensionIn(name);
+    if (extension.empty() || *PathFindExtensionW(c.value) != 0) {
+        return CompareStringValue(list, name.data(), c.value, Condition(c));
     }
     WCHAR bare[kPathLength];
-    const WTextView stem(name, static_cast<std::size_t>(extension - name));
+    const WTextView stem = name.substr(0, name.size() - extension.size());
     if (wtext::CopyWhole(bare, kPathLength, stem)) {
         return CompareStringValue(list, bare, c.value, Condition(c));
     }

@@ -7,14 +7,7 @@ LPWSTR PathFindFileNameW(LPCWSTR path) {
 }
 
 LPWSTR PathFindExtensionW(LPCWSTR path) {
-    if (path == nullptr) return nullptr;
-    LPCWSTR end = path + wtext::Length(path);  // near which an extension is
-    for (LPCWSTR at = end; at != path; --at) {
-        if (at[-1] == '.') return const_cast<LPWSTR>(at - 1);
-        // A blank ends an extension, as on Windows: "a.b c" has none.
-        if (at[-1] == '\\' || at[-1] == ' ') break;
-    }
-    return const_cast<LPWSTR>(end);
+    return path != nullptr ? const_cast<LPWSTR>(ExtensionIn(path).data()) : nullptr;
 }
 
 BOOL PathRemoveFileSpecW(LPWSTR path) {

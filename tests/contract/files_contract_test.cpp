@@ -231,6 +231,8 @@ TEST(Paths, NameAndExtension) {
         SCOPED_TRACE(wtext::ToUtf8(row.path));
         EXPECT_EQ(row.nameAt, PathFindFileNameW(row.path) - row.path);
         EXPECT_EQ(row.extensionAt, PathFindExtensionW(row.path) - row.path);
+        EXPECT_EQ(row.nameAt, FileNameIn(row.path).data() - row.path);
+        EXPECT_EQ(row.extensionAt, ExtensionIn(row.path).data() - row.path);
     }
     EXPECT_EQ(nullptr, PathFindFileNameW(nullptr));
     EXPECT_EQ(nullptr, PathFindExtensionW(nullptr));
