@@ -144,6 +144,11 @@ bool SearchFolders(SRxFoundList& list, LRESULT subfolders, bool needProperties) 
     RememberRecentPath(list, text.c_str());
     // The current folder changes on the way, so a path from it is made whole at the start.
     const WText root = IsAbsolute(text) ? WText(text) : FullWidePath(WText(text));
+    if (root.empty()) {
+        // The current folder is gone; an empty path would be the root of all.
+        ReportFolder(list, text.c_str());
+        return false;
+    }
     list.rootNode = new MDxFileNameNode(root.c_str(), -1, list.dialog->InApp());
     bool result = true;
     int insertIndex = 0;

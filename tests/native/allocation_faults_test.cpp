@@ -131,10 +131,6 @@ protected:
         extension->Release();
         return nullptr;
     }
-    static void CloseDialog(SRxShellExt* extension) {
-        Module().closeDialog(extension);
-        extension->Release();
-    }
     static LRESULT Send(HWND dialog, int id, UINT message, WPARAM wParam, const void* lParam) {
         return SendMessageW(GetDlgItem(dialog, id), message, wParam,
                             reinterpret_cast<LPARAM>(lParam));
@@ -151,6 +147,18 @@ protected:
     }
     static LRESULT CountCriteria(HWND dialog) {
         return Send(dialog, IDC_CRITERIA_LIST, LB_GETCOUNT, 0, nullptr);
+    }
+    // Does `act` in a dialog with a second criterion; true when all came about.
+    bool WithCriterion(const std::function<bool(HWND)>& act) {
+        SRxShellExt* const extension = OpenDialog();
+        if (extension == nullptr) return false;
+        const HWND dialog = Module().dialogWindow(extension);
+        AddCriterion(dialog);
+        const bool added = CountCriteria(dialog) == 2;
+        const bool done = act(dialog);
+        Module().closeDialog(extension);
+        extension->Release();
+        return added && done;
     }
     // The found dialog of a search that has run, or null.
     HWND Search(HWND dialog) const {
@@ -222,20 +230,15 @@ protected:
 
 TEST_F(AllocationFaultsTest, AWholeSearch) {
     FailEach(1000, [this] {
-        SRxShellExt* const extension = OpenDialog();
-        if (extension == nullptr) return false;
-        const HWND dialog = Module().dialogWindow(extension);
-        AddCriterion(dialog);
-        const LRESULT criteria = CountCriteria(dialog);
-        LRESULT rows = 0;
-        if (const HWND found = Search(dialog)) {
-            rows = Send(found, IDC_FOUND_LIST, LVM_GETITEMCOUNT, 0, nullptr);
+        return WithCriterion([this](HWND dialog) {
+            const HWND found = Search(dialog);
+            if (found == nullptr) return false;
+            const LRESULT rows = Send(found, IDC_FOUND_LIST, LVM_GETITEMCOUNT, 0, nullptr);
             Send(found, IDC_FOUND_LIST, LVM_SORTITEMS, 0,
                  reinterpret_cast<const void*>(CompareRows));
             Command(found, IDOK);
-        }
-        CloseDialog(extension);
-        return criteria == 2 && rows == 2;
+            return rows == 2;
+        });
     });
 }
 
@@ -252,17 +255,12 @@ TEST_F(AllocationFaultsTest, SavingAndOpening) {
         EXPECT_FALSE(HasSavedSearch(kName));
     };
     FailEach(40, [this] {
-        SRxShellExt* const extension = OpenDialog();
-        if (extension == nullptr) return false;
-        const HWND dialog = Module().dialogWindow(extension);
-        AddCriterion(dialog);
-        const LRESULT criteria = CountCriteria(dialog);
-        Through(dialog, IDC_SAVE_SEARCH);
-        Command(dialog, IDC_NEW_SEARCH);
-        Through(dialog, IDC_OPEN_SEARCH);
-        const LRESULT opened = CountCriteria(dialog);
-        CloseDialog(extension);
-        return criteria == 2 && opened == 2;
+        return WithCriterion([this](HWND dialog) {
+            Through(dialog, IDC_SAVE_SEARCH);
+            Command(dialog, IDC_NEW_SEARCH);
+            Through(dialog, IDC_OPEN_SEARCH);
+            return CountCriteria(dialog) == 2;
+        });
     });
 }
 

@@ -245,4 +245,19 @@ TEST_F(SrfindPlaces, FewDescriptorsAreEnoughAndTheirLackIsTold) {
     EXPECT_NE(std::string::npos, none.err.find(folder_.string())) << none.err;
 }
 
+// Without a current folder a path from it means nothing, above all not the root.
+TEST_F(SrfindPlaces, TheCurrentFolderIsGone) {
+    const fs::path before = fs::current_path();
+    fs::create_directories(folder_ / "gone");
+    fs::current_path(folder_ / "gone");
+    fs::remove(folder_ / "gone");
+    Criterion("File name contains .");
+    desk_.Expect("sub");
+    desk_.Expect("No files");
+    EXPECT_TRUE(RunTyped(TEXT("sub")).empty());
+    EXPECT_FALSE(routeResult_);
+    EXPECT_EQ(0u, files_);
+    fs::current_path(before);
+}
+
 }  // namespace
