@@ -1,7 +1,7 @@
 // The lists of the find dialog, filled from the catalogue, and the check of typed input.
-#include "dialog/catalogue.h"
+#include "criteria/catalogue.h"
 #include "dialog/find_dialog.h"
-#include "dialog/registry_key.h"
+#include "module/registry_key.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_registry.h"
 #include "outside/md_window_aids.h"

@@ -1,9 +1,9 @@
 // How a criterion reads as a row of the list box, and the criterion that a new list begins with.
 #include <algorithm>
 
-#include "dialog/catalogue.h"
+#include "criteria/catalogue.h"
+#include "criteria/stored_date.h"
 #include "dialog/find_dialog.h"
-#include "dialog/stored_date.h"
 #include "outside/md_messages.h"
 #include "platform/message_format.h"
 #include "platform/new_or_null.h"

@@ -2,10 +2,10 @@
 // and what is kept for the next opening.
 #include "dialog/find_dialog.h"
 #include "found/found_dialog.h"
+#include "found/found_list.h"
+#include "module/module_state.h"
 #include "outside/blx_registry.h"
 #include "outside/md_registry.h"
-#include "search/found_list.h"
-#include "shell/module_state.h"
 
 SRxDialogActivity::~SRxDialogActivity() {
     if (--dialog_.activity > 0) return;

@@ -1,8 +1,8 @@
 // The commands through which a person composes the list: the controls, the criteria and their rows
 // are kept in step here.
-#include "dialog/catalogue.h"
+#include "criteria/catalogue.h"
+#include "criteria/stored_date.h"
 #include "dialog/find_dialog.h"
-#include "dialog/stored_date.h"
 #include "outside/md_messages.h"
 #include "outside/md_property_rows.h"
 #include "platform/new_or_null.h"

@@ -1,10 +1,10 @@
 #include "dialog/find_dialog.h"
 
-#include "dialog/running_application.h"
+#include "module/module_state.h"
+#include "module/running_application.h"
 #include "outside/md_messages.h"
 #include "outside/md_server.h"
 #include "platform/wtext.h"
-#include "shell/module_state.h"
 
 namespace {
 

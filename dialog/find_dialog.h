@@ -8,15 +8,15 @@
 #include <span>
 #include <vector>
 
-#include "dialog/catalogue.h"
-#include "dialog/criteria_node.h"
-#include "dialog/message_kinds.h"
-#include "dialog/modes.h"
+#include "criteria/catalogue.h"
+#include "criteria/criteria_node.h"
+#include "criteria/modes.h"
+#include "module/message_kinds.h"
+#include "module/module_api.h"
+#include "module/shell_ext_parameters.h"
 #include "outside/md_file_name_node.h"
 #include "platform/wtext.h"
 #include "resource/control_ids.h"
-#include "shell/module_api.h"
-#include "shell/shell_ext_parameters.h"
 
 class SRxSearchObserver;
 struct SRxFoundList;

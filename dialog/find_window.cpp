@@ -5,8 +5,8 @@
 
 #include "dialog/dialog_help.h"
 #include "dialog/find_dialog.h"
+#include "found/found_list.h"
 #include "outside/md_window_aids.h"
-#include "search/found_list.h"
 #include "store/saved_search.h"
 
 HWND modelessDialog = nullptr;

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "dialog/find_dialog.h"
-#include "dialog/registry_key.h"
+#include "module/registry_key.h"
 #include "outside/blx_util.h"
 #include "outside/md_registry.h"
 #include "outside/md_window_aids.h"

@@ -8,11 +8,11 @@
 #include <utility>
 
 #include "dialog/dialog_help.h"
+#include "found/found_rows.h"
 #include "outside/md_context_menu.h"
 #include "outside/md_messages.h"
 #include "outside/md_window_aids.h"
 #include "platform/new_or_null.h"
-#include "search/found_rows.h"
 #include "search/search.h"
 
 namespace {

@@ -2,8 +2,8 @@
 // record is SRxFoundList, which the dialog frees when its window goes.
 #pragma once
 
-#include "search/found_list.h"
-#include "shell/module_api.h"
+#include "found/found_list.h"
+#include "module/module_api.h"
 
 inline constexpr UINT_PTR kFoundTimer = 49650;
 

@@ -3,9 +3,9 @@
 #include <iterator>
 
 #include "found/found_dialog.h"
+#include "found/found_rows.h"
 #include "outside/md_window_aids.h"
 #include "platform/resource_text.h"
-#include "search/found_rows.h"
 
 LONG foundWidth = -1;
 LONG foundHeight = -1;

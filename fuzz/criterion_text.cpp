@@ -3,7 +3,7 @@
 #include "host/srfind/criterion_text.h"
 
 #include "fuzz/fuzz_input.h"
-#include "shell/module_state.h"
+#include "module/module_state.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const CriterionParser parser(SrResReturnHandle());

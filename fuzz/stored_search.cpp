@@ -6,10 +6,10 @@
 
 #include "dialog/find_dialog.h"
 #include "fuzz/fuzz_input.h"
+#include "module/module_state.h"
 #include "outside/md_registry.h"
 #include "platform/desk.h"
 #include "platform/registry/registry_text.h"
-#include "shell/module_state.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include <cstdint>
 
-#include "dialog/stored_date.h"
+#include "criteria/stored_date.h"
 #include "outside/md_small_aids.h"
 #include "search/value_comparison.h"
 

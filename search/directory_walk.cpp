@@ -1,4 +1,4 @@
-#include "dialog/registry_key.h"
+#include "module/registry_key.h"
 #include "outside/blx_directory_search.h"
 #include "outside/md_messages.h"
 #include "outside/md_registry.h"

@@ -1,7 +1,7 @@
 // What one criterion means: which fact of the file it reads and by which comparison it is judged.
 #pragma once
 
-#include "search/found_list.h"
+#include "found/found_list.h"
 
 // The file at hand.
 struct FileAtHand {

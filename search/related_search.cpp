@@ -1,4 +1,4 @@
-#include "dialog/running_application.h"
+#include "module/running_application.h"
 #include "search/search.h"
 #include "search/search_observer.h"
 

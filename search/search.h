@@ -1,7 +1,7 @@
 // The search engine: the driver, its routes and the file test.
 #pragma once
 
-#include "search/found_list.h"
+#include "found/found_list.h"
 
 // Runs one search from start to end; true when its route succeeded.
 bool RunSearch(SRxFoundList& list);

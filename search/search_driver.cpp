@@ -1,7 +1,7 @@
+#include "found/found_rows.h"
 #include "outside/md_messages.h"
 #include "outside/ps_property_specifics.h"
 #include "platform/wtext.h"
-#include "search/found_rows.h"
 #include "search/search.h"
 
 namespace {

@@ -2,8 +2,8 @@
 // wildcard. A condition that a function's list lacks is false, but for texts of persons.
 #pragma once
 
+#include "found/found_list.h"
 #include "platform/wtext.h"
-#include "search/found_list.h"
 
 // Flags of CompareStringW. Kana type and width never count; hyphen and apostrophe are characters
 // like others but in kFoldWord.

@@ -1,7 +1,7 @@
 #include "shell/class_factory.h"
 
+#include "module/module_state.h"
 #include "platform/new_or_null.h"
-#include "shell/module_state.h"
 #include "shell/shell_ext.h"
 
 SRxShellExtClassFactory::SRxShellExtClassFactory() {

@@ -2,8 +2,8 @@
 // classes has.
 #pragma once
 
+#include "module/module_api.h"
 #include "platform/win.h"
-#include "shell/module_api.h"
 
 // Counted, and made with one reference. Locks aren't counted: what keeps the module is its objects.
 class SR_API SRxShellExtClassFactory : public IClassFactory {

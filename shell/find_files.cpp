@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "dialog/find_dialog.h"
+#include "module/module_state.h"
 #include "platform/new_or_null.h"
-#include "shell/module_state.h"
 
 namespace {
 

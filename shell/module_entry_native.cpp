@@ -1,5 +1,5 @@
 // The module's load and unload where a library has no entry of its own: a static object's life.
-#include "shell/module_state.h"
+#include "module/module_state.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The module's entry on Windows: what it holds from its load to its unload.
-#include "shell/module_state.h"
+#include "module/module_state.h"
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
     if (reason == DLL_PROCESS_ATTACH) {

@@ -4,10 +4,10 @@
 #include <cstring>
 #include <utility>
 
+#include "module/module_state.h"
 #include "outside/md_messages.h"
 #include "platform/new_or_null.h"
 #include "platform/number_text.h"
-#include "shell/module_state.h"
 
 SRxShellExt::SRxShellExt() {
     ++objectCount;

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "dialog/find_dialog.h"
-#include "shell/module_api.h"
+#include "module/module_api.h"
 
 inline constexpr CLSID CLSID_SRxShellExt = {
     0x8D1F08A5, 0x3521, 0x11D6, {0x98, 0x8B, 0x00, 0x10, 0xB5, 0x7A, 0x8B, 0xB7}};

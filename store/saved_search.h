@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "dialog/criteria_node.h"
+#include "criteria/criteria_node.h"
 #include "platform/wtext.h"
 
 struct StoredCriterion {

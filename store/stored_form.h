@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "dialog/registry_key.h"
+#include "module/registry_key.h"
 #include "store/saved_search.h"
 
 inline constexpr DWORD kCriterionNameCapacity = 129;  // units with the terminator

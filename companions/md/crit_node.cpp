@@ -1,4 +1,4 @@
-#include "dialog/criteria_node.h"
+#include "criteria/criteria_node.h"
 #include "outside/md_crit_node.h"
 
 void MDxCritNode::Set(eCritTest test, LONG condition) {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "dialog/catalogue.h"
-#include "dialog/stored_date.h"
+#include "criteria/catalogue.h"
+#include "criteria/stored_date.h"
 #include "outside/md_property_rows.h"
 #include "outside/ps_property_specifics.h"
 #include "platform/native_path.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dialog/criteria_node.h"
+#include "criteria/criteria_node.h"
 #include "platform/wtext.h"
 
 class CriterionParser {

@@ -1,7 +1,7 @@
 #include "host/srfind/find_session.h"
 
-#include "search/found_list.h"
-#include "shell/module_state.h"
+#include "found/found_list.h"
+#include "module/module_state.h"
 
 FindSession::FindSession(SearchReport& report, MDxFileNameNode** slot)
     : desk_(report),

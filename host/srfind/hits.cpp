@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "dialog/criteria_node.h"
+#include "criteria/criteria_node.h"
 #include "found/found_dialog.h"
 #include "host/srfind/json.h"
 #include "platform/native_path.h"

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "host/srfind/options.h"
+#include "module/shell_ext_parameters.h"
 #include "outside/md_file_name_node.h"
-#include "shell/shell_ext_parameters.h"
 
 // In the order asked for; equal ones stay as they were found.
 void SortHits(std::vector<const MDxFileNameNode*>& hits, eSort sort);

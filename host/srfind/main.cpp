@@ -11,13 +11,13 @@
 #include "host/srfind/options.h"
 #include "host/srfind/report.h"
 #include "host/srfind/shown_dialog.h"
+#include "module/module_state.h"
 #include "platform/host/host_files.h"
 #include "platform/native_layer.h"
 #include "platform/native_path.h"
 #include "platform/number_text.h"
 #include "platform/resource_text.h"
 #include "search/search.h"
-#include "shell/module_state.h"
 #include "store/saved_search.h"
 
 namespace {

@@ -2,13 +2,13 @@
 
 #include <cstdio>
 
+#include "found/found_list.h"
 #include "outside/md_properties.h"
 #include "platform/host/host_files.h"
 #include "platform/host/program_main.h"
 #include "platform/native_path.h"
 #include "platform/resource_text.h"
 #include "resource/string_ids.h"
-#include "search/found_list.h"
 
 namespace {
 

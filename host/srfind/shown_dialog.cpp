@@ -1,6 +1,6 @@
 #include "host/srfind/shown_dialog.h"
 
-#include "shell/module_state.h"
+#include "module/module_state.h"
 
 namespace {
 

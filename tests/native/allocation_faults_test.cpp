@@ -10,9 +10,9 @@
 
 #include "dialog/find_dialog.h"
 #include "found/found_dialog.h"
-#include "search/found_list.h"
-#include "search/found_rows.h"
-#include "shell/module_state.h"
+#include "found/found_list.h"
+#include "found/found_rows.h"
+#include "module/module_state.h"
 #include "store/saved_search.h"
 #include "tests/native/failing_malloc.h"
 #include "tests/unit/module_fixture.h"

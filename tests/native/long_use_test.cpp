@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "dialog/find_dialog.h"
-#include "shell/module_state.h"
+#include "module/module_state.h"
 #include "tests/unit/find_window_fixture.h"
 #include "tests/unit/module_fixture.h"
 #include "tests/unit/stored_searches.h"

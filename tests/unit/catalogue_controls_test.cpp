@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "dialog/find_dialog.h"
+#include "module/module_state.h"
 #include "outside/blx_registry.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_registry.h"
 #include "platform/resource_text.h"
 #include "search/property_criteria.h"
-#include "shell/module_state.h"
 #include "tests/unit/dialog_controls.h"
 
 namespace {

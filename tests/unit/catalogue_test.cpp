@@ -1,5 +1,5 @@
 // The catalogue against itself, the document library's rows and the resource library's texts.
-#include "dialog/catalogue.h"
+#include "criteria/catalogue.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,10 @@
 #include <set>
 #include <string>
 
+#include "module/module_state.h"
 #include "outside/md_property_rows.h"
 #include "outside/ps_property_specifics.h"
 #include "platform/wtext.h"
-#include "shell/module_state.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The criterion record: how it is made, what it tells of itself, how its list ends.
-#include "dialog/criteria_node.h"
+#include "criteria/criteria_node.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "host/srfind/options.h"
+#include "module/module_state.h"
 #include "platform/host/host_files.h"
-#include "shell/module_state.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "found/found_dialog.h"
+#include "found/found_rows.h"
 #include "platform/native_layer.h"
-#include "search/found_rows.h"
 #include "tests/unit/search_fixture.h"
 
 using Names = std::vector<std::string>;

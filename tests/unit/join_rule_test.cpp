@@ -5,8 +5,8 @@
 #include <random>
 #include <vector>
 
+#include "module/module_state.h"
 #include "search/search.h"
-#include "shell/module_state.h"
 
 namespace {
 

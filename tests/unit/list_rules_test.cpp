@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "dialog/find_dialog.h"
+#include "module/module_state.h"
 #include "platform/desk.h"
 #include "platform/resource_text.h"
-#include "shell/module_state.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The module as objects of this program.
 #include <new>
 
+#include "module/module_state.h"
 #include "shell/find_files.h"
-#include "shell/module_state.h"
 #include "tests/unit/module_entries.h"
 
 const ModuleEntries& Module() {

@@ -1,8 +1,8 @@
 // What a criterion about things inside a document leaves on a record.
 #include <gtest/gtest.h>
 
+#include "module/module_state.h"
 #include "search/property_criteria.h"
-#include "shell/module_state.h"
 
 namespace {
 

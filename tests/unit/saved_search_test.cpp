@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "dialog/catalogue.h"
+#include "criteria/catalogue.h"
 #include "dialog/find_dialog.h"
+#include "module/module_state.h"
 #include "outside/blx_registry.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_registry.h"
-#include "shell/module_state.h"
 #include "tests/unit/dialog_controls.h"
 #include "tests/unit/failing_allocation.h"
 #include "tests/unit/search_fixture.h"

@@ -14,10 +14,10 @@
 #include "host/srfind/criterion_text.h"
 #include "host/srsample/compound_writer.h"
 #include "host/srsample/property_set_writer.h"
+#include "module/module_state.h"
 #include "platform/native_path.h"
 #include "search/search.h"
 #include "search/search_observer.h"
-#include "shell/module_state.h"
 #include "tests/scripted_desk.h"
 #include "tests/unit/dialog_controls.h"
 

@@ -1,5 +1,5 @@
 // The carrier of a caller's data: who holds the shared block, and what each sees of it.
-#include "shell/shell_ext_parameters.h"
+#include "module/shell_ext_parameters.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "dialog/find_dialog.h"
+#include "found/found_list.h"
+#include "module/module_state.h"
 #include "platform/wtext.h"
-#include "search/found_list.h"
-#include "shell/module_state.h"
 
 namespace {
 

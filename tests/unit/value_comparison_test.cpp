@@ -8,7 +8,7 @@
 #include <random>
 #include <utility>
 
-#include "shell/module_state.h"
+#include "module/module_state.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <vector>
 
+#include "module/module_api.h"
 #include "outside/blx_string.h"
 #include "outside/md_server.h"
-#include "shell/module_api.h"
 
 enum class eSkippedKind : unsigned { Plain = 0, FileType = 1, YesNo = 2 };
 

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "dialog/modes.h"
+#include "criteria/modes.h"
 #include "platform/win.h"
 #include "resource/string_ids.h"
 

@@ -1,4 +1,4 @@
-#include "search/found_row_index.h"
+#include "found/found_row_index.h"
 
 #include "search/value_comparison.h"
 

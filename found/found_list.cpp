@@ -1,6 +1,6 @@
-#include "search/found_list.h"
+#include "found/found_list.h"
 
-#include "shell/module_state.h"
+#include "module/module_state.h"
 
 SRxFoundList::SRxFoundList(SRxFindDialog& owner, MDxFileNameNode** slot)
     : dialog(&owner),

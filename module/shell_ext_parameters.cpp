@@ -1,4 +1,4 @@
-#include "shell/shell_ext_parameters.h"
+#include "module/shell_ext_parameters.h"
 
 #include <algorithm>
 #include <new>

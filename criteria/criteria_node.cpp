@@ -1,4 +1,4 @@
-#include "dialog/criteria_node.h"
+#include "criteria/criteria_node.h"
 
 #include <utility>
 

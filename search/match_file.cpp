@@ -1,7 +1,7 @@
 #include <optional>
 
+#include "found/found_rows.h"
 #include "outside/md_messages.h"
-#include "search/found_rows.h"
 #include "search/property_criteria.h"
 #include "search/search.h"
 #include "search/search_observer.h"

@@ -1,4 +1,4 @@
-#include "dialog/catalogue.h"
+#include "criteria/catalogue.h"
 
 #include <algorithm>
 

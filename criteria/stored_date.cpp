@@ -1,4 +1,4 @@
-#include "dialog/stored_date.h"
+#include "criteria/stored_date.h"
 
 namespace {
 

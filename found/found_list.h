@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "dialog/find_dialog.h"
+#include "found/found_row_index.h"
 #include "outside/md_properties.h"
-#include "search/found_row_index.h"
 
 // What one criterion said of the file at hand.
 struct CriterionOutcome {

@@ -1,7 +1,7 @@
 // What a search writes into the found dialog: rows, progress, the closing state.
 #pragma once
 
-#include "search/found_list.h"
+#include "found/found_list.h"
 
 // A row for the hit, unless one of this name and folder is there, whatever the case of letters and
 // the width of characters. `insertIndex` is where it goes, and becomes the place behind it.

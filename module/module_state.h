@@ -1,8 +1,8 @@
 // What lives as long as the module: the count of its objects and the resource library.
 #pragma once
 
+#include "module/module_api.h"
 #include "platform/win.h"
-#include "shell/module_api.h"
 
 // Objects of the module that are alive; it may be unloaded at 0. One thread, so a plain number.
 extern LONG objectCount;

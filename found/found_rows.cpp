@@ -1,4 +1,4 @@
-#include "search/found_rows.h"
+#include "found/found_rows.h"
 
 #include <cstdlib>
 #include <new>

@@ -1,4 +1,4 @@
-#include "shell/module_state.h"
+#include "module/module_state.h"
 
 #include <new>
 
