@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "outside/md_property_rows.h"
+
 namespace {
 
 constexpr PropertyKind kPropertyKinds[] = {
@@ -120,40 +122,16 @@ constexpr LONG kFixedCustom[] = {USER_PROP_19190, USER_PROP_19191, USER_PROP_191
                                  USER_PROP_19206, USER_PROP_19207, USER_PROP_19208, USER_PROP_19209,
                                  USER_PROP_19211, USER_PROP_19212, USER_PROP_19213};
 
-struct InputRange {
+// Ids whose values are checked as well, though no list offers them as properties.
+struct OtherInput {
     LONG first;
     LONG last;
     eInputType type;
 };
-constexpr InputRange kInputs[] = {
-    {19120, 19120, eInputType::Text},    {19122, 19122, eInputType::Text},
-    {19125, 19125, eInputType::Text},    {19126, 19126, eInputType::Date},
-    {19127, 19127, eInputType::Text},    {19128, 19128, eInputType::Text},
-    {19129, 19129, eInputType::Text},    {19130, 19130, eInputType::Date},
-    {19131, 19131, eInputType::Date},    {19132, 19145, eInputType::Text},
-    {19146, 19146, eInputType::List},    {19147, 19147, eInputType::Text},
-    {19148, 19148, eInputType::Date},    {19149, 19149, eInputType::Date},
-    {19151, 19151, eInputType::Text},    {19166, 19166, eInputType::Text},
-    {19167, 19167, eInputType::Text},    {19177, 19177, eInputType::List},
-    {19178, 19178, eInputType::Text},    {19179, 19179, eInputType::Date},
-    {19180, 19180, eInputType::Real},    {19181, 19181, eInputType::List},
-    {19183, 19183, eInputType::Text},    {19184, 19184, eInputType::Text},
-    {19185, 19185, eInputType::Text},    {19186, 19186, eInputType::List},
-    {19221, 19221, eInputType::Integer}, {19223, 19223, eInputType::List},
-    {19224, 19224, eInputType::Text},    {19225, 19225, eInputType::List},
-    {19235, 19235, eInputType::Text},    {19236, 19236, eInputType::Real},
-    {19237, 19237, eInputType::Text},    {19238, 19238, eInputType::List},
-    {19239, 19239, eInputType::List},    {19242, 19242, eInputType::List},
-    {19250, 19250, eInputType::List},    {19252, 19252, eInputType::Text},
-    {19253, 19253, eInputType::Text},    {19255, 19255, eInputType::List},
-    {19263, 19263, eInputType::Text},    {19264, 19264, eInputType::List},
-    {19265, 19265, eInputType::List},    {19266, 19266, eInputType::Text},
-    {19269, 19269, eInputType::Text},    {19271, 19271, eInputType::Text},
-    {19272, 19272, eInputType::List},    {19273, 19273, eInputType::List},
-    {19275, 19275, eInputType::Text},    {19276, 19276, eInputType::List},
-    {19277, 19277, eInputType::Text},    {19293, 19293, eInputType::List},
-    {19296, 19296, eInputType::List},    {19334, 19334, eInputType::Text},
-    {19335, 19335, eInputType::Text},    {19336, 19336, eInputType::Text},
+constexpr OtherInput kOtherInputs[] = {
+    {19137, 19139, eInputType::Text},
+    {PROP_FILE_SIZE, PROP_FILE_SIZE, eInputType::Real},
+    {VAL_FLAG_YES, VAL_FLAG_YES, eInputType::List},
 };
 
 struct ConditionRange {
@@ -280,7 +258,8 @@ eValueControl ValueControlOf(LONG conditionId) {
 }
 
 eInputType InputTypeOf(LONG stringId) {
-    for (const InputRange& range : kInputs) {
+    if (const PropertyKind* kind = FindPropertyKind(stringId)) return kind->input;
+    for (const OtherInput& range : kOtherInputs) {
         if (stringId >= range.first && stringId <= range.last) return range.type;
     }
     return eInputType::Unclassified;
@@ -345,15 +324,15 @@ std::vector<LONG> ValueListOf(LONG stringId) {
 LONG CategoryMeantBy(eLookFor lookFor) {
     switch (lookFor) {
         case eLookForConstraints:
-            return 12;
+            return eCategoryConstraint;
         case eLookForFasAssembly:
-            return 14;
+            return eCategoryFasAssembly;
         case eLookForWelds:
-            return 13;
+            return eCategoryWeld;
         case eLookForFasSketch:
-            return 16;
+            return eCategoryFasSketch;
         case eLookForFasPart:
-            return 15;
+            return eCategoryFasPart;
         case eLookForNone:
         case eLookForDocuments:
         case eLookForFiles:
@@ -363,11 +342,11 @@ LONG CategoryMeantBy(eLookFor lookFor) {
 }
 
 bool IsCategoryOffered(eLookFor lookFor, bool onlyAssemblies, LONG category) {
-    constexpr LONG kComponent = 11;  // the first of the things inside an assembly, up to 16
     switch (lookFor) {
         case eLookForNone:
         case eLookForDocuments:
-            return category < kComponent || (category == kComponent && onlyAssemblies);
+            return category < eCategoryComponent ||
+                   (category == eCategoryComponent && onlyAssemblies);
         case eLookForConstraints:
         case eLookForFasAssembly:
         case eLookForWelds:

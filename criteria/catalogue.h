@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "criteria/modes.h"
-#include "platform/win.h"
+#include "platform/system.h"
 #include "resource/string_ids.h"
 
 enum class eConditionList {

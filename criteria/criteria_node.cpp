@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "outside/md_property_rows.h"
 #include "platform/wtext.h"
 
 SRxCriteriaNode::SRxCriteriaNode(LONG number, LONG category, LONG condition, LONG join,
@@ -21,7 +20,7 @@ SRxCriteriaNode::SRxCriteriaNode(LONG stringId, LONG condition, LONG join, const
 }
 
 SRxCriteriaNode::SRxCriteriaNode(const WCHAR* name, LONG condition, LONG join, const WCHAR* text)
-    : propertyCategory(kCustomPropertyCategory), customName(name), joinType(join) {
+    : propertyCategory(eCategoryCustom), customName(name), joinType(join) {
     SetTest(condition, text, true);
 }
 

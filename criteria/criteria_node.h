@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "outside/blx_string.h"
+#include "outside/md_property_rows.h"
 #include "resource/string_ids.h"
 
 inline constexpr LONG JOIN_AND = 1;
@@ -13,7 +14,6 @@ inline constexpr LONG JOIN_OR = 2;
 
 inline constexpr std::size_t kValueLength = 128;  // of `value`, the terminator included
 inline constexpr LONG kNoId = -1;                 // a field that a criterion doesn't use
-inline constexpr LONG kCustomPropertyCategory = 3;
 
 // The field order is part of the interface to the document library, which reads the record.
 struct SRxCriteriaNode {
@@ -32,7 +32,9 @@ struct SRxCriteriaNode {
 
     bool IsFileTypeCriterion() const { return propertyStringId == PROP_FILE_TYPE; }
     // The document library is asked about things inside the document; no file is opened for it.
-    bool IsOccurrenceCategory() const { return propertyCategory >= 11 && propertyCategory <= 16; }
+    bool IsOccurrenceCategory() const {
+        return propertyCategory >= eCategoryComponent && propertyCategory <= eCategoryFasSketch;
+    }
     // A file has to be opened to test it.
     bool NeedsDocumentProperties() const;
 

@@ -1,5 +1,6 @@
-// File-type classes: which extensions each covers.
-#include "search/value_comparison.h"
+#include "criteria/file_types.h"
+
+#include "criteria/text_equality.h"
 
 namespace {
 
@@ -46,7 +47,7 @@ WTextView ExtensionOf(WTextView fileName) {
 
 }  // namespace
 
-bool CompareFileType(const SRxFoundList&, const WCHAR* fileName, unsigned typeId) {
+bool CompareFileType(const WCHAR* fileName, unsigned typeId) {
     if (typeId == FILETYPE_ALL) return true;
     const WTextView extension = ExtensionOf(fileName);
     if (extension.empty()) return false;
@@ -60,16 +61,17 @@ bool CompareFileType(const SRxFoundList&, const WCHAR* fileName, unsigned typeId
     return false;
 }
 
-bool PassesFileTypeFilter(SRxFoundList& list, const WCHAR* fileName) {
+bool PassesFileTypeFilter(const SRxCriteriaNode* criteria, eFileTypeSearch propSearchType,
+                          const WCHAR* fileName) {
     bool seen = false;
-    for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr; c = c->nextCriterion) {
+    for (const SRxCriteriaNode* c = criteria; c != nullptr; c = c->nextCriterion) {
         if (!c->IsFileTypeCriterion()) continue;
         seen = true;
-        if (CompareFileType(list, fileName, static_cast<unsigned>(c->conditionId))) return true;
+        if (CompareFileType(fileName, static_cast<unsigned>(c->conditionId))) return true;
     }
     if (seen) return false;
-    const auto is = [&](unsigned typeId) { return CompareFileType(list, fileName, typeId); };
-    switch (list.dialog->propSearchType) {
+    const auto is = [&](unsigned typeId) { return CompareFileType(fileName, typeId); };
+    switch (propSearchType) {
         case FILE_SEARCH_MODELS:
             return is(FILETYPE_MODELS);
         case FILE_SEARCH_OFFICE:

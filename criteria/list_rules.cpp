@@ -1,8 +1,7 @@
-// How a criterion enters the list and leaves it, and which classes of files the list implies.
+#include "criteria/list_rules.h"
+
 #include <algorithm>
 
-#include "dialog/find_dialog.h"
-#include "outside/md_messages.h"
 #include "outside/ps_property_specifics.h"
 
 namespace {
@@ -73,53 +72,29 @@ bool IsRefusedByAnd(const SRxCriteriaNode& node, const SRxCriteriaNode& present)
             !Holds(kRepeatableConditions, node.conditionId));
 }
 
-}  // namespace
-
-bool SRxFindDialog::AddNode(SRxCriteriaNode* node, bool appendOnly, int* outIndex,
-                            bool* outReplaced) {
-    int index = 0;
-    bool replaced = false;
-    bool added = true;
-    if (node != nullptr) {
-        if (criteriaHead == nullptr) {
-            criteriaHead = node;  // whatever it says
-        } else {
-            added = MayEnter(*node) && PlaceNode(node, appendOnly, index, replaced);
-        }
-        if (added && node->IsFileTypeCriterion()) {
-            fileSearchType = GetFileSearchType(*node);
-        } else if (added) {
-            SetPropSearchType(*node);
-        }
-    }
-    // A row of the list box: the first node of a part environment has none.
-    if (outIndex != nullptr) *outIndex = IsPartEnv() ? index - 1 : index;
-    if (outReplaced != nullptr) *outReplaced = replaced;
-    return added;
-}
-
-bool SRxFindDialog::MayEnter(SRxCriteriaNode& node) const {
-    bool good = IsValidSearch(node);
-    if (!good) Say(MSG_TYPE_CLASH);
+bool MayEnter(const SRxCriteriaListRef& list, SRxCriteriaNode& node, SRxListAsker& asker) {
+    bool good = IsValidSearch(node, list.fileSearchType, list.propSearchType);
+    if (!good) asker.Say(MSG_TYPE_CLASH);
     if (node.propertyStringId == PROP_DESIGN_STATE) {
         node.numericValue = PSxPropertySpecifics::DesignStateStringToInt(node.value);
         if (node.numericValue == 0.0) {
-            Say(MSG_BAD_DESIGN_STATE);
+            asker.Say(MSG_BAD_DESIGN_STATE);
             good = false;
         }
     }
     return good;
 }
 
-bool SRxFindDialog::PlaceNode(SRxCriteriaNode* node, bool appendOnly, int& index, bool& replaced) {
+bool PlaceNode(SRxCriteriaNode*& head, SRxCriteriaNode* node, bool appendOnly, SRxListAsker& asker,
+               int& index, bool& replaced) {
     bool asked = false;
     bool agreedToOr = false;
-    SRxCriteriaNode** link = &criteriaHead;
+    SRxCriteriaNode** link = &head;
     for (; *link != nullptr; link = &(*link)->nextCriterion, ++index) {
         SRxCriteriaNode* const current = *link;
         if (appendOnly || !SameProperty(*current, *node)) continue;
         if (IsSameTest(*current, *node)) {
-            if (!Ask(MSG_ASK_REPLACE) && !agreedToOr) return false;
+            if (!asker.Ask(MSG_ASK_REPLACE) && !agreedToOr) return false;
             node->nextCriterion = current->nextCriterion;
             current->nextCriterion = nullptr;
             delete current;
@@ -129,7 +104,7 @@ bool SRxFindDialog::PlaceNode(SRxCriteriaNode* node, bool appendOnly, int& index
         }
         if (node->joinType == JOIN_AND && !asked && AsksForOr(*node, *current)) {
             asked = true;
-            agreedToOr = Ask(MSG_ASK_JOIN_OR);
+            agreedToOr = asker.Ask(MSG_ASK_JOIN_OR);
             if (agreedToOr) node->joinType = JOIN_OR;
         }
         if (node->joinType == JOIN_AND && IsRefusedByAnd(*node, *current)) return false;
@@ -145,37 +120,57 @@ bool SRxFindDialog::PlaceNode(SRxCriteriaNode* node, bool appendOnly, int& index
     return true;
 }
 
-bool SRxFindDialog::DeleteNode(SRxCriteriaNode** node) {
-    if (node == nullptr || *node == nullptr) return true;
-    SRxCriteriaNode** link = &criteriaHead;
-    while (*link != nullptr && *link != *node)
+}  // namespace
+
+bool AddNode(SRxCriteriaListRef list, SRxCriteriaNode* node, bool appendOnly, SRxListAsker& asker,
+             int& index, bool& replaced) {
+    index = 0;
+    replaced = false;
+    if (node == nullptr) return true;
+    if (list.head == nullptr) {
+        list.head = node;  // whatever it says
+    } else if (!MayEnter(list, *node, asker) ||
+               !PlaceNode(list.head, node, appendOnly, asker, index, replaced)) {
+        return false;
+    }
+    if (node->IsFileTypeCriterion()) {
+        list.fileSearchType = FileSearchTypeWith(*node, list.fileSearchType);
+    } else {
+        list.propSearchType = PropSearchTypeWith(*node, list.propSearchType);
+    }
+    return true;
+}
+
+void DeleteNode(SRxCriteriaNode*& head, SRxCriteriaNode*& node) {
+    SRxCriteriaNode** link = &head;
+    while (*link != nullptr && *link != node)
         link = &(*link)->nextCriterion;
-    if (*link == nullptr) return true;  // not of this list
+    if (*link == nullptr) return;  // not of this list
     SRxCriteriaNode* const removed = *link;
     *link = removed->nextCriterion;
     removed->nextCriterion = nullptr;
     delete removed;
-    *node = nullptr;
-    return true;
+    node = nullptr;
 }
 
-bool SRxFindDialog::IsValidSearch(const SRxCriteriaNode& node) const {
+bool IsValidSearch(const SRxCriteriaNode& node, eFileTypeSearch fileSearchType,
+                   eFileTypeSearch propSearchType) {
     if (node.IsFileTypeCriterion()) {
-        const eFileTypeSearch type = GetFileSearchType(node);
+        const eFileTypeSearch type = FileSearchTypeWith(node, fileSearchType);
         if (propSearchType == FILE_SEARCH_MODELS) return type == FILE_SEARCH_MODELS;
         return propSearchType != FILE_SEARCH_OFFICE || type != FILE_SEARCH_IMPORT;
     }
-    if (GetPropSearchType(node) == FILE_SEARCH_OFFICE) return fileSearchType != FILE_SEARCH_IMPORT;
+    if (PropSearchTypeOf(node) == FILE_SEARCH_OFFICE) return fileSearchType != FILE_SEARCH_IMPORT;
     return fileSearchType < FILE_SEARCH_OFFICE;
 }
 
-eFileTypeSearch SRxFindDialog::GetFileSearchType(const SRxCriteriaNode& node) const {
+eFileTypeSearch FileSearchTypeWith(const SRxCriteriaNode& node, eFileTypeSearch present) {
     const eFileTypeSearch type =
         node.IsFileTypeCriterion() ? ClassOfFileType(node.conditionId) : FILE_SEARCH_ANY;
-    return type > fileSearchType ? type : fileSearchType;
+    return type > present ? type : present;
 }
 
-eFileTypeSearch SRxFindDialog::GetPropSearchType(const SRxCriteriaNode& node) const {
+eFileTypeSearch PropSearchTypeOf(const SRxCriteriaNode& node) {
     for (const LONG property : kOfficeProperties) {
         if (node.propertyStringId == property) return FILE_SEARCH_OFFICE;
     }
@@ -184,9 +179,8 @@ eFileTypeSearch SRxFindDialog::GetPropSearchType(const SRxCriteriaNode& node) co
     return fact ? FILE_SEARCH_IMPORT : FILE_SEARCH_MODELS;
 }
 
-bool SRxFindDialog::SetPropSearchType(const SRxCriteriaNode& node) {
+eFileTypeSearch PropSearchTypeWith(const SRxCriteriaNode& node, eFileTypeSearch present) {
     // 0 is no limit yet; else the narrower class wins.
-    const eFileTypeSearch type = GetPropSearchType(node);
-    if (propSearchType == FILE_SEARCH_ANY || type < propSearchType) propSearchType = type;
-    return true;
+    const eFileTypeSearch type = PropSearchTypeOf(node);
+    return present == FILE_SEARCH_ANY || type < present ? type : present;
 }

@@ -1,6 +1,9 @@
+#include "criteria/skipped_criteria.h"
+
 #include <memory>
 
-#include "search/search.h"
+#include "criteria/or_groups.h"
+#include "outside/md_property_rows.h"
 
 namespace {
 
@@ -13,9 +16,6 @@ constexpr FileTypeCodeRow kFileTypeCodes[] = {
     {FILETYPE_DRAWINGS, 3}, {FILETYPE_DESIGN_ELEMENTS, 4},
     {FILETYPE_PARTS, 5},    {FILETYPE_MODELS, 1},
 };
-constexpr LONG kFileCategory = 7;
-constexpr LONG kFileTypeNumber = 100;
-constexpr LONG kSkippedTestNumber = 117;
 
 unsigned FileTypeCode(LONG conditionId) {
     for (const FileTypeCodeRow& row : kFileTypeCodes) {
@@ -27,15 +27,15 @@ unsigned FileTypeCode(LONG conditionId) {
 // Null for a file type that has no code.
 SRxSkippedCritNode* MakeLink(const SRxCriteriaNode& criterion) {
     const auto join = static_cast<unsigned>(criterion.joinType);
-    if (criterion.propertyCategory == kFileCategory) {
-        if (criterion.propertyNumber == kFileTypeNumber) {
+    if (criterion.propertyCategory == eCategoryFile) {
+        if (criterion.propertyNumber == kFactFileType) {
             const unsigned code = FileTypeCode(criterion.conditionId);
             if (code == 0) return nullptr;
             auto* link = new SRxSkippedCritNode(join, eSkippedKind::FileType);
             link->fileTypeCode = code;
             return link;
         }
-        if (criterion.propertyNumber == kSkippedTestNumber) {
+        if (criterion.propertyNumber == kFactSkippedTest) {
             auto* link = new SRxSkippedCritNode(join, eSkippedKind::YesNo);
             link->flag = criterion.conditionId == COND_IS_YES;
             return link;
@@ -46,19 +46,15 @@ SRxSkippedCritNode* MakeLink(const SRxCriteriaNode& criterion) {
 
 }  // namespace
 
-SRxSkippedCritNode* BuildSkippedCriteria(const SRxFoundList& list) {
+SRxSkippedCritNode* BuildSkippedCriteria(const SRxCriteriaNode* criteria) {
     std::unique_ptr<SRxSkippedCritNode> head;
     SRxSkippedCritNode* last = nullptr;
-    bool inGroup = false;
-    for (const SRxCriteriaNode* c = list.dialog->criteriaHead; c != nullptr; c = c->nextCriterion) {
-        const SRxCriteriaNode* n = c->nextCriterion;
-        if (inGroup || c->joinType == JOIN_OR || (n != nullptr && n->joinType == JOIN_OR)) {
-            if (c->joinType == JOIN_AND) {
-                inGroup = true;
-            } else if (n != nullptr && n->joinType == JOIN_AND) {
-                inGroup = false;
-            }
-        }
+    SRxOrGroups groups;
+    for (const SRxCriteriaNode* c = criteria; c != nullptr; c = c->nextCriterion) {
+        const bool wasOpen = groups.IsOpen();
+        (void)groups.Next(*c);
+        // The end of the list closes no group here.
+        const bool inGroup = c->nextCriterion != nullptr ? groups.IsOpen() : wasOpen;
         if (SRxSkippedCritNode* link = MakeLink(*c)) {
             if (last == nullptr) {
                 head.reset(link);
@@ -67,7 +63,7 @@ SRxSkippedCritNode* BuildSkippedCriteria(const SRxFoundList& list) {
             }
             last = link;
         } else if (!inGroup) {
-            // A term that can't be told makes the rest say more than the search did.
+            // Without such a term the rest would say more than the search did.
             return nullptr;
         }
     }

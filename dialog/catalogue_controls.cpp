@@ -1,30 +1,18 @@
 // The lists of the find dialog, filled from the catalogue, and the check of typed input.
 #include "criteria/catalogue.h"
+#include "criteria/text_equality.h"
 #include "dialog/find_dialog.h"
+#include "module/control_text.h"
 #include "module/registry_key.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_registry.h"
 #include "outside/md_window_aids.h"
 #include "platform/number_text.h"
 #include "platform/resource_text.h"
-#include "search/value_comparison.h"
 
 namespace {
 
-constexpr DWORD kWithoutCase = NORM_IGNORECASE | NORM_IGNOREWIDTH;
 constexpr DWORD kPropertyNameLength = 261;  // units of a custom property's key with the terminator
-
-// The whole text of a combo box's entry; empty for one that isn't there.
-WText EntryText(HWND dialog, int control, LRESULT item) {
-    const auto index = static_cast<WPARAM>(item);
-    const LRESULT length = SendDlgItemMessageW(dialog, control, CB_GETLBTEXTLEN, index, 0);
-    if (length <= 0) return {};
-    WText text(static_cast<std::size_t>(length) + 1, 0);
-    SendDlgItemMessageW(dialog, control, CB_GETLBTEXT, index,
-                        reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<std::size_t>(length));
-    return text;
-}
 
 }  // namespace
 
@@ -83,7 +71,7 @@ void SRxFindDialog::AddConditions(std::span<const LONG> conditions) {
             StoreAString(IDC_CONDITION_LIST, appUserName, condition);
         } else if (condition == COND_IS_LOGIN_USER) {
             const bool another =
-                loginUserName[0] != 0 && !TextsEqual(loginUserName, appUserName, kWithoutCase);
+                loginUserName[0] != 0 && !TextsEqual(loginUserName, appUserName, kFoldName);
             if (another) StoreAString(IDC_CONDITION_LIST, loginUserName, condition);
         } else {
             LoadAString(IDC_CONDITION_LIST, condition);
@@ -122,8 +110,8 @@ void SRxFindDialog::InitCustomConditions(int item) {
     if (item == kNoId) item = static_cast<int>(SendToControl(IDC_PROPERTY_LIST, CB_GETCURSEL));
     bool yesNo = false;
     if (item != kNoId) {
-        yesNo = TextsEqual(EntryText(dialogWindow, IDC_PROPERTY_LIST, item).c_str(),
-                           ResourceText(resourceInstance, USER_PROP_YES_NO).c_str(), kWithoutCase);
+        yesNo = TextsEqual(ReadComboEntry(dialogWindow, IDC_PROPERTY_LIST, item).c_str(),
+                           ResourceText(resourceInstance, USER_PROP_YES_NO).c_str(), kFoldName);
     }
     AddConditions(ConditionsOf(yesNo ? eConditionList::YesNo : eConditionList::All));
     SendToControl(IDC_CONDITION_LIST, CB_SETCURSEL, 0);

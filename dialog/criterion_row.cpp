@@ -1,41 +1,12 @@
-// How a criterion reads as a row of the list box, and the criterion that a new list begins with.
+// The rows of the dialog's list of criteria, and the criterion that a new list begins with.
 #include <algorithm>
 
-#include "criteria/catalogue.h"
-#include "criteria/stored_date.h"
+#include "criteria/row_text.h"
 #include "dialog/find_dialog.h"
-#include "outside/md_messages.h"
-#include "platform/message_format.h"
 #include "platform/new_or_null.h"
-#include "platform/resource_text.h"
-
-namespace {
-
-WText ShownDate(const WCHAR* stored) {
-    SYSTEMTIME date;
-    WCHAR text[kLabelLength];
-    if (!ReadStoredDate(stored, date)) return {};
-    const int cch =
-        GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &date, nullptr, text, kLabelLength);
-    return cch > 0 ? WText(text) : WText();
-}
-
-}  // namespace
 
 WText SRxFindDialog::RowText(const SRxCriteriaNode& node) const {
-    const auto text = [this](LONG id) {
-        return ResourceText(resourceInstance, static_cast<UINT>(id));
-    };
-    const WText join = node.joinType == JOIN_OR ? text(STR_JOIN_OR_WORD) : WText();
-    const WText property =
-        node.propertyStringId < 0 ? WText(node.customName.c_str()) : text(node.propertyStringId);
-    const WText condition = node.conditionId == COND_IS_LOGIN_USER ? WText(loginUserName)
-                            : node.conditionId == COND_IS_APP_USER ? WText(appUserName)
-                                                                   : text(node.conditionId);
-    const bool isDate = ValueControlOf(node.conditionId) == eValueControl::Date;
-    const WText value = isDate ? ShownDate(node.value) : WText(node.value);
-    return FormatInserts(text(STR_CRITERION_FORMAT).c_str(),
-                         {join.c_str(), property.c_str(), condition.c_str(), value.c_str()});
+    return CriterionRowText(resourceInstance, node, {appUserName, loginUserName});
 }
 
 bool SRxFindDialog::BuildCriteriaString(const SRxCriteriaNode* node, WCHAR* buffer,

@@ -7,11 +7,11 @@
 #include "outside/blx_registry.h"
 #include "outside/md_registry.h"
 
-SRxDialogActivity::~SRxDialogActivity() {
-    if (--dialog_.activity > 0) return;
+void SRxDialogActivity::End(SRxFindDialog& dialog) {
+    if (--dialog.activity > 0) return;
     using eEnd = SRxFindDialog::eDialogEnd;
-    if (dialog_.ending == eEnd::Asked || dialog_.ending == eEnd::AskedByUser) {
-        dialog_.RunEnd(dialog_.ending == eEnd::AskedByUser);
+    if (dialog.ending == eEnd::Asked || dialog.ending == eEnd::AskedByUser) {
+        dialog.RunEnd(dialog.ending == eEnd::AskedByUser);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "criteria/catalogue.h"
 #include "criteria/stored_date.h"
 #include "dialog/find_dialog.h"
+#include "module/control_text.h"
 #include "outside/md_messages.h"
 #include "outside/md_property_rows.h"
 #include "platform/new_or_null.h"
@@ -11,13 +12,6 @@
 namespace {
 
 constexpr WPARAM kFromStart = static_cast<WPARAM>(-1);
-
-// At most what a control's text may have here; the field and the lists hold no more.
-WText ControlText(HWND dialog, int control, std::size_t cch) {
-    WText text(cch, 0);
-    text.resize(GetDlgItemTextW(dialog, control, text.data(), static_cast<int>(cch)));
-    return text;
-}
 
 }  // namespace
 
@@ -32,12 +26,12 @@ bool SRxFindDialog::ReadValue(LONG property, LONG condition, WText& value, LONG&
         return true;
     }
     if (source != eValueSource::Edit) {
-        value = ControlText(dialogWindow, IDC_VALUE_LIST, kLabelLength);
+        value = ReadControlText(dialogWindow, IDC_VALUE_LIST, kLabelLength);
         if (source == eValueSource::ListId) valueId = SelectedData(IDC_VALUE_LIST);
         return true;
     }
     // One more than a criterion holds, so that a text that is too long is seen and not cut.
-    value = ControlText(dialogWindow, IDC_VALUE_EDIT, kLabelLength + 1);
+    value = ReadControlText(dialogWindow, IDC_VALUE_EDIT, kLabelLength + 1);
     if (value.size() < kValueLength && IsInputOk(property, value.c_str(), condition)) return true;
     const WText text = wtext::Format(ResourceText(resourceInstance, MSG_BAD_VALUE), {value});
     DisplayMessageStringEx(resourceInstance, text.c_str(), MB_OK, eKindWarning, kHelpFind,
@@ -56,7 +50,7 @@ std::unique_ptr<SRxCriteriaNode> SRxFindDialog::ComposeCriterion(LONG property, 
         node = NewOrNull<SRxCriteriaNode>(property, condition, join, value.c_str(), valueId);
         if (node != nullptr) TakeOfferedCategory(*node);
     } else {
-        const WText name = ControlText(dialogWindow, IDC_PROPERTY_LIST, kComposedLength);
+        const WText name = ReadControlText(dialogWindow, IDC_PROPERTY_LIST, kComposedLength);
         if (name.empty()) {
             Say(MSG_NO_PROPERTY);
             return nullptr;
@@ -229,7 +223,7 @@ bool SRxFindDialog::OnCommandPropertyList(WPARAM wParam) {
 
 bool SRxFindDialog::OnCommandPropertyListKillFocus() {
     if (SendToControl(IDC_PROPERTY_LIST, CB_GETCURSEL) >= 0) return true;
-    const WText name = ControlText(dialogWindow, IDC_PROPERTY_LIST, kPathLength);
+    const WText name = ReadControlText(dialogWindow, IDC_PROPERTY_LIST, kPathLength);
     if (name.empty()) return true;
     const LRESULT item =
         SendToControl(IDC_PROPERTY_LIST, CB_FINDSTRINGEXACT, kFromStart, name.c_str());
@@ -253,7 +247,7 @@ bool SRxFindDialog::OnCommandValueEdit() {
     const LONG condition = SelectedData(IDC_CONDITION_LIST);
     const bool mayBeEmpty = condition == COND_EQUALS || condition == COND_DIFFERS;
     const bool complete =
-        mayBeEmpty || !ControlText(dialogWindow, IDC_VALUE_EDIT, kLabelLength).empty();
+        mayBeEmpty || !ReadControlText(dialogWindow, IDC_VALUE_EDIT, kLabelLength).empty();
     if (complete) pendingCriterion = true;
     EnableWindow(GetDlgItem(dialogWindow, IDC_ADD), complete);
     return true;

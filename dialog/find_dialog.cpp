@@ -2,6 +2,7 @@
 
 #include "module/module_state.h"
 #include "module/running_application.h"
+#include "module/user_names.h"
 #include "outside/md_messages.h"
 #include "outside/md_server.h"
 #include "platform/wtext.h"
@@ -9,15 +10,6 @@
 namespace {
 
 constexpr std::size_t kContextLength = 261;  // units of a context's name with its terminator
-
-// Takes over a text that came as a BSTR. One that doesn't fit is dropped, never cut, and leaves the
-// buffer as it was.
-void TakeText(WCHAR* buffer, std::size_t cch, BSTR text) {
-    if (text == nullptr) return;
-    const WTextView whole(text, SysStringLen(text));
-    if (whole.size() < cch) (void)wtext::CopyWhole(buffer, cch, whole);
-    SysFreeString(text);
-}
 
 }  // namespace
 
@@ -45,21 +37,9 @@ bool SRxFindDialog::Initialize() {
     classes.dwSize = sizeof(classes);
     classes.dwICC = ICC_LISTVIEW_CLASSES | ICC_BAR_CLASSES | ICC_DATE_CLASSES;
     const bool ready = InitCommonControlsEx(&classes) != FALSE;
-    if (GetServer(nullptr, nullptr, 0) != nullptr) ReadAppUserName();
-    DWORD cch = kLabelLength;
-    if (!GetUserNameW(loginUserName, &cch)) loginUserName[0] = 0;
+    if (GetServer(nullptr, nullptr, 0) != nullptr) ReadApplicationUserName(*server, appUserName);
+    ReadLoginUserName(loginUserName);
     return ready;
-}
-
-void SRxFindDialog::ReadAppUserName() {
-    void* found = nullptr;
-    if (FAILED(server->QueryInterface(IID_IQxServerProperties, &found)) || found == nullptr) return;
-    auto* properties = static_cast<IQxServerProperties*>(found);
-    VARIANT name;
-    if (SUCCEEDED(ReadDispatchProperty(*properties, kServerUserNameId, VT_BSTR, name))) {
-        TakeText(appUserName, kLabelLength, name.bstrVal);
-    }
-    properties->Release();
 }
 
 IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t textSize) {
@@ -214,10 +194,4 @@ void SRxFindDialog::TellOutOfMemory(HWND owner) const noexcept {
 
 void SRxFindDialog::Say(UINT id) const {
     DisplayMessageId(resourceInstance, id, MB_OK, eKindError, 0, dialogWindow);
-}
-
-bool SRxFindDialog::Ask(UINT id) const {
-    const int button =
-        DisplayMessageId(resourceInstance, id, MB_YESNO, eKindQuestion, 0, dialogWindow);
-    return button == IDYES || button == IDOK;
 }

@@ -9,31 +9,19 @@
 #include <vector>
 
 #include "criteria/catalogue.h"
-#include "criteria/criteria_node.h"
+#include "criteria/list_rules.h"
 #include "criteria/modes.h"
+#include "dialog/find_dialog_links.h"
 #include "module/message_kinds.h"
 #include "module/module_api.h"
 #include "module/shell_ext_parameters.h"
+#include "module/text_lengths.h"
 #include "outside/md_file_name_node.h"
 #include "platform/wtext.h"
 #include "resource/control_ids.h"
 
-class SRxSearchObserver;
 struct SRxFoundList;
 struct StoredSearch;
-
-inline constexpr std::size_t kLabelLength = 128;  // units of a label, a name, a loaded string
-inline constexpr std::size_t kPathLength = 260;   // units of a path
-inline constexpr std::size_t kComposedLength =
-    4000;  // units of a composed text; all with their terminator
-
-// How wide a class of files a search may touch.
-enum eFileTypeSearch : unsigned {
-    FILE_SEARCH_ANY = 0,
-    FILE_SEARCH_MODELS = 1,
-    FILE_SEARCH_OFFICE = 2,
-    FILE_SEARCH_IMPORT = 3
-};
 
 // A caller's listener; never owned.
 class SRxFindDlgNotify {
@@ -249,8 +237,8 @@ public:
     SRxFindDlgNotify* notify;
     bool notifying = false;
 
-    // Behind the fields that other modules know: who hears what a search looks at; may be null.
-    SRxSearchObserver* observer = nullptr;
+    // After the fields that other modules know.
+    SRxFindDialogLinks links{*this};
     // The searches whose records are alive, each with its found dialog if it has one. The records
     // lead here, so they end with this object.
     std::vector<SRxFoundList*> searches;
@@ -278,12 +266,8 @@ private:
     bool IsPartEnv() const;
     bool IsHalvrineEnv() const;
 
-    bool MayEnter(SRxCriteriaNode& node) const;
-    bool PlaceNode(SRxCriteriaNode* node, bool appendOnly, int& index, bool& replaced);
     // A message of the resource library.
     void Say(UINT id) const;
-    // A question of the resource library; true for yes.
-    bool Ask(UINT id) const;
 
     // A control's answer to a message; 0 where there is no such control.
     LRESULT SendToControl(int control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
@@ -298,7 +282,6 @@ private:
     // One of the three value controls shows; a text field that can't be used is emptied.
     void ShowValueControl(int shown, bool enabled);
 
-    bool AddStored(const StoredSearch& search, bool& skipped);
     WText RowText(const SRxCriteriaNode& node) const;
     // Gives a criterion a row at the end of the list box, or in front of the row `index`.
     bool AddRow(SRxCriteriaNode& node, int index = -1);
@@ -341,7 +324,6 @@ private:
     void RemoveSand(const WCHAR* text);
 
     void SavePlace() const;
-    void ReadAppUserName();
     HRESULT ReadServerContext(BSTR* name);
 };
 
@@ -349,10 +331,14 @@ private:
 // it, and the object with it.
 class SRxDialogActivity {
 public:
-    explicit SRxDialogActivity(SRxFindDialog& dialog) : dialog_(dialog) { ++dialog_.activity; }
-    ~SRxDialogActivity();
+    explicit SRxDialogActivity(SRxFindDialog& dialog) : dialog_(dialog) { Begin(dialog_); }
+    ~SRxDialogActivity() { End(dialog_); }
     SRxDialogActivity(const SRxDialogActivity&) = delete;
     SRxDialogActivity& operator=(const SRxDialogActivity&) = delete;
+
+    static void Begin(SRxFindDialog& dialog) { ++dialog.activity; }
+    // May free the dialog.
+    static void End(SRxFindDialog& dialog);
 
 private:
     SRxFindDialog& dialog_;

@@ -3,9 +3,9 @@
 #include <new>
 #include <vector>
 
-#include "dialog/dialog_help.h"
 #include "dialog/find_dialog.h"
 #include "found/found_list.h"
+#include "module/dialog_help.h"
 #include "outside/md_window_aids.h"
 #include "store/saved_search.h"
 

@@ -3,36 +3,8 @@
 #include "outside/md_messages.h"
 #include "platform/new_or_null.h"
 #include "platform/resource_text.h"
-#include "store/saved_search.h"
 #include "store/search_dialogs.h"
-
-namespace {
-
-constexpr LONG kComponentCategory = 11;
-
-StoredCriterion ToStored(const SRxCriteriaNode& node) {
-    StoredCriterion stored;
-    stored.join = node.joinType;
-    stored.number = node.propertyNumber;
-    stored.category = node.propertyCategory;
-    stored.customName = node.customName.c_str();
-    stored.condition = node.conditionId;
-    stored.value = node.value;
-    stored.valueId = node.valueId;
-    return stored;
-}
-
-std::unique_ptr<SRxCriteriaNode> ToNode(const StoredCriterion& stored) {
-    auto node = stored.number >= 0
-                    ? NewOrNull<SRxCriteriaNode>(stored.number, stored.category, stored.condition,
-                                                 stored.join, stored.value.c_str())
-                    : NewOrNull<SRxCriteriaNode>(stored.customName.c_str(), stored.condition,
-                                                 stored.join, stored.value.c_str());
-    if (node != nullptr) node->valueId = stored.valueId;
-    return node;
-}
-
-}  // namespace
+#include "store/stored_criteria.h"
 
 void SRxFindDialog::GetLastSearchName(WCHAR* name, std::size_t size) const {
     const WTextView plain = IsAssemblyEnv() ? TEXT("_last_hlv_search_assy")
@@ -62,8 +34,7 @@ bool SRxFindDialog::WriteSearch(const WCHAR* name, bool lastSearch) {
     search.matchCase = static_cast<LONG>(SendToControl(IDC_MATCH_CASE, BM_GETCHECK));
     search.lookFor = static_cast<LONG>(lookFor);
     search.environment = static_cast<LONG>(accessPoint);
-    for (const SRxCriteriaNode* node = criteriaHead; node != nullptr; node = node->nextCriterion)
-        search.criteria.push_back(ToStored(*node));
+    search.criteria = ToStored(criteriaHead);
     std::vector<WText> finished;
     const eStoredWrite result =
         lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search, finished);
@@ -94,7 +65,7 @@ bool SRxFindDialog::OnCommandSaveSearch(bool lastSearch) {
         WriteSearch(name, true);
         return true;
     }
-    const auto record = NewOrNull<SRxSearchListRecord>(this, accessPoint);
+    const auto record = NewOrNull<SRxSearchListRecord>(&links, accessPoint);
     if (record == nullptr) {
         Say(MSG_OUT_OF_MEMORY);
         return false;
@@ -113,7 +84,7 @@ bool SRxFindDialog::OnCommandOpenSearch(bool lastSearch) {
         GetLastSearchName(name, kPathLength);
         return ReadSearch(name);
     }
-    const auto record = NewOrNull<SRxSearchListRecord>(this, accessPoint);
+    const auto record = NewOrNull<SRxSearchListRecord>(&links, accessPoint);
     if (record == nullptr) {
         Say(MSG_OUT_OF_MEMORY);
         return false;
@@ -143,7 +114,11 @@ bool SRxFindDialog::ReadSearch(const WCHAR* name) {
         SetLookForType(static_cast<eLookFor>(search.lookFor), true);
         delete criteriaHead;
         criteriaHead = nullptr;
-        result = AddStored(search, skipped);
+        const auto take = [this](std::unique_ptr<SRxCriteriaNode> node) {
+            if (node == nullptr) Say(MSG_OUT_OF_MEMORY);
+            return node != nullptr && AppendCriterion(std::move(node));
+        };
+        result = TakeStored(search, onlyAssemblies, skipped, take);
     }
     SendToControl(IDC_CRITERIA_LIST, LB_SETCURSEL, 0);
     OnCommandCriterList();
@@ -154,39 +129,6 @@ bool SRxFindDialog::ReadSearch(const WCHAR* name) {
     if (read == eStoredRead::Incomplete) SayAboutSearch(MSG_OPEN_INCOMPLETE, name);
     SetFocus(GetDlgItem(dialogWindow, IDC_CRITERIA_LIST));
     EnableButtons(criteriaHead != nullptr);
-    return result;
-}
-
-bool SRxFindDialog::AddStored(const StoredSearch& search, bool& skipped) {
-    bool result = true;
-    bool skippedBefore = false;
-    LONG rememberedJoin = 0;  // of the last criterion that stands before a skipped one
-    for (StoredCriterion criterion : search.criteria) {
-        if (criterion.number >= 0) {
-            if (criterion.condition == COND_STORED_LIBRARY) {
-                criterion.number = 108;
-                criterion.category = 7;
-                criterion.condition = COND_LIBRARY_YES;
-            }
-            if (!onlyAssemblies && criterion.category == kComponentCategory) {
-                skipped = skippedBefore = true;
-                continue;
-            }
-            // The criterion behind a skipped one takes its place in the joins.
-            if (skippedBefore) {
-                if (criterion.join != JOIN_AND) criterion.join = rememberedJoin;
-            } else {
-                rememberedJoin = criterion.join;
-            }
-            skippedBefore = false;
-        }
-        auto node = ToNode(criterion);
-        if (node == nullptr) {
-            Say(MSG_OUT_OF_MEMORY);
-            return false;
-        }
-        result = AppendCriterion(std::move(node)) && result;
-    }
     return result;
 }
 

@@ -2,10 +2,10 @@
 // the found dialog takes over.
 #include "dialog/find_dialog.h"
 #include "found/found_dialog.h"
+#include "module/control_text.h"
 #include "outside/md_messages.h"
 #include "platform/new_or_null.h"
 #include "platform/resource_text.h"
-#include "search/search.h"
 
 bool SRxFindDialog::OnCommandSearchNow() {
     const SRxDialogActivity working(*this);
@@ -32,7 +32,7 @@ bool SRxFindDialog::OnCommandSearchNow() {
         return false;
     }
     if (IsClosing()) return false;  // while one of the questions stood
-    auto record = NewOrNull<SRxFoundList>(*this, selectionSlot);
+    auto record = NewOrNull<SRxFoundList>(links, selectionSlot);
     if (record == nullptr) {
         Say(MSG_OUT_OF_MEMORY);
         return false;
@@ -43,60 +43,4 @@ bool SRxFindDialog::OnCommandSearchNow() {
     EnableWindow(GetDlgItem(dialogWindow, IDCANCEL), FALSE);
     EnableWindow(dialogWindow, FALSE);
     return StartFoundDialog(*record.release(), params);
-}
-
-namespace {
-
-bool StartModeless(std::unique_ptr<SRxFoundList> list, SRxFindDialog& dialog) {
-    bool gone = false;
-    list->destroyed = &gone;
-    const HWND window =
-        CreateDialogParamW(dialog.resourceInstance, MAKEINTRESOURCEW(IDD_SR_FINDLIST), nullptr,
-                           FoundDlgProc, reinterpret_cast<LPARAM>(list.get()));
-    if (gone) {
-        (void)list.release();
-    } else if (window == nullptr) {
-        dialog.SearchComplete(false);
-    } else {
-        list.release()->destroyed = nullptr;
-        ShowWindow(window, SW_SHOW);
-    }
-    return true;
-}
-
-bool StartModal(std::unique_ptr<SRxFoundList> list, SRxFindDialog& dialog) {
-    bool gone = false;
-    list->destroyed = &gone;
-    const INT_PTR result =
-        DialogBoxParamW(dialog.resourceInstance, MAKEINTRESOURCEW(IDD_SR_FINDLIST),
-                        dialog.dialogWindow, FoundDlgProc, reinterpret_cast<LPARAM>(list.get()));
-    if (gone) {
-        (void)list.release();
-        return result == IDOK;
-    }
-    dialog.SearchComplete(false);
-    if (result < 0) {
-        DisplayMessageId(dialog.resourceInstance, MSG_DIALOG_FAILED, MB_OK, eKindError, kHelpFind,
-                         dialog.dialogWindow);
-    }
-    return false;
-}
-
-}  // namespace
-
-bool StartFoundDialog(SRxFoundList& list, const SRxShellExtParameters& params) {
-    std::unique_ptr<SRxFoundList> record(&list);
-    SRxFindDialog& dialog = *list.dialog;
-    list.params = params;
-    if (dialog.SearchOnlyAssem()) {
-        try {
-            RunSearch(list);
-        } catch (const std::bad_alloc&) {
-            dialog.SearchComplete(false);
-            dialog.TellOutOfMemory(dialog.dialogWindow);
-        }
-        return true;
-    }
-    return dialog.IsModal() ? StartModal(std::move(record), dialog)
-                            : StartModeless(std::move(record), dialog);
 }

@@ -3,15 +3,16 @@
 #include <locale>
 #include <memory>
 
+#include "criteria/text_equality.h"
 #include "dialog/find_dialog.h"
+#include "module/control_text.h"
 #include "module/registry_key.h"
 #include "outside/blx_util.h"
 #include "outside/md_registry.h"
 #include "outside/md_window_aids.h"
 #include "platform/native_path.h"
 #include "platform/resource_text.h"
-#include "search/search.h"
-#include "search/value_comparison.h"
+#include "search/unsearched_folders.h"
 
 namespace {
 
@@ -22,12 +23,8 @@ constexpr UINT kFoldersAndDrives = DDL_DIRECTORY | DDL_DRIVES | DDL_EXCLUSIVE;
 constexpr DWORD kBrowseFileFlags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST |
                                    OFN_ENABLEHOOK | OFN_NOCHANGEDIR | OFN_HIDEREADONLY;
 
-// Folders that a search never looks into, so that none of them can be chosen.
-constexpr const WCHAR* kUnsearchedFolders[] = {TEXT(".."), TEXT("."), TEXT("Recycler"),
-                                               TEXT("OldVersions")};
-
 bool EqualsFold(const WCHAR* a, const WCHAR* b) {
-    return TextsEqual(a, b, NORM_IGNORECASE | NORM_IGNOREWIDTH);
+    return TextsEqual(a, b, kFoldName);
 }
 
 void EnsureTrailingBackslash(WText& text) {
@@ -56,18 +53,7 @@ WText FolderOf(WText path) {
     return path;
 }
 
-WText EntryAt(HWND dialog, LRESULT item) {
-    const auto index = static_cast<WPARAM>(item);
-    const LRESULT length = SendDlgItemMessageW(dialog, IDC_PATH_LIST, CB_GETLBTEXTLEN, index, 0);
-    if (length < 0) return {};
-    WText text(static_cast<std::size_t>(length) + 1, 0);
-    SendDlgItemMessageW(dialog, IDC_PATH_LIST, CB_GETLBTEXT, index,
-                        reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<std::size_t>(length));
-    return text;
-}
-
-// A folder that isn't one that no search looks into can be chosen.
+// A folder that no search looks into can't be chosen.
 int CALLBACK BrowseFolderCallback(HWND window, UINT message, LPARAM lParam, LPARAM data) {
     constexpr std::size_t kLength = 261;
     WCHAR path[kLength];
@@ -77,9 +63,8 @@ int CALLBACK BrowseFolderCallback(HWND window, UINT message, LPARAM lParam, LPAR
         const auto* item = reinterpret_cast<LPCITEMIDLIST>(lParam);
         if (item == nullptr || !SHGetPathFromIDListW(item, path) || *path == 0) return 0;
         const WCHAR* name = PathFindFileNameW(path);
-        bool usable = *name != 0;
-        for (const WCHAR* folder : kUnsearchedFolders)
-            usable = usable && !EqualsFold(name, folder);
+        const bool usable = *name != 0 && !EqualsFold(name, TEXT("..")) &&
+                            !EqualsFold(name, TEXT(".")) && !IsUnsearchedFolder(name);
         SendMessageW(window, BFFM_ENABLEOK, usable, usable);
     }
     return 0;
@@ -161,7 +146,7 @@ bool SRxFindDialog::InitPaths() {
 void SRxFindDialog::ExpandEntries(const WText& base) {
     LRESULT count = SendToControl(IDC_PATH_LIST, CB_GETCOUNT);
     for (LRESULT item = 0; item < count;) {
-        WText entry = EntryAt(dialogWindow, item);
+        WText entry = ReadComboEntry(dialogWindow, IDC_PATH_LIST, item);
         SendToControl(IDC_PATH_LIST, CB_DELETESTRING, static_cast<WPARAM>(item));
         const bool dots =
             EqualsFold(entry.c_str(), TEXT("[..]")) || EqualsFold(entry.c_str(), TEXT("[.]"));

@@ -1,23 +1,20 @@
-// The rows as a text file: UTF-16, little-endian, with a byte order mark.
-#include <algorithm>
-#include <bit>
-
+// The command that writes the rows to a text file which the user names.
 #include "found/found_dialog.h"
+#include "found/hit_list_file.h"
+#include "module/message_kinds.h"
+#include "module/text_lengths.h"
 #include "outside/md_messages.h"
-#include "platform/output_file.h"
 #include "platform/resource_text.h"
-#include "search/search.h"
+#include "resource/string_ids.h"
 
 namespace {
 
-constexpr WCHAR kByteOrderMark = 0xFEFF;
-constexpr const WCHAR* kLineEnd = TEXT("\r\n");
 constexpr WCHAR kFilters[] = TEXT("(*.txt)\0*.txt\0(*.*)\0*.*\0");
 
 // The file that the user names; empty when none is.
 WText AskForFile(const SRxFoundList& list) {
-    const WText title = ResourceText(list.dialog->resourceInstance, STR_EXPORT_TITLE);
-    BLxWString folder = ReadControlText(list.dialog->dialogWindow, IDC_PATH_LIST);
+    const WText title = ResourceText(list.dialog->Resources(), STR_EXPORT_TITLE);
+    BLxWString folder = list.dialog->LookIn();
     PathRemoveFileSpecW(folder.data());
     WCHAR path[kPathLength] = {};
     OPENFILENAMEW request{};
@@ -35,73 +32,21 @@ WText AskForFile(const SRxFoundList& list) {
     return {};
 }
 
-using FormatCall = int(WINAPI*)(LCID, DWORD, const SYSTEMTIME*, LPCWSTR, LPWSTR, int);
-
-// As the user's settings write it; empty when they can't.
-WText Formatted(FormatCall format, DWORD flags, const SYSTEMTIME& now) {
-    const int size = format(LOCALE_NEUTRAL, flags, &now, nullptr, nullptr, 0);
-    WText text(static_cast<std::size_t>(std::max(size, 0)), 0);
-    if (size <= 0 || format(LOCALE_NEUTRAL, flags, &now, nullptr, text.data(), size) <= 0) {
-        return {};
-    }
-    text.pop_back();  // the terminator
-    return text;
-}
-
-WText DateAndTime() {
-    SYSTEMTIME now{};
-    GetLocalTime(&now);
-    return Formatted(GetDateFormatW, DATE_LONGDATE, now) + TEXT(" ") +
-           Formatted(GetTimeFormatW, TIME_NOSECONDS, now);
-}
-
-bool WriteText(OutputFile& file, const WText& text) {
-    static_assert(std::endian::native == std::endian::little && sizeof(WCHAR) == 2);
-    return file.Write(text.data(), text.size() * sizeof(WCHAR));
-}
-
-bool WriteRows(const SRxFoundList& list, OutputFile& file) {
-    constexpr std::size_t kEnough = 0x8000;  // units that go out at once
-    WText lines;
-    const int count = CountRows(list);
-    for (int row = 0; row < count; ++row) {
-        lines += PathOfRow(list, row) + kLineEnd;
-        if (lines.size() < kEnough && row + 1 < count) continue;
-        if (!WriteText(file, lines)) return false;
-        lines.clear();
-    }
-    return true;
-}
-
-bool WriteResults(const SRxFoundList& list, OutputFile& file) {
-    const WText heading =
-        kByteOrderMark + ResourceText(list.dialog->resourceInstance, STR_EXPORT_HEADING) + kLineEnd;
-    const bool written = WriteText(file, heading) &&
-                         WriteText(file, DateAndTime() + kLineEnd + kLineEnd) &&
-                         WriteRows(list, file);
-    // What the system still holds back can fail as well.
-    return file.Close() && written;
-}
-
 }  // namespace
 
 bool ExportResults(SRxFoundList& list) {
     const WText path = AskForFile(list);
     if (path.empty()) return false;
-    const HINSTANCE resources = list.dialog->resourceInstance;
+    const HINSTANCE resources = list.dialog->Resources();
     const HWND window = list.window;
-    const auto tellFailed = [&] {
+    const eHitListWrite result = WriteHitList(path, resources, CountRows(list),
+                                              [&list](int row) { return PathOfRow(list, row); });
+    if (result != eHitListWrite::Written) {
         DisplayMessageFileName(resources, path.c_str(), MSG_EXPORT_FAILED, kHelpFoundList, window,
                                MB_OK);
-    };
-    OutputFile file;
-    if (!file.Open(path)) {
-        tellFailed();
-        return true;
     }
-    // As far as it could be written the list stands in the file, so that is told behind a failure
-    // too.
-    if (!WriteResults(list, file)) tellFailed();
+    if (result == eHitListWrite::NotOpened) return true;
+    // As far as it could be written the list is in the file, so this follows a failure, too.
     DisplayMessageId(resources, MSG_EXPORT_DONE, MB_OK, eKindInformation, 0, window);
     return true;
 }

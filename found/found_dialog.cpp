@@ -7,12 +7,14 @@
 #include <new>
 #include <utility>
 
-#include "dialog/dialog_help.h"
 #include "found/found_rows.h"
+#include "module/dialog_help.h"
+#include "module/message_kinds.h"
 #include "outside/md_context_menu.h"
-#include "outside/md_messages.h"
 #include "outside/md_window_aids.h"
 #include "platform/new_or_null.h"
+#include "resource/control_ids.h"
+#include "resource/string_ids.h"
 #include "search/search.h"
 
 namespace {
@@ -74,7 +76,7 @@ bool BuildChain(const SRxFoundList& list, MDxFileNameNode** chain) {
 // In mid-search the search has to end first.
 void EndFoundDialog(SRxFoundList& list, INT_PTR result) {
     if (list.stage == eFoundStage::Searching) {
-        list.stopRequested = true;
+        list.run.stopRequested = true;
         list.pendingResult = static_cast<int>(result);
         return;
     }
@@ -95,7 +97,7 @@ void GiveUpSearch(SRxFoundList& list) {
     } catch (const std::bad_alloc&) {
         // The texts stay as they were; the buttons are those of a finished search.
     }
-    list.stopRequested = false;
+    list.run.stopRequested = false;
 }
 
 // One search in the life of a dialog.
@@ -103,7 +105,7 @@ void RunSearchOnce(SRxFoundList& list) {
     if (list.stage != eFoundStage::Prepared || list.dialog->IsClosing()) return;
     list.stage = eFoundStage::Searching;
     try {
-        RunSearch(list);
+        RunSearch(list.run);
     } catch (const std::bad_alloc&) {
         GiveUpSearch(list);
     }
@@ -150,7 +152,7 @@ void OnCommand(SRxFoundList& list, int id) {
             break;
         case IDCANCEL:
             if (list.stage == eFoundStage::Searching) {
-                list.stopRequested = true;
+                list.run.stopRequested = true;
             } else {
                 EndFoundDialog(list, kCancelled);
             }
@@ -159,7 +161,7 @@ void OnCommand(SRxFoundList& list, int id) {
             ExportResults(list);
             break;
         case IDC_FOUND_STOP:
-            list.stopRequested = true;
+            list.run.stopRequested = true;
             break;
         default:
             break;
@@ -188,12 +190,12 @@ void OnListNotice(SRxFoundList& list, const NMHDR& notice) {
 }
 
 void OnDestroyed(SRxFoundList& list) {
-    SRxFindDialog& dialog = *list.dialog;
+    SRxFoundListOwner& dialog = *list.dialog;
     SetWindowLongPtrW(list.window, DWLP_USER, 0);
     ReleaseRowStrings(list);
     if (list.stage == eFoundStage::Searching) {
         list.windowGone = true;
-        list.stopRequested = true;
+        list.run.stopRequested = true;
         return;
     }
     // Closed before its search began: the find dialog waits for the end of it.
@@ -203,7 +205,7 @@ void OnDestroyed(SRxFoundList& list) {
 
 // The messages that need the record.
 void ReceiveWithRecord(SRxFoundList& list, UINT message, WPARAM wParam, LPARAM lParam) {
-    const SRxDialogActivity activity(*list.dialog);
+    const SRxOwnerWork working(*list.dialog);
     switch (message) {
         case WM_TIMER:
             KillTimer(list.window, list.timerId);
@@ -298,7 +300,7 @@ bool CollectSelection(SRxFoundList& list, MDxFileNameNode** out) {
 }
 
 void AbandonSearch(SRxFoundList& list, bool letGo) {
-    list.stopRequested = true;
+    list.run.stopRequested = true;
     if (letGo && list.returnSelection) {
         list.returnSelection = false;
         list.selectionSlot = &list.ownSelection;
@@ -313,10 +315,11 @@ void AbandonSearch(SRxFoundList& list, bool letGo) {
 }
 
 void EndSearch(SRxFoundList& list) {
-    SRxFindDialog& dialog = *list.dialog;
+    SRxFoundListOwner& dialog = *list.dialog;
+    SRxFoundList* const record = &list;
     if (list.window != nullptr) DestroyWindow(list.window);
     // The record goes with the window; one without is its maker's.
-    if (!dialog.searches.empty() && dialog.searches.back() == &list) dialog.searches.pop_back();
+    dialog.Leave(record);
 }
 
 bool ReleaseRowStrings(SRxFoundList& list) {

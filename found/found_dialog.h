@@ -3,6 +3,7 @@
 #pragma once
 
 #include "found/found_list.h"
+#include "found/row_order.h"
 #include "module/module_api.h"
 
 inline constexpr UINT_PTR kFoundTimer = 49650;
@@ -37,9 +38,6 @@ WText PathOfRow(const SRxFoundList& list, int row);
 bool SetUpFoundList(SRxFoundList& list);
 // Places the controls in a dialog of this client size, which the next found dialog opens with.
 void LayOutFoundDialog(SRxFoundList& list, int width, int height);
-// Compares two rows by their full names, either may be null: by folder for column 1, else by name.
-// -1, 0 or 1.
-int CALLBACK CompareRows(LPARAM a, LPARAM b, LPARAM column);
 // The client size that the last found dialog reported; -1 before the first.
 extern LONG foundWidth;
 extern LONG foundHeight;

@@ -6,6 +6,8 @@
 #include "found/found_rows.h"
 #include "outside/md_window_aids.h"
 #include "platform/resource_text.h"
+#include "resource/control_ids.h"
+#include "resource/string_ids.h"
 
 LONG foundWidth = -1;
 LONG foundHeight = -1;
@@ -37,7 +39,7 @@ void AddColumns(const SRxFoundList& list) {
     } kColumns[] = {{STR_COLUMN_NAME, 200}, {STR_COLUMN_FOLDER, 300}};
     WPARAM at = 0;
     for (const auto& row : kColumns) {
-        WText heading = ResourceText(list.dialog->resourceInstance, row.heading);
+        WText heading = ResourceText(list.dialog->Resources(), row.heading);
         LVCOLUMNW column{};
         column.mask = LVCF_FMT | LVCF_WIDTH | LVCF_TEXT;
         column.fmt = LVCFMT_LEFT;
@@ -106,7 +108,7 @@ bool SetUpFoundList(SRxFoundList& list) {
     EnableWindow(GetDlgItem(window, IDC_FOUND_SAVE), FALSE);
     TakeMeasures(list);
     SetFocus(stop);
-    const RECT find = RectOf(list.dialog->dialogWindow);
+    const RECT find = RectOf(list.dialog->Window());
     const UINT noSize = foundWidth == -1 ? SWP_NOSIZE : 0;
     SetWindowPos(window, nullptr, find.left + kOffsetFromFindDialog,
                  find.top + kOffsetFromFindDialog, foundWidth, foundHeight,

@@ -2,11 +2,13 @@
 
 #include "module/module_state.h"
 
-SRxFoundList::SRxFoundList(SRxFindDialog& owner, MDxFileNameNode** slot)
+SRxFoundList::SRxFoundList(SRxFoundListOwner& owner, MDxFileNameNode** slot)
     : dialog(&owner),
       selectionSlot(slot != nullptr ? slot : &ownSelection),
-      returnSelection(slot != nullptr) {
-    dialog->searches.push_back(this);
+      returnSelection(slot != nullptr),
+      run(owner, rowsSink) {
+    run.hitsHaveRecords = false;  // a row has no room for them
+    dialog->Enter(this);
     ++objectCount;
 }
 
@@ -15,8 +17,7 @@ SRxFoundList::~SRxFoundList() {
         (*selectionSlot)->Release();
         if ((*selectionSlot)->GetReferenceCount() == 0) delete *selectionSlot;
     }
-    delete rootNode;
-    std::erase(dialog->searches, this);
+    dialog->Leave(this);
     if (destroyed != nullptr) *destroyed = true;
     --objectCount;
 }

@@ -1,44 +1,64 @@
-// The record of one search run, first argument of every function of the engine.
+// The record of a found dialog: its window, the search that it carries and the slot for what is
+// picked. On the assembly-only route there is no window, and the slot takes the hits themselves.
 #pragma once
 
-#include <memory>
-#include <vector>
-
-#include "dialog/find_dialog.h"
+#include "found/found_list_owner.h"
 #include "found/found_row_index.h"
-#include "outside/md_properties.h"
-
-// What one criterion said of the file at hand.
-struct CriterionOutcome {
-    bool result = false;
-    // The file alone can't decide it: it counts as true and travels on the record.
-    bool undecided = false;
-};
+#include "platform/win.h"
+#include "search/search_sink.h"
 
 // How far the found dialog has come with its search.
 enum class eFoundStage { Prepared, Searching, Finished };
 
+// Shows a search in the found dialog: rows, status bar, message pump, buttons.
+class SRxFoundRowsSink final : public SRxSearchSink {
+public:
+    explicit SRxFoundRowsSink(SRxFoundList& list) : list_(list) {}
+
+    void Begin(SRxSearchRun& run) override;
+    bool End(SRxSearchRun& run, bool result) override;
+    bool OnProgress(SRxSearchRun& run, const WCHAR* path) override;
+    void OnHit(SRxSearchRun& run, const WCHAR* folder, const WCHAR* name, MDxFileNameNode& node,
+               int& insertIndex) override;
+    void OnFolderFailed(const WCHAR* folder) override;
+    void OnFileInUse(const WCHAR* file) override;
+
+private:
+    SRxFoundList& list_;
+    HCURSOR earlierCursor_ = nullptr;
+};
+
+// Hangs the hits of a search on the record's slot, each file once.
+class SRxHitChainSink final : public SRxSearchSink {
+public:
+    explicit SRxHitChainSink(SRxFoundList& list) : list_(list) {}
+
+    void Begin(SRxSearchRun& run) override;
+    bool End(SRxSearchRun& run, bool result) override;
+    bool OnProgress(SRxSearchRun&, const WCHAR*) override { return false; }
+    void OnHit(SRxSearchRun& run, const WCHAR* folder, const WCHAR* name, MDxFileNameNode& node,
+               int& insertIndex) override;
+    void OnFolderFailed(const WCHAR* folder) override;
+    void OnFileInUse(const WCHAR* file) override;
+
+private:
+    SRxFoundList& list_;
+    HCURSOR earlierCursor_ = nullptr;
+};
+
 struct SRxFoundList {
     // `slot` is the caller's, for the picked files or the hits; may be null.
-    SRxFoundList(SRxFindDialog& owner, MDxFileNameNode** slot);
+    SRxFoundList(SRxFoundListOwner& owner, MDxFileNameNode** slot);
     ~SRxFoundList();
     SRxFoundList(const SRxFoundList&) = delete;
     SRxFoundList& operator=(const SRxFoundList&) = delete;
 
-    SRxFindDialog* dialog;
+    SRxFoundListOwner* dialog;
     HWND window = nullptr;  // the found dialog; null where none exists
     MDxFileNameNode** selectionSlot;
     MDxFileNameNode* ownSelection = nullptr;
-    MDxFileNameNode* rootNode = nullptr;  // the work chain, owned
-    IQxLecternServer* server = nullptr;   // not owned
-    unsigned matchCase = 0;               // nonzero: letters' case counts
     bool returnSelection;
     bool multiSelect = true;
-    bool stopRequested = false;
-    bool sharingMessageShown = false;
-    SRxShellExtParameters params;
-    bool skippedCriterionSeen = false;
-    unsigned pumpCounter = 10;  // so that the first progress text pumps
     UINT_PTR timerId = 0;
     HWND statusBar = nullptr;
     LONG bottomMargin = -1;
@@ -48,15 +68,14 @@ struct SRxFoundList {
     LONG statusLeft = -1;
     LONG listBottomMargin = -1;
 
-    // Behind the fields that other modules know.
-    // The route hands the caller's own nodes to the file test: each leaves with a record for every
-    // criterion, hit or not.
-    bool keepsRecords = false;
-    std::vector<CriterionOutcome> outcomes;
+    SRxFoundRowsSink rowsSink{*this};
+    SRxHitChainSink chainSink{*this};
+    SRxSearchRun run;
+    unsigned pumpCounter = 10;  // so that the first progress text pumps
     eFoundStage stage = eFoundStage::Prepared;
     // The window was destroyed in mid-search: the record lives on until the search has ended.
     bool windowGone = false;
-    int pendingResult = 0;    // what the dialog ends with behind a search that was told to stop
+    int pendingResult = 0;    // what the dialog ends with after a search that was told to stop
     bool rowsUnseen = false;  // rows were added since the list was painted
     FoundRowIndex rowIndex;
     WText shownPath;  // in the progress text

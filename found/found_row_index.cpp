@@ -1,6 +1,6 @@
 #include "found/found_row_index.h"
 
-#include "search/value_comparison.h"
+#include "criteria/text_equality.h"
 
 namespace {
 

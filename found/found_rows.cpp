@@ -4,12 +4,13 @@
 #include <new>
 #include <utility>
 
+#include "module/message_kinds.h"
+#include "outside/md_messages.h"
 #include "outside/md_small_aids.h"
 #include "outside/md_window_aids.h"
 #include "platform/resource_text.h"
 #include "resource/control_ids.h"
-#include "search/search.h"
-#include "search/search_observer.h"
+#include "resource/string_ids.h"
 
 namespace {
 
@@ -18,19 +19,12 @@ constexpr int kFoundColumns = 2;
 constexpr WPARAM kWholeStatusBar = SBT_NOBORDERS;  // part 0
 
 WText TextOf(const SRxFoundList& list, UINT id) {
-    return ResourceText(list.dialog->resourceInstance, id);
+    return ResourceText(list.dialog->Resources(), id);
 }
 
 void SetStatus(const SRxFoundList& list, const WText& text) {
     SendMessageW(list.statusBar, SB_SETTEXTW, kWholeStatusBar,
                  reinterpret_cast<LPARAM>(text.c_str()));
-}
-
-// Where letters' case tells files apart, a row can stand for another file than the one at hand.
-void TellLeftOut(const SRxFoundList& list, const WCHAR* shown, const WCHAR* fullName) {
-    if (list.dialog->observer != nullptr && wtext::Compare(shown, fullName) != 0) {
-        list.dialog->observer->OnLeftOut(fullName, shown);
-    }
 }
 
 // A list that paints itself anew with each row would take most of the search's time.
@@ -53,13 +47,14 @@ void PumpMessages(SRxFoundList& list) {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) {
-            list.stopRequested = true;
+            list.run.stopRequested = true;
             PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
         TranslateMessage(&message);
         DispatchMessageW(&message);
-        if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) list.stopRequested = true;
+        if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE)
+            list.run.stopRequested = true;
     }
 }
 
@@ -74,37 +69,57 @@ void ShowSearchedPath(const SRxFoundList& list, const WCHAR* path) {
     SetStatus(list, wtext::Format(TextOf(list, STR_SEARCHING_IN), {path}));
 }
 
-bool ShowProgress(SRxFoundList& list, const WCHAR* path) {
+void SRxFoundRowsSink::Begin(SRxSearchRun&) {
+    earlierCursor_ = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    // The list is painted only between whiles, until the search is closed.
+    HoldRedraw(list_, true);
+}
+
+bool SRxFoundRowsSink::End(SRxSearchRun& run, bool result) {
+    if (!list_.windowGone) CloseFoundSearch(list_);
+    SetCursor(earlierCursor_);
+    run.stopRequested = false;
+    if (!list_.windowGone) {
+        RedrawWindow(list_.window, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_UPDATENOW);
+    }
+    return list_.dialog->SearchComplete(result);
+}
+
+bool SRxFoundRowsSink::OnProgress(SRxSearchRun&, const WCHAR* path) {
     constexpr UINT kPaintNow = RDW_INTERNALPAINT | RDW_UPDATENOW;
-    if (list.statusBar == nullptr) return !list.stopRequested;
     // The text of a folder stays the same for all its files.
-    if (list.shownPath != path) {
-        list.shownPath = path;
-        ShowSearchedPath(list, path);
-        RedrawWindow(list.statusBar, nullptr, nullptr, kPaintNow);
+    if (list_.shownPath != path) {
+        list_.shownPath = path;
+        ShowSearchedPath(list_, path);
+        RedrawWindow(list_.statusBar, nullptr, nullptr, kPaintNow);
     }
-    if (++list.pumpCounter > kTextsBetweenPumps) {
-        HoldRedraw(list, false);
-        RedrawWindow(list.window, nullptr, nullptr, kPaintNow);
-        list.pumpCounter = 0;
-        PumpMessages(list);
-        HoldRedraw(list, true);
-    }
-    return !list.stopRequested;
+    if (++list_.pumpCounter <= kTextsBetweenPumps) return false;
+    HoldRedraw(list_, false);
+    RedrawWindow(list_.window, nullptr, nullptr, kPaintNow);
+    list_.pumpCounter = 0;
+    PumpMessages(list_);
+    HoldRedraw(list_, true);
+    return true;
 }
 
-void OpenFoundSearch(SRxFoundList& list) {
-    HoldRedraw(list, true);
+void SRxFoundRowsSink::OnFolderFailed(const WCHAR* folder) {
+    DisplayMessageFileName(list_.dialog->Resources(), folder, MSG_PATH_NOT_FOUND, kHelpFind,
+                           list_.window, MB_OK);
 }
 
-void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
-                 const MDxFileNameNode& node, int& insertIndex) {
+void SRxFoundRowsSink::OnFileInUse(const WCHAR* file) {
+    DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_LOCKED, kHelpFoundList,
+                           list_.window, MB_OK);
+}
+
+void SRxFoundRowsSink::OnHit(SRxSearchRun&, const WCHAR* folder, const WCHAR* name,
+                             MDxFileNameNode& node, int& insertIndex) {
+    SRxFoundList& list = list_;
     if (list.windowGone) return;
+    // One row for a name in a folder, whatever the case of letters and the width of characters.
     const WCHAR** shown = list.rowIndex.PlaceOf(folder, name);
-    if (*shown != nullptr) {
-        TellLeftOut(list, *shown, node.GetFileName());
-        return;
-    }
+    if (*shown != nullptr) return;
     // The row owns the copy.
     WCHAR* fullName = nullptr;
     SetStringPtr(&fullName, node.GetFileName());
@@ -127,7 +142,6 @@ void AddFoundRow(SRxFoundList& list, const WCHAR* folder, const WCHAR* name,
     insertIndex = static_cast<int>(row) + 1;
     list.rowsUnseen = true;
     if (insertIndex == 1) ShowFirstRow(list);
-    if (list.dialog->observer != nullptr) list.dialog->observer->OnRow(node);
 }
 
 void CloseFoundSearch(SRxFoundList& list) {
@@ -146,7 +160,7 @@ void CloseFoundSearch(SRxFoundList& list) {
     } else {
         tail = wtext::Format(TextOf(list, STR_FILES_FOUND), {wtext::FromNumber(count)});
     }
-    if (list.stopRequested) head = TextOf(list, STR_STOPPED);
+    if (list.run.stopRequested) head = TextOf(list, STR_STOPPED);
     SetListWidth(list.window, IDC_FOUND_LIST, kFoundColumns);
     SetStatus(list, head + tail);
 }

@@ -1,7 +1,7 @@
-// How the rows of the found list sort.
-#include "found/found_dialog.h"
+#include "found/row_order.h"
+#include "criteria/text_equality.h"
+
 #include "platform/native_path.h"
-#include "search/value_comparison.h"
 
 namespace {
 

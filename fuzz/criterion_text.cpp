@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (node != nullptr) {
         Require(node->conditionId > 0 && node->nextCriterion == nullptr);
         Require(node->customName.empty() ? node->propertyStringId > 0
-                                         : node->propertyCategory == kCustomPropertyCategory);
+                                         : node->propertyCategory == eCategoryCustom);
         Require(wtext::Length(node->value) < kValueLength);
     }
     return 0;

@@ -5,8 +5,6 @@
 
 #if defined(SR_BUILD)
 #define SR_API SR_DLL_EXPORT
-#elif defined(SR_SHARED)
-#define SR_API SR_DLL_IMPORT
 #else
-#define SR_API  // the module's objects, linked into a program
+#define SR_API  // a program that links the module, or its rooms
 #endif

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "module/module_api.h"
-#include "platform/win.h"
+#include "platform/system.h"
 
 // Objects of the module that are alive; it may be unloaded at 0. One thread, so a plain number.
 extern LONG objectCount;

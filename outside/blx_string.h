@@ -8,7 +8,7 @@
 #include <string>
 
 #include "outside/library_api.h"
-#include "platform/win.h"
+#include "platform/system.h"
 
 namespace BLxShared {
 // Null when there is no memory.

@@ -1,7 +1,7 @@
 // Md.dll: what tells kinds of design document apart.
 #pragma once
 
-#include "platform/win.h"
+#include "platform/system.h"
 
 // The class of a document's root storage, by kind. As a subtype: a document of that kind without a
 // subtype of its own.

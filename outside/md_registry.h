@@ -2,7 +2,7 @@
 #pragma once
 
 #include "outside/library_api.h"
-#include "platform/win.h"
+#include "platform/system.h"
 
 // `path` begins with a backslash and lies in a buffer of `cch` units; the product's branch is put
 // in front of it there. The open key for the caller to close, null on failure, also when the whole

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "outside/library_api.h"
-#include "platform/win.h"
+#include "platform/system.h"
 
 // What the server works in: a workspace of the user.
 struct IQxWorkContext : public IUnknown {

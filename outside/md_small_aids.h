@@ -2,7 +2,7 @@
 #pragma once
 
 #include "outside/library_api.h"
-#include "platform/win.h"
+#include "platform/system.h"
 
 // `*target` becomes a new copy of `text`, to be released with free; null when there is no memory.
 // What it pointed to before is not released.

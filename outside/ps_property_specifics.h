@@ -2,7 +2,7 @@
 #pragma once
 
 #include "outside/library_api.h"
-#include "platform/win.h"
+#include "platform/system.h"
 
 class PS_API PSxPropertySpecifics {
 public:

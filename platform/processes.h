@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "platform/win.h"
+#include "platform/system.h"
 
 // Whether a process with this id runs. One that the user may not look at runs.
 bool IsProcessRunning(DWORD id);

@@ -27,14 +27,8 @@
 #include <shlobj.h>
 #include <shlwapi.h>
 #else
-#include "platform/base/types.h"
-#include "platform/com/com_api.h"
-#include "platform/com/dispatch_api.h"
 #include "platform/com/shell_api.h"
-#include "platform/files/files_api.h"
-#include "platform/registry/registry_api.h"
-#include "platform/resources/resources_api.h"
-#include "platform/text/text_api.h"
+#include "platform/system.h"
 #include "platform/windows/common_controls_api.h"
 #include "platform/windows/common_dialogs_api.h"
 #include "platform/windows/controls_api.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/win.h"
+#include "platform/system.h"
 
 using WText = std::basic_string<WCHAR>;
 using WTextView = std::basic_string_view<WCHAR>;

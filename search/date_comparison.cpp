@@ -2,6 +2,7 @@
 
 #include "criteria/stored_date.h"
 #include "outside/md_small_aids.h"
+#include "resource/string_ids.h"
 #include "search/value_comparison.h"
 
 namespace {
@@ -69,8 +70,7 @@ bool IsMonthBefore(const SYSTEMTIME& date, const SYSTEMTIME& reference) {
 
 }  // namespace
 
-bool CompareDateValue(const SRxFoundList&, const SYSTEMTIME* value, const WCHAR* text,
-                      int conditionId) {
+bool CompareDateValue(const SYSTEMTIME* value, const WCHAR* text, int conditionId) {
     if (value == nullptr || value->wMonth == 0) {
         return conditionId == COND_DIFFERS || conditionId == COND_NOT_ON_DATE;
     }

@@ -2,6 +2,7 @@
 // the hit applies its records to the document's contents.
 #include <algorithm>
 
+#include "module/module_state.h"
 #include "outside/md_property_rows.h"
 #include "platform/resource_text.h"
 #include "search/property_criteria.h"
@@ -124,9 +125,8 @@ bool ReadInteger(const WCHAR* text, LONG& number) {
     return any;
 }
 
-bool CarryWord(const SRxFoundList& list, const YesRow& row, const SRxCriteriaNode& c,
-               MDxCritNode* record) {
-    const WText yesWord = ResourceText(list.dialog->resourceInstance, VAL_FLAG_YES);
+bool CarryWord(const YesRow& row, const SRxCriteriaNode& c, MDxCritNode* record) {
+    const WText yesWord = ResourceText(SrResReturnHandle(), VAL_FLAG_YES);
     if (yesWord.empty()) return false;
     if (record != nullptr) (record->*row.set)(c.conditionId, yesWord == c.value);
     return true;
@@ -141,14 +141,12 @@ bool CarryCount(const SRxCriteriaNode& c, MDxCritNode* record) {
 
 }  // namespace
 
-bool CarryOccurrenceCriterion(const SRxFoundList& list, const SRxCriteriaNode& c,
-                              MDxCritNode* record) {
+bool CarryOccurrenceCriterion(bool matchCase, const SRxCriteriaNode& c, MDxCritNode* record) {
     const bool ofComponent = c.propertyCategory == eCategoryComponent;
     if (ofComponent && c.propertyNumber == kDegreesOfFreedom) return CarryCount(c, record);
-    if (const YesRow* row = FindRow(kYesRows, c)) return CarryWord(list, *row, c, record);
+    if (const YesRow* row = FindRow(kYesRows, c)) return CarryWord(*row, c, record);
     // All others hold for every file.
     if (record == nullptr) return true;
-    const bool matchCase = list.matchCase != 0;
     if (ofComponent && c.propertyNumber == kMateOwner) {
         record->CritKMateOwner(c.conditionId, !matchCase, c.value);
     } else if (const FlagRow* flag = FindRow(kFlagRows, c)) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "criteria/file_types.h"
+#include "module/text_lengths.h"
 #include "outside/md_document_classes.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_small_aids.h"
@@ -31,14 +33,6 @@ constexpr GeneralRow kGeneralRows[] = {
     {43, eRead::Person}, {4, eRead::Date},      {11, eRead::Date},    {13, eRead::Date},
     {35, eRead::Date},   {36, eRead::Currency}, {32, eRead::Subtype}, {40, eRead::DesignState},
 };
-
-// The numbers of the file facts.
-constexpr LONG kFactFileType = 100;
-constexpr LONG kFactFileName = 101;
-constexpr LONG kFactDocStatus = 103;
-constexpr LONG kFactLibrary = 108;
-constexpr LONG kFactSkippedTest = 117;
-constexpr LONG kFactFileSize = 119;
 
 // Kinds of document that the library opens to see whether they are genuine.
 constexpr int kVerifiedKinds[] = {0, 5, 10, 15, 20, 43};
@@ -81,7 +75,7 @@ bool MatchSubtype(MDxGeneralProperties& general, LONG conditionId) {
     });
 }
 
-bool MatchGeneral(const SRxFoundList& list, MDxGeneralProperties& general,
+bool MatchGeneral(const SRxSearchRun& run, MDxGeneralProperties& general,
                   const SRxCriteriaNode& c) {
     const auto* row =
         std::find_if(std::begin(kGeneralRows), std::end(kGeneralRows),
@@ -90,27 +84,27 @@ bool MatchGeneral(const SRxFoundList& list, MDxGeneralProperties& general,
     switch (row->read) {
         case eRead::Text: {
             // The empty value is settled by the comparison: it differs from every text.
-            return CompareStringValue(list, general.Property(c.propertyNumber), c.value,
-                                      Condition(c));
+            return CompareStringValue(general.Property(c.propertyNumber), c.value, Condition(c),
+                                      run.query.matchCase);
         }
         case eRead::Person:
-            return CompareTextValue(list, general.Property(c.propertyNumber), c.value,
-                                    Condition(c));
+            return CompareTextValue(general.Property(c.propertyNumber), c.value, Condition(c),
+                                    run.query.matchCase, run.query.users);
         case eRead::Date: {
             SYSTEMTIME date{};
             general.GetDateValue(c.propertyNumber, &date);
-            return CompareDateValue(list, &date, c.value, c.conditionId);
+            return CompareDateValue(&date, c.value, c.conditionId);
         }
         case eRead::Currency: {
             LONGLONG value = 0;
             general.GetCurrencyValue(c.propertyNumber, &value);
-            return CompareRealText(list, static_cast<double>(value) / kTenThousandths, c.value,
+            return CompareRealText(static_cast<double>(value) / kTenThousandths, c.value,
                                    Condition(c), kExactNumber);
         }
         case eRead::DesignState: {
             LONG state = 0;
             general.GetLongValue(c.propertyNumber, &state);
-            return CompareRealValues(list, state, c.numericValue, Condition(c), kExactNumber);
+            return CompareRealValues(state, c.numericValue, Condition(c), kExactNumber);
         }
         case eRead::Subtype:
             return MatchSubtype(general, c.conditionId);
@@ -118,28 +112,28 @@ bool MatchGeneral(const SRxFoundList& list, MDxGeneralProperties& general,
     return false;
 }
 
-bool MatchControl(const SRxFoundList& list, MDxControlProperties& control,
+bool MatchControl(const SRxSearchRun& run, MDxControlProperties& control,
                   const SRxCriteriaNode& c) {
     switch (c.propertyNumber) {
         case 5:
         case 7: {
             WCHAR text[kControlTextLength] = {};
             control.Property(c.propertyNumber, text, kControlTextLength);
-            return CompareTextValue(list, text, c.value, Condition(c));
+            return CompareTextValue(text, c.value, Condition(c), run.query.matchCase,
+                                    run.query.users);
         }
         case 6:
         case 8: {
             SYSTEMTIME date{};
             control.GetDatePropertyValue(c.propertyNumber, &date);
-            return CompareDateValue(list, &date, c.value, c.conditionId);
+            return CompareDateValue(&date, c.value, c.conditionId);
         }
         default:
             return false;
     }
 }
 
-CriterionOutcome MatchCustom(const SRxFoundList& list, const FileAtHand& file,
-                             const SRxCriteriaNode& c) {
+CriterionOutcome MatchCustom(const FileAtHand& file, const SRxCriteriaNode& c) {
     constexpr CriterionOutcome kUndecided = {true, true};
     const WCHAR* name = c.customName.c_str();
     if (file.properties == nullptr || file.status < 0) return kUndecided;
@@ -149,39 +143,39 @@ CriterionOutcome MatchCustom(const SRxFoundList& list, const FileAtHand& file,
     if (custom.Property(name, false) == nullptr) return kUndecided;
     switch (custom.GetType(name)) {
         case VT_BOOL:
-            return {CompareBoolValue(list, custom.GetBoolValue(name), c.value, Condition(c))};
+            return {CompareBoolValue(custom.GetBoolValue(name), c.value, Condition(c))};
         case VT_DATE:
         case VT_FILETIME: {
             SYSTEMTIME date{};
             custom.GetDateValue(name, &date);
-            return {CompareDateValue(list, &date, c.value, c.conditionId)};
+            return {CompareDateValue(&date, c.value, c.conditionId)};
         }
         default:
             return kUndecided;
     }
 }
 
-bool MatchFileType(const SRxFoundList& list, const FileAtHand& file, const SRxCriteriaNode& c) {
-    if (!CompareFileType(list, file.node.GetFileName(), Condition(c))) return false;
+bool MatchFileType(const FileAtHand& file, const SRxCriteriaNode& c) {
+    if (!CompareFileType(file.node.GetFileName(), Condition(c))) return false;
     if (!IsVerifiedKind(file.node.GetFileType())) return true;
     if (file.needProperties && file.status < 0) return false;
     return file.node.IsMirelFile(nullptr, nullptr);
 }
 
-bool MatchFileName(const SRxFoundList& list, const FileAtHand& file, const SRxCriteriaNode& c) {
+bool MatchFileName(const SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode& c) {
     const WTextView path(file.node.GetFileName(), file.node.GetFileNameLength());
     const WTextView name = FileNameIn(path);
     // A value without a point is compared with the name without its extension.
     const WTextView extension = ExtensionIn(name);
     if (extension.empty() || *PathFindExtensionW(c.value) != 0) {
-        return CompareStringValue(list, name.data(), c.value, Condition(c));
+        return CompareStringValue(name.data(), c.value, Condition(c), run.query.matchCase);
     }
     WCHAR bare[kPathLength];
     const WTextView stem = name.substr(0, name.size() - extension.size());
     if (wtext::CopyWhole(bare, kPathLength, stem)) {
-        return CompareStringValue(list, bare, c.value, Condition(c));
+        return CompareStringValue(bare, c.value, Condition(c), run.query.matchCase);
     }
-    return CompareStringValue(list, WText(stem).c_str(), c.value, Condition(c));
+    return CompareStringValue(WText(stem).c_str(), c.value, Condition(c), run.query.matchCase);
 }
 
 // The facts that stand in one set with the control properties.
@@ -190,13 +184,13 @@ bool HasReadableFacts(const FileAtHand& file) {
            !file.properties->ControlProp().IsUnreadable();
 }
 
-bool MatchDocStatus(const SRxFoundList& list, const FileAtHand& file, const SRxCriteriaNode& c) {
+bool MatchDocStatus(const SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode& c) {
     if (!HasReadableFacts(file)) return false;
     if (file.node.docStatus == -1) {
         tagBUILDINFO info{};
-        file.node.GetDocTypeProps(list.server, &info, nullptr);
+        file.node.GetDocTypeProps(run.server, &info, nullptr);
     }
-    return CompareBoolValue(list, file.node.docStatus == 1, c.value, Condition(c));
+    return CompareBoolValue(file.node.docStatus == 1, c.value, Condition(c));
 }
 
 bool MatchLibrary(const FileAtHand& file, const SRxCriteriaNode& c) {
@@ -208,24 +202,24 @@ bool MatchLibrary(const FileAtHand& file, const SRxCriteriaNode& c) {
     return c.conditionId == COND_LIBRARY_NO && !isLibrary;
 }
 
-bool MatchFact(SRxFoundList& list, const FileAtHand& file, const SRxCriteriaNode& c) {
+bool MatchFact(SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode& c) {
     switch (c.propertyNumber) {
         case kFactFileType:
-            return MatchFileType(list, file, c);
+            return MatchFileType(file, c);
         case kFactFileName:
-            return MatchFileName(list, file, c);
+            return MatchFileName(run, file, c);
         case kFactDocStatus:
-            return MatchDocStatus(list, file, c);
+            return MatchDocStatus(run, file, c);
         case kFactLibrary:
             return MatchLibrary(file, c);
         case kFactSkippedTest:
             // The caller tests it; nothing of the file is read.
-            list.skippedCriterionSeen = true;
+            run.skippedCriterionSeen = true;
             return c.conditionId != COND_IS_YES;
         case kFactFileSize: {
             double size = 0;
             return file.node.GetFileSizeKB(size) &&
-                   CompareRealText(list, size, c.value, Condition(c), kSizeTolerance);
+                   CompareRealText(size, c.value, Condition(c), kSizeTolerance);
         }
         default:
             return false;
@@ -234,7 +228,7 @@ bool MatchFact(SRxFoundList& list, const FileAtHand& file, const SRxCriteriaNode
 
 }  // namespace
 
-CriterionOutcome EvaluateFileCriterion(SRxFoundList& list, const FileAtHand& file,
+CriterionOutcome EvaluateFileCriterion(SRxSearchRun& run, const FileAtHand& file,
                                        const SRxCriteriaNode& c) {
     const bool readable = file.properties != nullptr && file.status >= 0;
     switch (c.propertyCategory) {
@@ -246,17 +240,17 @@ CriterionOutcome EvaluateFileCriterion(SRxFoundList& list, const FileAtHand& fil
             MDxGeneralProperties& general = file.properties->GenProp();
             // Nothing is known of a property whose set is damaged: not even that it is absent.
             const int id = c.propertyNumber == 32 ? kSubtypeProperty : c.propertyNumber;
-            return {!general.IsUnreadable(id) && MatchGeneral(list, general, c)};
+            return {!general.IsUnreadable(id) && MatchGeneral(run, general, c)};
         }
         case eCategoryControl: {
             if (!readable) return {};
             MDxControlProperties& control = file.properties->ControlProp();
-            return {!control.IsUnreadable() && MatchControl(list, control, c)};
+            return {!control.IsUnreadable() && MatchControl(run, control, c)};
         }
         case eCategoryCustom:
-            return MatchCustom(list, file, c);
+            return MatchCustom(file, c);
         case eCategoryFile:
-            return {MatchFact(list, file, c)};
+            return {MatchFact(run, file, c)};
         default:
             // A criterion whose look-up failed is never true.
             return {};

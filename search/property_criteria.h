@@ -1,7 +1,7 @@
 // What one criterion means: which fact of the file it reads and by which comparison it is judged.
 #pragma once
 
-#include "found/found_list.h"
+#include "search/search_run.h"
 
 // The file at hand.
 struct FileAtHand {
@@ -12,10 +12,9 @@ struct FileAtHand {
 };
 
 // A criterion about the file itself, or a custom property.
-CriterionOutcome EvaluateFileCriterion(SRxFoundList& list, const FileAtHand& file,
+CriterionOutcome EvaluateFileCriterion(SRxSearchRun& run, const FileAtHand& file,
                                        const SRxCriteriaNode& c);
 
 // A criterion about things inside the document: true for every file, unless its own value can't be
 // used. Sets the test on `record`, which may be null.
-bool CarryOccurrenceCriterion(const SRxFoundList& list, const SRxCriteriaNode& c,
-                              MDxCritNode* record);
+bool CarryOccurrenceCriterion(bool matchCase, const SRxCriteriaNode& c, MDxCritNode* record);

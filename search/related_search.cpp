@@ -1,14 +1,14 @@
 #include "module/running_application.h"
 #include "search/search.h"
-#include "search/search_observer.h"
+#include "search/search_sink.h"
 
 namespace {
 
 constexpr unsigned kEveryReference = 15;
 
 // Inside the application the running application answers, else the documents themselves.
-HRESULT AskForRelatedDocs(SRxFoundList& list, MDxFileNameNode& node, MDxFileNameNode** docs) {
-    if (!node.InApp()) return node.GetRelatedDocs(docs, kEveryReference, 0, list.server);
+HRESULT AskForRelatedDocs(SRxSearchRun& run, MDxFileNameNode& node, MDxFileNameNode** docs) {
+    if (!node.InApp()) return node.GetRelatedDocs(docs, kEveryReference, 0, run.server);
     Application* application = nullptr;
     HRESULT status = FindRunningApplication(&application);
     if (application == nullptr) return FAILED(status) ? status : E_NOINTERFACE;
@@ -19,16 +19,14 @@ HRESULT AskForRelatedDocs(SRxFoundList& list, MDxFileNameNode& node, MDxFileName
 
 // Hangs the documents that the node refers to right behind it: depth first. A document that can't
 // be asked has none.
-void AddRelatedDocs(SRxFoundList& list, MDxFileNameNode* node) {
+void AddRelatedDocs(SRxSearchRun& run, MDxFileNameNode* node) {
     constexpr unsigned kMayHaveReferences = 1;
     if ((node->relatedFlags & kMayHaveReferences) == 0) return;
     MDxFileNameNode* docs = nullptr;
-    const HRESULT status = AskForRelatedDocs(list, *node, &docs);
-    if (SRxSearchObserver* const observer = list.dialog->observer) {
-        if (status < 0) observer->OnReferencesFailed(node->GetFileName(), status);
-        for (const BLxWString& missing : node->MissingRelatedDocs())
-            observer->OnReferenceMissing(node->GetFileName(), missing.c_str());
-    }
+    const HRESULT status = AskForRelatedDocs(run, *node, &docs);
+    if (status < 0) run.sink->OnReferencesFailed(node->GetFileName(), status);
+    for (const BLxWString& missing : node->MissingRelatedDocs())
+        run.sink->OnReferenceMissing(node->GetFileName(), missing.c_str());
     if (status < 0 || docs == nullptr) return;
     if (MDxFileNameNode* rest = node->GetNextNode()) rest->AddFileNode(&docs);
     node->SetNextNode(docs);
@@ -36,26 +34,26 @@ void AddRelatedDocs(SRxFoundList& list, MDxFileNameNode* node) {
 
 }  // namespace
 
-bool SearchRelatedDocs(SRxFoundList& list, bool needProperties) {
-    if (list.server == nullptr) list.server = list.dialog->GetServer(nullptr, nullptr, 0);
-    const BLxWString text = ReadControlText(list.dialog->dialogWindow, IDC_PATH_LIST);
-    ShowProgress(list, text.c_str());
+bool SearchRelatedDocs(SRxSearchRun& run, bool needProperties) {
+    if (run.server == nullptr) run.server = run.source->Server();
+    const BLxWString text = run.source->LookIn();
+    ShowProgress(run, text.c_str());
     if (text.empty()) return true;
-    RememberRecentFiles(list, text.c_str());
-    list.rootNode = new MDxFileNameNode(text.c_str(), -1, list.dialog->InApp());
+    RememberRecentFiles(run, text.c_str());
+    run.rootNode = new MDxFileNameNode(text.c_str(), -1, run.query.inApp);
     int tick = 0;
     int insertIndex = 0;
     BLxWString folder;
-    for (MDxFileNameNode* current = list.rootNode; current != nullptr && !list.stopRequested;
+    for (MDxFileNameNode* current = run.rootNode; current != nullptr && !run.stopRequested;
          current = current->GetNextNode()) {
         if (++tick > 10) {
-            ShowProgress(list, text.c_str());
+            ShowProgress(run, text.c_str());
             tick = 0;
         }
         const WCHAR* name = SplitFullName(current->GetFileName(), folder);
-        TestFile(list, folder.c_str(), name, current, needProperties, insertIndex);
+        TestFile(run, folder.c_str(), name, current, needProperties, insertIndex);
         // A document that came by before was asked then: references in a circle come to an end.
-        if (!current->FindInListToHere(*list.rootNode)) AddRelatedDocs(list, current);
+        if (!current->FindInListToHere(*run.rootNode)) AddRelatedDocs(run, current);
     }
     return true;
 }

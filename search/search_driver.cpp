@@ -1,14 +1,9 @@
-#include "found/found_rows.h"
-#include "outside/md_messages.h"
+#include "criteria/skipped_criteria.h"
 #include "outside/ps_property_specifics.h"
-#include "platform/wtext.h"
 #include "search/search.h"
+#include "search/search_sink.h"
 
 namespace {
-
-bool IsChecked(const SRxFoundList& list, int control) {
-    return SendDlgItemMessageW(list.dialog->dialogWindow, control, BM_GETCHECK, 0, 0) != 0;
-}
 
 // Works out once what every file needs: whether properties are asked for, and the numbers of the
 // design states.
@@ -42,46 +37,36 @@ private:
     bool counted_;  // one that nobody counts is its maker's to delete, behind the search
 };
 
-bool RunRoute(SRxFoundList& list, bool needProperties) {
-    if (list.dialog->SearchOnlyAssem()) return SearchSelection(list, needProperties);
-    if (IsChecked(list, IDC_LOOK_RELATED)) return SearchRelatedDocs(list, needProperties);
-    const LRESULT subfolders =
-        SendDlgItemMessageW(list.dialog->dialogWindow, IDC_LOOK_SUBFOLDERS, BM_GETCHECK, 0, 0);
-    return SearchFolders(list, subfolders, needProperties);
+bool RunRoute(SRxSearchRun& run, bool needProperties) {
+    switch (run.query.route) {
+        case eSearchRoute::Selection:
+            return SearchSelection(run, needProperties);
+        case eSearchRoute::RelatedDocuments:
+            return SearchRelatedDocs(run, needProperties);
+        case eSearchRoute::Folders:
+            return SearchFolders(run, run.query.subfolders, needProperties);
+    }
+    return false;
 }
 
 }  // namespace
 
-BLxWString ReadControlText(HWND dialog, int control) {
-    const LRESULT length = SendDlgItemMessageW(dialog, control, WM_GETTEXTLENGTH, 0, 0);
-    BLxWString text(static_cast<std::size_t>(length) + 1, 0);
-    text.resize(GetDlgItemTextW(dialog, control, text.data(), static_cast<int>(text.size())));
-    return text;
+bool RunSearch(SRxSearchRun& run) {
+    run.sink->Begin(run);
+    run.query = run.source->ReadQuery();
+    const bool needProperties = PrepareCriteria(run.query.criteria);
+    const bool result = RunRoute(run, needProperties);
+    if (result) {
+        SRxSkippedCritNode* skipped = BuildSkippedCriteria(run.query.criteria);
+        if (!run.params.SetCritForSkipped(skipped)) delete skipped;
+    }
+    return run.sink->End(run, result);
 }
 
-bool RunSearch(SRxFoundList& list) {
-    const HCURSOR earlier = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-    list.matchCase = IsChecked(list, IDC_MATCH_CASE) ? 1 : 0;
-    const bool needProperties = PrepareCriteria(list.dialog->criteriaHead);
-    if (list.window != nullptr) OpenFoundSearch(list);
-    const bool result = RunRoute(list, needProperties);
-    if (result) {
-        SRxSkippedCritNode* skipped = BuildSkippedCriteria(list);
-        if (!list.params.SetCritForSkipped(skipped)) delete skipped;
-    }
-    const bool hasWindow = list.window != nullptr && !list.windowGone;
-    if (hasWindow) CloseFoundSearch(list);
-    if (list.window == nullptr && *list.selectionSlot == nullptr && !list.skippedCriterionSeen) {
-        DisplayMessageId(list.dialog->resourceInstance, MSG_NO_HITS, MB_OK, eKindInformation,
-                         kHelpFoundList, list.dialog->dialogWindow);
-    }
-    SetCursor(earlier);
-    list.stopRequested = false;
-    if (hasWindow) {
-        RedrawWindow(list.window, nullptr, nullptr,
-                     RDW_INVALIDATE | RDW_INTERNALPAINT | RDW_UPDATENOW);
-    }
-    return list.dialog->SearchComplete(result);
+bool ShowProgress(SRxSearchRun& run, const WCHAR* path, bool* pumped) {
+    const bool handedOut = run.sink->OnProgress(run, path);
+    if (pumped != nullptr) *pumped = handedOut;
+    return !run.stopRequested;
 }
 
 const WCHAR* SplitFullName(const WCHAR* fullName, BLxWString& folder) {
@@ -92,22 +77,21 @@ const WCHAR* SplitFullName(const WCHAR* fullName, BLxWString& folder) {
     return PathFindFileNameW(fullName);
 }
 
-bool SearchSelection(SRxFoundList& list, bool needProperties) {
+bool SearchSelection(SRxSearchRun& run, bool needProperties) {
     // A progress text for every eleventh file, the first one soon.
     int tick = 5;
     int insertIndex = 0;
-    list.keepsRecords = true;
-    MDxFileNameNode* node = *list.selectionSlot;
+    run.keepsRecords = true;
+    MDxFileNameNode* node = run.source->TakeSelection();
     const HeldChain held(node);
-    *list.selectionSlot = nullptr;
     BLxWString folder;
-    for (; node != nullptr && !list.stopRequested; node = node->GetNextNode()) {
+    for (; node != nullptr && !run.stopRequested; node = node->GetNextNode()) {
         if (++tick > 10) {
-            ShowProgress(list, node->GetFileName());
+            ShowProgress(run, node->GetFileName());
             tick = 0;
         }
         const WCHAR* name = SplitFullName(node->GetFileName(), folder);
-        TestFile(list, folder.c_str(), name, node, needProperties, insertIndex);
+        TestFile(run, folder.c_str(), name, node, needProperties, insertIndex);
     }
     return true;
 }

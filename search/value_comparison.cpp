@@ -1,121 +1,35 @@
 #include "search/value_comparison.h"
 
-#include <algorithm>
 #include <cmath>
 
+#include "criteria/text_equality.h"
+#include "module/module_state.h"
+#include "module/text_lengths.h"
 #include "platform/number_text.h"
+#include "resource/string_ids.h"
 
 namespace {
 
-bool IsPrintableAscii(WTextView text) {
-    for (const WCHAR unit : text) {
-        if (unit < 0x20 || unit > 0x7E) return false;
-    }
-    return true;
+DWORD TextFlags(bool matchCase) {
+    return matchCase ? kExactText : kFoldText;
 }
 
-bool AsciiEqual(WTextView a, WTextView b, bool ignoreCase) {
-    return ignoreCase ? wtext::EqualsAsciiFold(a, b) : a == b;
-}
-
-bool SystemEqual(WTextView a, WTextView b, DWORD flags) {
-    return CompareStringW(LOCALE_USER_DEFAULT, flags, a.data(), static_cast<int>(a.size()),
-                          b.data(), static_cast<int>(b.size())) == CSTR_EQUAL;
-}
-
-struct UnitRange {
-    WCHAR first;
-    WCHAR last;
-};
-// Characters that no comparison takes for ASCII, whatever stands beside them: accents count, and
-// these are no wide forms and stand for no two letters, as the sharp s and thorn do.
-constexpr UnitRange kForeign[] = {
-    // Copyright and registered signs.
-    {0x00A9, 0x00A9},
-    {0x00AE, 0x00AE},
-    // Latin letters with accents.
-    {0x00C0, 0x00C5},
-    {0x00C7, 0x00CF},
-    {0x00D1, 0x00D6},
-    {0x00D8, 0x00DD},
-    {0x00E0, 0x00E5},
-    {0x00E7, 0x00EF},
-    {0x00F1, 0x00F6},
-    {0x00F8, 0x00FD},
-    {0x00FF, 0x00FF},
-    // Greek, Cyrillic, Hebrew.
-    {0x03B1, 0x03C9},
-    {0x0400, 0x045F},
-    {0x05D0, 0x05EA},
-    // Dashes and quotation marks.
-    {0x2013, 0x2014},
-    {0x2018, 0x2019},
-    {0x201C, 0x201E},
-    // Kana, ideographs, Hangul.
-    {0x3041, 0x3096},
-    {0x30A1, 0x30FA},
-    {0x4E00, 0x9FA5},
-    {0xAC00, 0xD7A3},
-};
-
-bool IsForeign(WCHAR unit) {
-    return std::any_of(std::begin(kForeign), std::end(kForeign), [unit](const UnitRange& range) {
-        return unit >= range.first && unit <= range.last;
-    });
-}
-
-bool IsForeignTo(WTextView ascii, WTextView text) {
-    return std::any_of(text.begin(), text.end(), IsForeign) && IsPrintableAscii(ascii);
-}
-
-bool Contains(WTextView value, WTextView text, DWORD flags) {
-    if (text.empty() || value.size() < text.size()) return false;
-    const bool ascii = IsPrintableAscii(text) && IsPrintableAscii(value);
-    const bool ignoreCase = (flags & NORM_IGNORECASE) != 0;
-    const WCHAR first = wtext::FoldAscii(text.front());
-    for (std::size_t at = 0; at + text.size() <= value.size(); ++at) {
-        if (ascii && wtext::FoldAscii(value[at]) != first) continue;
-        const WTextView window = value.substr(at, text.size());
-        if (ascii ? AsciiEqual(window, text, ignoreCase) : TextsEqual(window, text, flags)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-DWORD TextFlags(const SRxFoundList& list) {
-    return list.matchCase != 0 ? kExactText : kFoldText;
-}
-
-bool EqualsString(const SRxFoundList& list, UINT id, const WCHAR* text) {
+bool EqualsString(UINT id, const WCHAR* text) {
     WCHAR word[kLabelLength];
-    if (LoadStringW(list.dialog->resourceInstance, id, word, kLabelLength) < 1) return false;
+    if (LoadStringW(SrResReturnHandle(), id, word, kLabelLength) < 1) return false;
     return CompareStringW(LOCALE_USER_DEFAULT, kFoldWord, word, -1, text, -1) == CSTR_EQUAL;
 }
 
 }  // namespace
 
-// Printable ASCII has no two characters that are equal but for case when hyphen and apostrophe
-// count (SORT_STRINGSORT), so a plain loop answers as CompareStringW does, ten times as fast. And
-// natively the first call of that one builds a collation, which takes longer than 100 documents.
-bool TextsEqual(WTextView a, WTextView b, DWORD flags) {
-    if ((flags & SORT_STRINGSORT) != 0) {
-        if (IsPrintableAscii(a) && IsPrintableAscii(b)) {
-            return AsciiEqual(a, b, (flags & NORM_IGNORECASE) != 0);
-        }
-        if (IsForeignTo(a, b) || IsForeignTo(b, a)) return false;
-    }
-    return SystemEqual(a, b, flags);
-}
-
-bool CompareStringValue(const SRxFoundList& list, const WCHAR* value, const WCHAR* text,
-                        unsigned conditionId) {
+bool CompareStringValue(const WCHAR* value, const WCHAR* text, unsigned conditionId,
+                        bool matchCase) {
     const WTextView wanted = text != nullptr ? WTextView(text) : WTextView();
     if (value == nullptr || *value == 0) {
         return conditionId == COND_DIFFERS || (conditionId == COND_EQUALS && wanted.empty());
     }
     const WTextView have(value);
-    const DWORD flags = TextFlags(list);
+    const DWORD flags = TextFlags(matchCase);
     const bool fits = have.size() >= wanted.size();
     switch (conditionId) {
         case COND_ANY_VALUE:
@@ -125,7 +39,7 @@ bool CompareStringValue(const SRxFoundList& list, const WCHAR* value, const WCHA
         case COND_ENDS_WITH:
             return fits && TextsEqual(have.substr(have.size() - wanted.size()), wanted, flags);
         case COND_CONTAINS:
-            return Contains(have, wanted, flags);
+            return ContainsText(have, wanted, flags);
         case COND_EQUALS:
             return TextsEqual(have, wanted, flags);
         case COND_DIFFERS:
@@ -135,8 +49,8 @@ bool CompareStringValue(const SRxFoundList& list, const WCHAR* value, const WCHA
     }
 }
 
-bool CompareTextValue(const SRxFoundList& list, const WCHAR* value, const WCHAR* text,
-                      unsigned conditionId) {
+bool CompareTextValue(const WCHAR* value, const WCHAR* text, unsigned conditionId, bool matchCase,
+                      const SRxUserNames& users) {
     if (value == nullptr || *value == 0) {
         return conditionId == COND_IS_EMPTY || conditionId == COND_DIFFERS;
     }
@@ -144,23 +58,22 @@ bool CompareTextValue(const SRxFoundList& list, const WCHAR* value, const WCHAR*
         case COND_IS_EMPTY:
             return false;
         case COND_IS_LOGIN_USER:
-            return TextsEqual(value, list.dialog->loginUserName, TextFlags(list));
+            return TextsEqual(value, users.login, TextFlags(matchCase));
         case COND_IS_APP_USER:
-            return TextsEqual(value, list.dialog->appUserName, TextFlags(list));
+            return TextsEqual(value, users.application, TextFlags(matchCase));
         case COND_BEGINS_WITH:
         case COND_ENDS_WITH:
         case COND_CONTAINS:
         case COND_EQUALS:
         case COND_DIFFERS:
-            return CompareStringValue(list, value, text, conditionId);
+            return CompareStringValue(value, text, conditionId, matchCase);
         default:
             // Has a value, has any value, and every condition that says nothing about a text.
             return true;
     }
 }
 
-bool CompareRealValues(const SRxFoundList&, double value, double target, unsigned conditionId,
-                       double tolerance) {
+bool CompareRealValues(double value, double target, unsigned conditionId, double tolerance) {
     switch (conditionId) {
         case COND_ANY_VALUE:
             return true;
@@ -179,17 +92,15 @@ bool CompareRealValues(const SRxFoundList&, double value, double target, unsigne
     }
 }
 
-bool CompareRealText(const SRxFoundList& list, double value, const WCHAR* text,
-                     unsigned conditionId, double tolerance) {
+bool CompareRealText(double value, const WCHAR* text, unsigned conditionId, double tolerance) {
     double target = 0;
     std::size_t consumed = 0;
     (void)ParseReal(text, target, consumed);
     if (text[consumed] != 0) return false;
-    return CompareRealValues(list, value, target, conditionId, tolerance);
+    return CompareRealValues(value, target, conditionId, tolerance);
 }
 
-bool CompareBoolValue(const SRxFoundList& list, bool value, const WCHAR* text,
-                      unsigned conditionId) {
+bool CompareBoolValue(bool value, const WCHAR* text, unsigned conditionId) {
     switch (conditionId) {
         case COND_ANY_VALUE:
             return true;
@@ -200,8 +111,8 @@ bool CompareBoolValue(const SRxFoundList& list, bool value, const WCHAR* text,
         case COND_IS_YES_ALT:
             return value;
         case COND_DIFFERS:
-            return value != (EqualsString(list, STR_YES_WORD, text) ||
-                             EqualsString(list, COND_IS_YES_ALT, text));
+            return value !=
+                   (EqualsString(STR_YES_WORD, text) || EqualsString(COND_IS_YES_ALT, text));
         default:
             return false;
     }

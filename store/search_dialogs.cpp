@@ -2,10 +2,14 @@
 
 #include <algorithm>
 
-#include "dialog/dialog_help.h"
+#include "module/control_text.h"
+#include "module/dialog_help.h"
+#include "module/message_kinds.h"
 #include "outside/md_messages.h"
 #include "outside/md_window_aids.h"
 #include "platform/resource_text.h"
+#include "resource/control_ids.h"
+#include "resource/string_ids.h"
 #include "store/saved_search.h"
 
 namespace {
@@ -13,7 +17,7 @@ namespace {
 constexpr std::size_t kUsualNameLength = 130;
 
 WText TextOf(const SRxSearchListRecord& record, UINT id) {
-    return ResourceText(record.dialog->resourceInstance, id);
+    return ResourceText(record.dialog->Resources(), id);
 }
 
 // True when the user agreed.
@@ -74,13 +78,7 @@ WText SelectedName(const SRxSearchListRecord& record, LRESULT* row) {
     const HWND list = GetDlgItem(record.window, IDC_SEARCH_LIST);
     *row = SendMessageW(list, LB_GETCURSEL, 0, 0);
     if (*row < 0) return {};
-    const auto index = static_cast<WPARAM>(*row);
-    const LRESULT length = SendMessageW(list, LB_GETTEXTLEN, index, 0);
-    if (length <= 0) return {};
-    WText name(static_cast<std::size_t>(length) + 1, 0);
-    SendMessageW(list, LB_GETTEXT, index, reinterpret_cast<LPARAM>(name.data()));
-    name.resize(static_cast<std::size_t>(length));
-    return name;
+    return ReadListEntry(record.window, IDC_SEARCH_LIST, *row);
 }
 
 void Pick(SRxSearchListRecord& record) {
@@ -151,8 +149,8 @@ bool TakeName(SRxSearchListRecord& record) {
     GetDlgItemTextW(record.window, IDC_SEARCH_NAME, record.name, kPathLength);
     if (!HasSavedSearch(record.name)) return true;
     // The old search goes when the new one is written: a failure in between loses neither.
-    const int answer = DisplayMessageId(record.dialog->resourceInstance, MSG_ASK_OVERWRITE,
-                                        MB_YESNO, eKindQuestion, kHelpSaveSearch, record.window);
+    const int answer = DisplayMessageId(record.dialog->Resources(), MSG_ASK_OVERWRITE, MB_YESNO,
+                                        eKindQuestion, kHelpSaveSearch, record.window);
     if (answer == IDYES || answer == IDOK) return true;
     record.name[0] = 0;
     return false;
@@ -202,7 +200,7 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, const 
             record = reinterpret_cast<SRxSearchListRecord*>(lParam);
             if (record != nullptr) {
                 record->window = dialog;
-                record->dialog->nestedDialog = dialog;
+                record->dialog->SetNestedDialog(dialog);
                 kind.fill(*record);
             }
             return TRUE;
@@ -210,7 +208,7 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, const 
             if (record != nullptr) kind.onCommand(*record, LOWORD(wParam), HIWORD(wParam));
             return TRUE;
         case WM_DESTROY:
-            if (record != nullptr) record->dialog->nestedDialog = nullptr;
+            if (record != nullptr) record->dialog->SetNestedDialog(nullptr);
             return TRUE;
         default:
             return AnswerHelpMessage(message, wParam, lParam) ? TRUE : FALSE;
@@ -228,7 +226,7 @@ INT_PTR Receive(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, const D
 
 }  // namespace
 
-SRxSearchListRecord::SRxSearchListRecord(SRxFindDialog* owner, eAccessPoint from)
+SRxSearchListRecord::SRxSearchListRecord(SRxSearchListOwner* owner, eAccessPoint from)
     : dialog(owner),
       maxNameLength(static_cast<unsigned>(MostUnitsOfSearchName())),
       accessPoint(from) {}

@@ -2,15 +2,18 @@
 // asks for a name. Neither touches a criterion.
 #pragma once
 
-#include "dialog/find_dialog.h"
+#include "criteria/modes.h"
+#include "module/module_api.h"
+#include "module/text_lengths.h"
+#include "store/search_list_owner.h"
 
 // One run of either dialog, its parameter.
 struct SRxSearchListRecord {
-    SRxSearchListRecord(SRxFindDialog* owner, eAccessPoint from);
+    SRxSearchListRecord(SRxSearchListOwner* owner, eAccessPoint from);
 
     bool filling = false;  // the dialog fills its own controls
     HWND window = nullptr;
-    SRxFindDialog* dialog;
+    SRxSearchListOwner* dialog;
     WCHAR name[kPathLength] = {};  // the chosen name, empty without one
     unsigned maxNameLength;        // units of the longest name that can be given
     unsigned accessPoint;

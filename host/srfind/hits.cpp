@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "criteria/criteria_node.h"
-#include "found/found_dialog.h"
+#include "found/row_order.h"
 #include "host/srfind/json.h"
 #include "platform/native_path.h"
 

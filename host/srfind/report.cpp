@@ -2,7 +2,6 @@
 
 #include <cstdio>
 
-#include "found/found_list.h"
 #include "outside/md_properties.h"
 #include "platform/host/host_files.h"
 #include "platform/host/program_main.h"
@@ -43,24 +42,22 @@ SearchReport::SearchReport(HINSTANCE resources)
 
 void SearchReport::Say(const std::string& text) {
     ClearProgressLine();
-    ++told_;
     WriteError("srfind: " + text + "\n");
 }
 
-void SearchReport::OnFolder(SRxFoundList& list, const WCHAR* folder) {
-    if (WasInterrupted()) list.stopRequested = true;
+void SearchReport::OnFolder(SRxSearchRun& run, const WCHAR* folder) {
+    if (WasInterrupted()) run.stopRequested = true;
     if (terminal_) ShowProgressLine(folder);
 }
 
-void SearchReport::OnFile(SRxFoundList& list) {
+void SearchReport::OnFile(SRxSearchRun& run) {
     ++files_;
-    if (WasInterrupted()) list.stopRequested = true;
+    if (WasInterrupted()) run.stopRequested = true;
 }
 
 void SearchReport::OnFolderFailed(const WCHAR* folder) {
     ++badFolders_;
     const WText format = ResourceText(resources_, MSG_PATH_NOT_FOUND);
-    expectedBox_ = wtext::Format(format, {folder});
     const std::string text = wtext::ToUtf8(format);
     const std::size_t insert = text.find("%s");
     Say(insert == std::string::npos
@@ -75,9 +72,6 @@ void SearchReport::OnPropertiesRead(const WCHAR* file, HRESULT status) {
     ++unreadable_;
     lastUnreadable_ = file;
     Say(DisplayPath(file) + " " + Reason(status));
-    if (status == STG_E_SHAREVIOLATION || status == STG_E_LOCKVIOLATION) {
-        expectedBox_ = wtext::Format(ResourceText(resources_, MSG_FILE_LOCKED), {file});
-    }
 }
 
 void SearchReport::OnReferencesFailed(const WCHAR* file, HRESULT status) {
@@ -93,50 +87,24 @@ void SearchReport::OnReferenceMissing(const WCHAR* file, const WCHAR* missing) {
     Say(DisplayPath(missing) + " is not there, though " + DisplayPath(file) + " refers to it");
 }
 
-void SearchReport::OnLeftOut(const WCHAR* file, const WCHAR* shown) {
-    ++leftOut_;
-    Say(DisplayPath(file) + " was left out: it counts as the same file as " + DisplayPath(shown));
-}
-
-void SearchReport::OnRow(const MDxFileNameNode& hit) {
+void SearchReport::OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNameNode& node, int&) {
     ClearProgressLine();
-    if (onHit_) onHit_(hit);
+    if (onHit_) onHit_(node);
 }
 
-void SearchReport::ExpectExport(const WText& path, bool replace) {
-    exportTo_ = path;
-    replacesFile_ = replace;
-    exportDone_ = false;
-    toldBeforeExport_ = told_;
+bool SearchReport::End(SRxSearchRun&, bool result) {
+    ClearProgressLine();
+    return result;
 }
 
-// Asked again, the answer was refused.
-WText SearchReport::AnswerFileQuestion(const FileQuestion& question) {
-    return question.again ? WText() : exportTo_;
+void SearchReport::OnIncomplete(const std::string& text) {
+    ++unreadable_;
+    Say(text);
 }
 
 void SearchReport::OnUnusable(const WCHAR* file, const char* reason) {
     ++unreadable_;
     Say(DisplayPath(file) + " " + reason);
-}
-
-int SearchReport::AnswerMessageBox(const MessageBoxQuestion& question) {
-    if (question.text == ResourceText(resources_, MSG_EXPORT_DONE)) {
-        exportDone_ = true;
-        return IDOK;
-    }
-    constexpr UINT kButtons = 0x0F;
-    if (replacesFile_ && (question.type & kButtons) == MB_YESNO) return IDYES;
-    if (question.text != expectedBox_) Say(wtext::ToUtf8(question.text));
-    expectedBox_.clear();
-    switch (question.type & kButtons) {
-        case MB_YESNO:
-            return IDNO;
-        case MB_YESNOCANCEL:
-            return IDCANCEL;
-        default:
-            return IDOK;
-    }
 }
 
 void SearchReport::ShowProgressLine(const WCHAR* folder) {

@@ -1,6 +1,7 @@
 // Native build: what asks the desk within the layer.
 #pragma once
 
+#include "platform/win.h"
 #include "platform/desk.h"
 
 namespace platform {

@@ -2,6 +2,7 @@
 // folders.
 #pragma once
 
+#include "platform/win.h"
 #include "platform/desk.h"
 
 namespace platform {

@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "platform/win.h"
 #include "platform/wtext.h"
 
 namespace platform {

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "platform/win.h"
 #include "platform/wtext.h"
 
 namespace platform {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/win.h"
 #include "platform/wtext.h"
 
 namespace platform {

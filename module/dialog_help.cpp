@@ -1,4 +1,4 @@
-#include "dialog/dialog_help.h"
+#include "module/dialog_help.h"
 
 #include "outside/md_window_aids.h"
 

@@ -1,0 +1,19 @@
+// The classes of files: which extensions each covers, and which files a list of criteria can need.
+#pragma once
+
+#include "criteria/criteria_node.h"
+
+// How wide a class of files a search may touch.
+enum eFileTypeSearch : unsigned {
+    FILE_SEARCH_ANY = 0,
+    FILE_SEARCH_MODELS = 1,
+    FILE_SEARCH_OFFICE = 2,
+    FILE_SEARCH_IMPORT = 3
+};
+
+// By the extension alone; what follows a '<' is no part of the name. `typeId` is a FILETYPE_ id.
+bool CompareFileType(const WCHAR* fileName, unsigned typeId);
+// Whether reading the file's properties can matter to the list. `criteria` may be null;
+// `propSearchType` is what its properties allow.
+bool PassesFileTypeFilter(const SRxCriteriaNode* criteria, eFileTypeSearch propSearchType,
+                          const WCHAR* fileName);

@@ -1,0 +1,40 @@
+// Where the hits, the progress and the messages of a search go. Calls come on the search's thread
+// in the middle of the search; each may set `stopRequested` of the run.
+#pragma once
+
+#include "search/search_run.h"
+
+class SRxSearchSink {
+public:
+    // Before anything is read.
+    virtual void Begin(SRxSearchRun& run) = 0;
+    // The route has ended, with success or not. Gives `result` back.
+    virtual bool End(SRxSearchRun& run, bool result) = 0;
+    // Where the search is. True when messages were handed out: the current folder may be another.
+    virtual bool OnProgress(SRxSearchRun& run, const WCHAR* path) = 0;
+    // A file that satisfies the list. `folder` ends in a backslash unless it is empty; the node has
+    // its records, and stays the caller's. `insertIndex` is the run's next row.
+    virtual void OnHit(SRxSearchRun& run, const WCHAR* folder, const WCHAR* name,
+                       MDxFileNameNode& node, int& insertIndex) = 0;
+    // The folder could not be listed, or not to its end; or it has too long a name.
+    virtual void OnFolderFailed(const WCHAR* folder) = 0;
+    // Another program holds the file; the first one of a run.
+    virtual void OnFileInUse(const WCHAR* file) = 0;
+
+    // What is looked at, for a sink that counts and reports.
+    virtual void OnFolder(SRxSearchRun&, const WCHAR* /*folder*/) {}
+    virtual void OnFile(SRxSearchRun&) {}
+    // The type filter spared a read of the file's properties.
+    virtual void OnPassedOver() {}
+    // Once for each file that was opened for its properties: with its result when that failed, else
+    // after the judgement, with what it met. `status` is negative on failure, or a positive result
+    // of MDxProperties.
+    virtual void OnPropertiesRead(const WCHAR* /*file*/, HRESULT /*status*/) {}
+    // The documents that a file refers to can't be known; `status` is negative.
+    virtual void OnReferencesFailed(const WCHAR* /*file*/, HRESULT /*status*/) {}
+    // A document that a file refers to isn't there.
+    virtual void OnReferenceMissing(const WCHAR* /*file*/, const WCHAR* /*missing*/) {}
+
+protected:
+    ~SRxSearchSink() = default;
+};
