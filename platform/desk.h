@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "platform/win.h"
 #include "platform/wtext.h"
 
 struct MessageBoxQuestion {

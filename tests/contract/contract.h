@@ -7,6 +7,7 @@
 #include <cstring>
 #include <string>
 
+#include "platform/win.h"
 #include "platform/native_layer.h"
 #include "platform/wtext.h"
 

@@ -10,8 +10,6 @@
 
 #include "dialog/find_dialog.h"
 #include "found/found_dialog.h"
-#include "found/found_list.h"
-#include "found/found_rows.h"
 #include "module/module_state.h"
 #include "store/saved_search.h"
 #include "tests/native/failing_malloc.h"

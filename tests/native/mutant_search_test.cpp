@@ -134,8 +134,7 @@ protected:
 
     // Whether the mutant is a hit; how long it took, by the best of a few.
     bool IsHit(const std::string& criterion) {
-        delete std::exchange(dialog_.criteriaHead, nullptr);
-        dialog_.propSearchType = FILE_SEARCH_ANY;
+        ClearCriteria();
         Criterion(criterion);
         bool hit = false;
         auto best = std::chrono::steady_clock::duration::max();

@@ -430,7 +430,7 @@ TEST_F(DialogsOnAFullDisk, TellWhatWasAskedFor) {
         // The place to look in can't be remembered.
         Press(IDOK);
         PumpUntil([this] { return SearchesEnded(); });
-        EXPECT_EQ(2u, files_);
+        EXPECT_EQ(2u, tap_.files);
         // Nor that of the window.
         Press(IDCANCEL);
         EXPECT_FALSE(IsWindow(window_));

@@ -275,9 +275,8 @@ TEST_F(CatalogueControls, AComposedCriterionReachesItsSetter) {
         ASSERT_NE(nullptr, added);
         const LONG category = CategoryMeantBy(row.lookFor);
         EXPECT_EQ(category != 0 ? category : 11, added->propertyCategory);
-        SRxFoundList list(dialog_, nullptr);
         MDxCritNode record;
-        EXPECT_TRUE(CarryOccurrenceCriterion(list, *added, &record));
+        EXPECT_TRUE(CarryOccurrenceCriterion(false, *added, &record));
         EXPECT_EQ(row.test, record.Test());
     }
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <set>
 
+#include "criteria/text_equality.h"
 #include "platform/native_layer.h"
-#include "search/value_comparison.h"
 #include "tests/unit/corpus.h"
 #include "tests/unit/search_fixture.h"
 
@@ -53,10 +53,10 @@ std::string Unescaped(const std::string& text) {
     return out;
 }
 
-bool IsSearched(const SRxFoundList& list, const std::string& file) {
+bool IsSearched(const std::string& file) {
     const WText name = wtext::FromUtf8(file);
-    return CompareFileType(list, name.c_str(), FILETYPE_OFFICE) ||
-           CompareFileType(list, name.c_str(), FILETYPE_MODELS);
+    return CompareFileType(name.c_str(), FILETYPE_OFFICE) ||
+           CompareFileType(name.c_str(), FILETYPE_MODELS);
 }
 
 class CorpusSearch : public SearchTest {
@@ -68,10 +68,9 @@ protected:
 
     // The value of a property by file, of all files that such a search looks at.
     std::map<std::string, WText> ValuesOf(const OfficeProperty& property) {
-        const SRxFoundList list(dialog_, nullptr);
         std::map<std::string, WText> values;
         for (const auto& [file, rows] : corpus_.wanted) {
-            if (!IsSearched(list, file)) continue;
+            if (!IsSearched(file)) continue;
             for (const Row& row : rows) {
                 if (row[kSet] == property.set && row[kId] == property.id) {
                     values[file] = wtext::FromUtf8(Unescaped(row[kValue]));
@@ -83,8 +82,7 @@ protected:
 
     std::vector<std::string> Find(const OfficeProperty& property, const char* condition,
                                   const WText& value) {
-        delete std::exchange(dialog_.criteriaHead, nullptr);
-        dialog_.propSearchType = FILE_SEARCH_ANY;
+        ClearCriteria();
         Criterion(std::string(property.name) + " " + condition + " " + wtext::ToUtf8(value));
         std::vector<std::string> hits;
         for (const std::string& path : RunAt(corpus_.folder / "files")) {

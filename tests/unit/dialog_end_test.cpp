@@ -115,11 +115,11 @@ TEST_F(DialogEnd, InTheMiddleOfASearch) {
     for (const bool modal : {false, true}) {
         SCOPED_TRACE(modal);
         Tree({"one.hpa", "two.hpa"});
-        files_ = 0;
+        tap_.files = 0;
         told_.clear();
-        onFile_ = [this](SRxFoundList& list) {
-            list.dialog->CloseDialog(false);
-            EXPECT_TRUE(list.stopRequested);
+        tap_.onFile = [this](SRxFoundList& list) {
+            Dialog()->CloseDialog(false);
+            EXPECT_TRUE(list.run.stopRequested);
             EXPECT_NE(&slot_, list.selectionSlot);
         };
         const auto start = [this] {
@@ -140,11 +140,11 @@ TEST_F(DialogEnd, InTheMiddleOfASearch) {
             start();
             PumpUntil([this] { return !IsWindow(window_); });
         }
-        EXPECT_LT(0u, files_);
+        EXPECT_LT(0u, tap_.files);
         EXPECT_EQ("", told_);
         EXPECT_EQ(objectsBefore_, objectCount);
         EXPECT_EQ(nullptr, slot_);
-        onFile_ = nullptr;
+        tap_.onFile = nullptr;
     }
 }
 
@@ -164,7 +164,7 @@ TEST_F(DialogEnd, UnderAnOpenModalFoundDialog) {
             }});
     EXPECT_EQ(0, dialog->InvokeCommand(nullptr));
     EndScript();
-    EXPECT_EQ(1u, files_);
+    EXPECT_EQ(1u, tap_.files);
     EXPECT_EQ("", told_);
 }
 
@@ -186,7 +186,7 @@ TEST_F(DialogEnd, WithItsOwner) {
     for (const bool searching : {false, true}) {
         SCOPED_TRACE(searching);
         told_.clear();
-        files_ = 0;
+        tap_.files = 0;
         Tree({"one.hpa", "two.hpa"});
         const HWND owner = CreateWindowExW(0, TEXT("Static"), TEXT("host"), WS_POPUP, 0, 0, 100,
                                            100, nullptr, nullptr, nullptr, nullptr);
@@ -196,17 +196,17 @@ TEST_F(DialogEnd, WithItsOwner) {
         windowMayBeGoing_ = true;
         LookIn("");
         if (searching) {
-            onFile_ = [owner](SRxFoundList&) { DestroyWindow(owner); };
+            tap_.onFile = [owner](SRxFoundList&) { DestroyWindow(owner); };
             Press(IDOK);
             PumpUntil([this] { return objectCount == objectsBefore_; });
         } else {
             DestroyWindow(owner);
         }
-        EXPECT_EQ(searching ? 2u : 0u, files_);
+        EXPECT_EQ(searching ? 2u : 0u, tap_.files);
         EXPECT_FALSE(IsWindow(window_));
         EXPECT_EQ("cancel ", told_) << "nobody closed it, so its listener hears of it";
         EXPECT_EQ(objectsBefore_, objectCount);
-        onFile_ = nullptr;
+        tap_.onFile = nullptr;
     }
 }
 

@@ -1,15 +1,16 @@
 // The list of hits as a text file, byte by byte.
 #include <fstream>
 
-#include "found/found_dialog.h"
 #include "platform/native_layer.h"
-#include "tests/unit/search_fixture.h"
+#include "tests/unit/found_dialog_fixture.h"
 
 namespace {
 
-class Export : public SearchTest {
+class Export : public FoundDialog {
 protected:
     Export() {
+        dialog_.SetModal(false);
+        std::filesystem::remove_all(folder_ / "a");
         Tree({"b/one.hpa", "a/two.hpa"});
         std::ofstream(folder_ / std::filesystem::path(u8"a/\u00FCml\u00E4ut \u9244.hpa"));
         controls_.SetLookIn(Wide("a"));
@@ -79,8 +80,7 @@ TEST_F(Export, WritesTheRowsInTheirOrder) {
     controls_.Check(IDC_LOOK_SUBFOLDERS, true);
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.label);
-        delete std::exchange(dialog_.criteriaHead, nullptr);
-        Criterion(row.criterion);
+        LookFor(row.criterion);
         Search();
         if (row.column >= 0) Sort(row.column);
         const bool replaces = Exists(row.written);
@@ -102,7 +102,6 @@ TEST_F(Export, WritesTheRowsInTheirOrder) {
 }
 
 TEST_F(Export, Failures) {
-    Criterion("File name contains .hpa");
     Search();
     desk_.ExpectFile("Save the list", {});
     Press();

@@ -3,11 +3,12 @@
 #pragma once
 
 #include "dialog/find_dialog.h"
-#include "found/found_dialog.h"
+#include "module/control_text.h"
 #include "platform/live_windows.h"
 #include "platform/resource_text.h"
 #include "store/saved_search.h"
 #include "tests/unit/search_fixture.h"
+#include "tests/unit/search_tap.h"
 
 using Names = std::vector<std::string>;
 
@@ -56,7 +57,6 @@ protected:
                         const std::function<void(SRxFindDialog&)>& prepare = nullptr) {
         auto* dialog = new SRxFindDialog(SrResReturnHandle(), &slot_, nullptr, &lookFor_, this);
         dialog->SetAccessPoint(access);
-        dialog->observer = this;
         if (prepare) prepare(*dialog);
         EXPECT_TRUE(dialog->Initialize());
         return dialog;
@@ -176,6 +176,7 @@ protected:
         test.inStep_ = false;
     }
 
+    SearchTap tap_;
     static inline FindWindow* current_ = nullptr;
     HWND window_ = nullptr;
     bool windowMayBeGoing_ = false;  // with its owner

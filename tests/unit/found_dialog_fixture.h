@@ -2,10 +2,11 @@
 // before, during and behind a search.
 #pragma once
 
-#include "found/found_dialog.h"
-#include "found/found_rows.h"
+#include "dialog/find_dialog.h"
 #include "platform/native_layer.h"
+#include "tests/unit/dialog_controls.h"
 #include "tests/unit/search_fixture.h"
+#include "tests/unit/search_tap.h"
 
 using Names = std::vector<std::string>;
 
@@ -13,10 +14,12 @@ class FoundDialog : public SearchTest {
 protected:
     FoundDialog() {
         current_ = this;
+        EXPECT_NE(nullptr, controls_.Window());
+        dialog_.dialogWindow = controls_.Window();
         dialog_.SetModal(true);
         dialog_.SetAccessPoint(eAccessShellNoWindow);
         Tree({"a/one.hpa", "a/three.hpa", "b/one.hpa"});
-        Criterion("File name contains .hpa");
+        LookFor("File name contains .hpa");
         controls_.SetLookIn(Wide(""));
         controls_.Check(IDC_LOOK_SUBFOLDERS, true);
         objectsBefore_ = objectCount;
@@ -28,6 +31,13 @@ protected:
         current_ = nullptr;
     }
 
+    // The dialog's list is this one criterion.
+    void LookFor(const std::string& criterion) {
+        delete std::exchange(dialog_.criteriaHead, nullptr);
+        Criterion(criterion);
+        dialog_.criteriaHead = std::exchange(criteria_.head, nullptr);
+        dialog_.propSearchType = criteria_.propSearchType;
+    }
     // A search with what a person does behind it, step by step; in a modal dialog the last step
     // ends it. The result is that of the command.
     bool Search(std::vector<std::function<void()>> steps) {
@@ -125,12 +135,12 @@ protected:
     // In the middle of a search, as after many files.
     static void Pump(SRxFoundList& list) {
         list.pumpCounter = 10;
-        ShowProgress(list, TEXT("on the way"));
+        ShowProgress(list.run, TEXT("on the way"));
     }
     // Does something in the dialog's pump once the second file is at hand.
     void InMidSearch(std::function<void(SRxFoundList&)> act) {
-        onFile_ = [this, act](SRxFoundList& list) {
-            if (shownRows_.empty() || std::exchange(acted_, true)) return;
+        tap_.onFile = [this, act](SRxFoundList& list) {
+            if (tap_.hits.empty() || std::exchange(acted_, true)) return;
             act(list);
             Pump(list);
         };
@@ -155,6 +165,9 @@ protected:
         test.inStep_ = false;
     }
 
+    SRxFindDialog dialog_{SrResReturnHandle(), &slot_, nullptr, nullptr, nullptr};
+    DialogControls controls_{SrResReturnHandle()};
+    SearchTap tap_;
     static inline FoundDialog* current_ = nullptr;
     std::deque<std::function<void()>> steps_;
     int ticks_ = 0;

@@ -110,7 +110,7 @@ TEST_F(FoundDialog, InMidSearch) {
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.label);
         acted_ = false;
-        shownRows_.clear();
+        tap_.hits.clear();
         InMidSearch([&](SRxFoundList& list) {
             EXPECT_EQ(1, Send(LVM_GETITEMCOUNT)) << "the first hit stands while the search runs";
             EXPECT_FALSE(IsWindowEnabled(dialog_.dialogWindow));
@@ -155,16 +155,15 @@ TEST_F(FoundDialog, MessagesAreTakenWithEveryEleventhText) {
         list.pumpCounter = 0;
         PostMessageW(list.window, WM_KEYDOWN, VK_ESCAPE, 0);
         for (int call = 0; call < 10; ++call)
-            EXPECT_TRUE(ShowProgress(list, TEXT("x"))) << call;
-        EXPECT_FALSE(ShowProgress(list, TEXT("x")));
+            EXPECT_TRUE(ShowProgress(list.run, TEXT("x"))) << call;
+        EXPECT_FALSE(ShowProgress(list.run, TEXT("x")));
     });
     Search({[this] { Close(); }});
     EXPECT_TRUE(acted_);
 }
 
 TEST_F(FoundDialog, NothingIsFound) {
-    delete std::exchange(dialog_.criteriaHead, nullptr);
-    Criterion("File name contains nothing");
+    LookFor("File name contains nothing");
     Search({[this] {
         EXPECT_EQ("No files were found.", Status());
         Press(IDOK);
@@ -195,7 +194,7 @@ TEST_F(FoundDialog, ClosedBeforeTheSearchBegins) {
     const HHOOK hook = SetWindowsHookExW(WH_GETMESSAGE, TypeEscape, nullptr, GetCurrentThreadId());
     EXPECT_FALSE(Search({}));
     UnhookWindowsHookEx(hook);
-    EXPECT_EQ(0u, files_);
+    EXPECT_EQ(0u, tap_.files);
     EXPECT_TRUE(IsWindowEnabled(dialog_.dialogWindow));
     dialog_.SetModal(false);
     ASSERT_TRUE(dialog_.OnCommandSearchNow());
@@ -203,7 +202,7 @@ TEST_F(FoundDialog, ClosedBeforeTheSearchBegins) {
     SendMessageW(Found(), WM_CLOSE, 0, 0);
     SendMessageW(Found(), WM_COMMAND, IDCANCEL, 0);
     EXPECT_EQ(nullptr, Found());
-    EXPECT_EQ(0u, files_);
+    EXPECT_EQ(0u, tap_.files);
 }
 
 TEST_F(FoundDialog, NoWindowCanBeMade) {
@@ -329,8 +328,8 @@ TEST_F(FoundDialog, NothingIsLeftOfManySearches) {
     for (int i = 0; i < kSearches; ++i) {
         dialog_.SetModal(i % 2 == 0);
         acted_ = false;
-        shownRows_.clear();
-        onFile_ = nullptr;
+        tap_.hits.clear();
+        tap_.onFile = nullptr;
         if (i % 5 == 4) {
             InMidSearch([](SRxFoundList& list) { PostMessageW(list.window, WM_CLOSE, 0, 0); });
         }

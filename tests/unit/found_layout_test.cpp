@@ -107,11 +107,11 @@ TEST_F(FoundDialog, LongPathsAreWhole) {
     const WText folder = TEXT("Z:\\") + WText(300, 'f') + TEXT("\\");
     const WText name = WText(200, 'n') + TEXT(".hpa");
     dialog_.SetModal(false);
-    onFile_ = [&](SRxFoundList& list) {
+    tap_.onFile = [&](SRxFoundList& list) {
         if (std::exchange(acted_, true)) return;
         int at = 0;
-        const MDxFileNameNode node((folder + name).c_str(), -1, false);
-        AddFoundRow(list, folder.c_str(), name.c_str(), node, at);
+        MDxFileNameNode node((folder + name).c_str(), -1, false);
+        list.rowsSink.OnHit(list.run, folder.c_str(), name.c_str(), node, at);
     };
     EXPECT_TRUE(Search({[this] { Select({static_cast<int>(Send(LVM_GETITEMCOUNT)) - 1}); },
                         [this] { Press(IDOK); }}));

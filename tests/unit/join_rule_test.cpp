@@ -5,10 +5,27 @@
 #include <random>
 #include <vector>
 
-#include "module/module_state.h"
+#include "criteria/list_rules.h"
 #include "search/search.h"
+#include "search/search_sink.h"
 
 namespace {
+
+// No search is run: files are judged one by one.
+class Nowhere final : public SRxSearchSource, public SRxSearchSink {
+public:
+    SRxSearchQuery ReadQuery() override { return {}; }
+    BLxWString LookIn() override { return {}; }
+    std::vector<WText> ListedFiles() override { return {}; }
+    IQxLecternServer* Server() override { return nullptr; }
+    MDxFileNameNode* TakeSelection() override { return nullptr; }
+    void Begin(SRxSearchRun&) override {}
+    bool End(SRxSearchRun&, bool result) override { return result; }
+    bool OnProgress(SRxSearchRun&, const WCHAR*) override { return false; }
+    void OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNameNode&, int&) override {}
+    void OnFolderFailed(const WCHAR*) override {}
+    void OnFileInUse(const WCHAR*) override {}
+} nowhere;
 
 struct Member {
     bool isOr;
@@ -56,9 +73,9 @@ TEST(JoinRule, RandomListsOverRandomFacts) {
     std::size_t hits = 0;
     std::size_t leadingOrs = 0;
     for (int round = 0; round < kRounds; ++round) {
-        SRxFindDialog dialog(SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr);
+        SRxCriteriaList criteria;
         std::vector<Member> members(random() % 13);
-        SRxCriteriaNode** end = &dialog.criteriaHead;
+        SRxCriteriaNode** end = &criteria.head;
         const unsigned truths = 2 + random() % 4;  // how rare a false one is
         std::string shown;
         for (Member& member : members) {
@@ -77,10 +94,11 @@ TEST(JoinRule, RandomListsOverRandomFacts) {
         hits += wanted ? 1 : 0;
         for (const bool keepsRecords : {false, true}) {
             SCOPED_TRACE(shown + (keepsRecords ? ", keeping records" : ""));
-            SRxFoundList list(dialog, nullptr);
-            list.keepsRecords = keepsRecords;
+            SRxSearchRun run(nowhere, nowhere);
+            run.query.criteria = criteria.head;
+            run.keepsRecords = keepsRecords;
             MDxFileNameNode node(TEXT("C:\\f\\x"), -1, false);
-            ASSERT_EQ(wanted, MatchFile(list, &node, false));
+            ASSERT_EQ(wanted, MatchFile(run, &node, false));
             const auto& records = node.GetOccCritList();
             ASSERT_EQ(wanted || keepsRecords ? members.size() : 0, records.size());
             for (std::size_t i = 0; i < records.size(); ++i) {
@@ -109,16 +127,17 @@ TEST(JoinRule, ListsInWords) {
         {"|T|T|F", true},   {"|T|F|T", false},
     };
     for (const Row& row : rows) {
-        SRxFindDialog dialog(SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr);
-        SRxCriteriaNode** end = &dialog.criteriaHead;
+        SRxCriteriaList criteria;
+        SRxCriteriaNode** end = &criteria.head;
         for (const char* at = row.list; *at != 0; at += 2) {
             const WCHAR letter = at[1] == 'T' ? 'x' : 'q';
             *end = MakeCriterion({at[0] == '|', at[1] == 'T', eCritTest::Fixed}, letter);
             end = &(*end)->nextCriterion;
         }
-        SRxFoundList list(dialog, nullptr);
+        SRxSearchRun run(nowhere, nowhere);
+        run.query.criteria = criteria.head;
         MDxFileNameNode node(TEXT("C:\\f\\x"), -1, false);
-        EXPECT_EQ(row.hit, MatchFile(list, &node, false)) << row.list;
+        EXPECT_EQ(row.hit, MatchFile(run, &node, false)) << row.list;
     }
 }
 

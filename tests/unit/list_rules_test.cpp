@@ -80,38 +80,45 @@ std::vector<std::string> Words(const std::string& text) {
 }
 
 // Notes which message came, by its letter, and gives the answers in their order: y, n.
-class AnsweringDesk : public Desk {
+class Asker final : public SRxListAsker {
 public:
-    virtual ~AnsweringDesk() = default;
-    int AnswerMessageBox(const MessageBoxQuestion& question) override {
+    bool Ask(UINT question) override {
+        Say(question);
+        if (answers.empty()) return ADD_FAILURE() << "no answer is left", false;
+        const bool yes = answers[0] == 'y';
+        answers.erase(0, 1);
+        return yes;
+    }
+    void Say(UINT message) override {
         constexpr Letter kMessages[] = {{'o', MSG_ASK_JOIN_OR},
                                         {'r', MSG_ASK_REPLACE},
                                         {'t', MSG_TYPE_CLASH},
                                         {'s', MSG_BAD_DESIGN_STATE}};
-        for (const Letter& row : kMessages) {
-            const WText text = ResourceText(SrResReturnHandle(), static_cast<UINT>(row.id));
-            if (question.text == text) asked += row.letter;
-        }
-        if ((question.type & MB_YESNO) == 0) return IDOK;
-        if (answers.empty()) return ADD_FAILURE() << "no answer is left", IDNO;
-        const bool yes = answers[0] == 'y';
-        answers.erase(0, 1);
-        return yes ? IDYES : IDNO;
+        asked += LetterOf(kMessages, static_cast<LONG>(message));
     }
 
     std::string answers;
     std::string asked;
 };
 
-std::string ListOf(const SRxFindDialog& dialog) {
+std::string ListOf(const SRxCriteriaList& criteria) {
     std::string list;
-    for (const SRxCriteriaNode* n = dialog.criteriaHead; n != nullptr; n = n->nextCriterion) {
+    for (const SRxCriteriaNode* n = criteria.head; n != nullptr; n = n->nextCriterion) {
         list += list.empty() ? "" : " ";
         list += n->joinType == JOIN_OR ? '|' : '&';
         list += n->propertyStringId < 0 ? 'C' : LetterOf(kProperties, n->propertyStringId);
         list += LetterOf(kConditions, n->conditionId) + wtext::ToUtf8(n->value);
     }
     return list;
+}
+
+// At the end, without a question.
+bool Append(SRxCriteriaList& criteria, const std::string& text, Asker& asker, int& index) {
+    auto node = Node(text);
+    bool replaced = false;
+    if (!AddNode(criteria.Ref(), node.get(), true, asker, index, replaced)) return false;
+    (void)node.release();
+    return true;
 }
 
 TEST(ListRules, Adding) {
@@ -176,47 +183,46 @@ TEST(ListRules, Adding) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.before) + " + " + row.node + " " + row.answers);
-        AnsweringDesk desk;
-        const DeskScope scope(desk);
-        SRxFindDialog dialog(SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr);
+        Asker asker;
+        SRxCriteriaList list;
+        int index = 0;
         for (const std::string& word : Words(row.before))
-            EXPECT_TRUE(dialog.AddNode(Node(word).release(), true, nullptr, nullptr));
-        const eFileTypeSearch types[] = {dialog.fileSearchType, dialog.propSearchType};
-        EXPECT_EQ("", desk.asked);
-        desk.answers = row.answers;
+            EXPECT_TRUE(Append(list, word, asker, index));
+        const eFileTypeSearch types[] = {list.fileSearchType, list.propSearchType};
+        EXPECT_EQ("", asker.asked);
+        asker.answers = row.answers;
         auto node = Node(row.node);
-        int index = -7;
         bool replaced = !row.replaced;
-        const bool result = dialog.AddNode(node.get(), false, &index, &replaced);
+        const bool result = AddNode(list.Ref(), node.get(), false, asker, index, replaced);
         if (result) {
             (void)node.release();
         } else {
-            EXPECT_EQ(types[0], dialog.fileSearchType);
-            EXPECT_EQ(types[1], dialog.propSearchType);
+            EXPECT_EQ(types[0], list.fileSearchType);
+            EXPECT_EQ(types[1], list.propSearchType);
         }
         EXPECT_EQ(row.result, result);
-        EXPECT_EQ(row.after, ListOf(dialog));
-        EXPECT_EQ(row.asked, desk.asked);
-        EXPECT_EQ("", desk.answers) << "an answer was left over";
+        EXPECT_EQ(row.after, ListOf(list));
+        EXPECT_EQ(row.asked, asker.asked);
+        EXPECT_EQ("", asker.answers) << "an answer was left over";
         EXPECT_EQ(row.replaced, replaced);
         EXPECT_TRUE(!result || row.index == index) << index;
     }
 }
 
 TEST(ListRules, AppendingAsksNothing) {
-    AnsweringDesk desk;
-    const DeskScope scope(desk);
-    SRxFindDialog dialog(SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr);
+    Asker asker;
+    SRxCriteriaList list;
     int index = 0;
     for (const char* text : {"&P^a", "&P^a", "&N<5", "|P=x"})
-        EXPECT_TRUE(dialog.AddNode(Node(text).release(), true, &index, nullptr));
+        EXPECT_TRUE(Append(list, text, asker, index));
     EXPECT_EQ(3, index);
-    EXPECT_EQ("&P^a &P^a &N<5 |P=x", ListOf(dialog));
-    const auto refused = Node("&Fo");
-    EXPECT_FALSE(dialog.AddNode(refused.get(), true, nullptr, nullptr));
-    EXPECT_EQ("t", desk.asked);
-    EXPECT_TRUE(dialog.AddNode(nullptr, false, &index, nullptr)) << "nothing to add";
+    EXPECT_EQ("&P^a &P^a &N<5 |P=x", ListOf(list));
+    EXPECT_FALSE(Append(list, "&Fo", asker, index));
+    EXPECT_EQ("t", asker.asked);
+    bool replaced = true;
+    EXPECT_TRUE(AddNode(list.Ref(), nullptr, false, asker, index, replaced)) << "nothing to add";
     EXPECT_EQ(0, index);
+    EXPECT_FALSE(replaced);
 }
 
 // The classes narrow and widen with what enters, in whatever order.
@@ -238,32 +244,35 @@ TEST(ListRules, ClassesOfTheList) {
     };
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.list);
-        SRxFindDialog dialog(SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr);
+        Asker asker;
+        SRxCriteriaList list;
+        int index = 0;
         for (const std::string& word : Words(row.list))
-            EXPECT_TRUE(dialog.AddNode(Node(word).release(), true, nullptr, nullptr));
-        EXPECT_EQ(row.files, dialog.fileSearchType);
-        EXPECT_EQ(row.properties, dialog.propSearchType);
+            EXPECT_TRUE(Append(list, word, asker, index));
+        EXPECT_EQ(row.files, list.fileSearchType);
+        EXPECT_EQ(row.properties, list.propSearchType);
     }
 }
 
 TEST(ListRules, DeletingOneNode) {
-    SRxFindDialog dialog(SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr);
+    Asker asker;
+    SRxCriteriaList list;
+    int index = 0;
     for (const char* text : {"&P^a", "|P^b", "&Q^c"})
-        EXPECT_TRUE(dialog.AddNode(Node(text).release(), true, nullptr, nullptr));
-    EXPECT_TRUE(dialog.DeleteNode(nullptr));
-    SRxCriteriaNode* middle = dialog.criteriaHead->nextCriterion;
-    EXPECT_TRUE(dialog.DeleteNode(&middle));
+        EXPECT_TRUE(Append(list, text, asker, index));
+    SRxCriteriaNode* middle = list.head->nextCriterion;
+    DeleteNode(list.head, middle);
     EXPECT_EQ(nullptr, middle);
-    EXPECT_EQ("&P^a &Q^c", ListOf(dialog));
+    EXPECT_EQ("&P^a &Q^c", ListOf(list));
     const auto stranger = Node("&P^a");
     SRxCriteriaNode* pointer = stranger.get();
-    EXPECT_TRUE(dialog.DeleteNode(&pointer));
+    DeleteNode(list.head, pointer);
     EXPECT_EQ(stranger.get(), pointer) << "not of this list";
     for (int left = 2; left > 0; --left) {
-        SRxCriteriaNode* first = dialog.criteriaHead;
-        dialog.DeleteNode(&first);
+        SRxCriteriaNode* first = list.head;
+        DeleteNode(list.head, first);
     }
-    EXPECT_EQ("", ListOf(dialog));
+    EXPECT_EQ("", ListOf(list));
 }
 
 TEST(ListRules, RowsRead) {

@@ -22,8 +22,7 @@ protected:
     std::vector<std::string> RunRelated(const std::string& start) {
         for (auto* list : {&failedReferences_, &missing_})
             list->clear();
-        controls_.Check(IDC_LOOK_RELATED, true);
-        return RunFolders(false, start);
+        return SearchTest::RunRelated(Wide(start));
     }
 };
 
@@ -100,16 +99,15 @@ TEST_F(RelatedSearch, Knots) {
     EXPECT_EQ((std::vector<std::string>{"d.hsb", "cut.hsb", "p.hpa"}), RunRelated("d.hsb"));
     EXPECT_EQ((std::vector<std::string>{"cut.hsb"}), failedReferences_);
     // In the application the documents are not read, and here no application is running.
-    dialog_.SetInApp(true);
+    query_.inApp = true;
     EXPECT_EQ((std::vector<std::string>{"a.hsb"}), RunRelated("a.hsb"));
     EXPECT_EQ((std::vector<std::string>{"a.hsb"}), failedReferences_);
-    dialog_.SetInApp(false);
+    query_.inApp = false;
     Criterion("File name begins with p");
     EXPECT_EQ((std::vector<std::string>{"p.hpa"}), RunRelated("a.hsb"));
     // A stop between two documents ends the route at once.
     files_ = 0;
-    onFile_ = [](SRxFoundList& list) { list.stopRequested = true; };
-    desk_.Expect("No files were found");
+    onFile_ = [](SRxSearchRun& run) { run.stopRequested = true; };
     (void)RunRelated("a.hsb");
     EXPECT_EQ(1u, files_);
 }

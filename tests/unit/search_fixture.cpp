@@ -26,12 +26,8 @@ fs::path NewFolder() {
 
 }  // namespace
 
-SearchTest::SearchTest()
-    : folder_(NewFolder()), dialog_(SrResReturnHandle(), &slot_, nullptr, nullptr, nullptr) {
-    EXPECT_NE(nullptr, dialog_.resourceInstance);
-    EXPECT_NE(nullptr, controls_.Window());
-    dialog_.dialogWindow = controls_.Window();
-    dialog_.observer = this;
+SearchTest::SearchTest() : folder_(NewFolder()) {
+    EXPECT_NE(nullptr, SrResReturnHandle());
 }
 
 SearchTest::~SearchTest() {
@@ -87,14 +83,21 @@ void SearchTest::Document(const std::string& file, const FillSection& product,
 void SearchTest::Criterion(const std::string& text) {
     const bool isOr = text.rfind("or: ", 0) == 0;
     std::string fault;
-    const CriterionParser parser(dialog_.resourceInstance);
+    const CriterionParser parser(SrResReturnHandle());
     auto node = parser.Parse(isOr ? text.substr(4) : text, isOr ? JOIN_OR : JOIN_AND, fault);
     ASSERT_NE(nullptr, node) << fault;
-    if (!node->IsFileTypeCriterion()) dialog_.SetPropSearchType(*node);
-    SRxCriteriaNode** end = &dialog_.criteriaHead;
+    if (!node->IsFileTypeCriterion()) {
+        criteria_.propSearchType = PropSearchTypeWith(*node, criteria_.propSearchType);
+    }
+    SRxCriteriaNode** end = &criteria_.head;
     while (*end != nullptr)
         end = &(*end)->nextCriterion;
     *end = node.release();
+}
+
+void SearchTest::ClearCriteria() {
+    delete std::exchange(criteria_.head, nullptr);
+    criteria_.propSearchType = FILE_SEARCH_ANY;
 }
 
 WText SearchTest::Wide(const std::string& file) const {
@@ -110,24 +113,28 @@ std::string SearchTest::Relative(const WCHAR* path) const {
     return relative;
 }
 
+SRxSearchQuery SearchTest::ReadQuery() {
+    SRxSearchQuery query = query_;
+    query.criteria = criteria_.head;
+    query.propSearchType = criteria_.propSearchType;
+    return query;
+}
+
 std::vector<std::string> SearchTest::RunFolders(bool subfolders, const std::string& lookIn) {
-    dialog_.SetOnlyAssem(false);
-    controls_.SetLookIn(Wide(lookIn));
-    controls_.Check(IDC_LOOK_SUBFOLDERS, subfolders);
+    lookIn_ = Wide(lookIn);
+    query_.subfolders = subfolders ? 1 : 0;
     return Run();
 }
 
 std::vector<std::string> SearchTest::RunTyped(const WText& lookIn) {
-    dialog_.SetOnlyAssem(false);
-    controls_.SetLookIn(lookIn);
-    controls_.Check(IDC_LOOK_SUBFOLDERS, true);
+    lookIn_ = lookIn;
+    query_.subfolders = 1;
     return Run();
 }
 
 std::vector<std::string> SearchTest::RunAt(const std::filesystem::path& folder) {
-    dialog_.SetOnlyAssem(false);
-    controls_.SetLookIn(AbsoluteWidePath(NativePathFromLine(folder.string())));
-    controls_.Check(IDC_LOOK_SUBFOLDERS, false);
+    lookIn_ = AbsoluteWidePath(NativePathFromLine(folder.string()));
+    query_.subfolders = 0;
     (void)Run();
     std::vector<std::string> paths;
     for (const MDxFileNameNode* hit = slot_; hit != nullptr; hit = hit->GetNextNode()) {
@@ -136,13 +143,19 @@ std::vector<std::string> SearchTest::RunAt(const std::filesystem::path& folder) 
     return paths;
 }
 
+std::vector<std::string> SearchTest::RunRelated(const WText& lookIn) {
+    lookIn_ = lookIn;
+    query_.route = eSearchRoute::RelatedDocuments;
+    return Run();
+}
+
 std::vector<std::string> SearchTest::RunSelection(const std::vector<std::string>& files) {
     delete slot_;
     slot_ = nullptr;
     for (const std::string& file : files) {
         (new MDxFileNameNode(Wide(file).c_str(), -1, false))->AddFileNode(&slot_);
     }
-    dialog_.SetOnlyAssem(true);
+    query_.route = eSearchRoute::Selection;
     MDxFileNameNode* const input = slot_;
     std::vector<std::string> hits = Run();
     delete input;
@@ -150,13 +163,15 @@ std::vector<std::string> SearchTest::RunSelection(const std::vector<std::string>
 }
 
 std::vector<std::string> SearchTest::Run() {
-    if (!dialog_.SearchOnlyAssem()) {
+    if (query_.route != eSearchRoute::Selection) {
         delete slot_;
         slot_ = nullptr;
     }
     statuses_.clear();
-    SRxFoundList list(dialog_, &slot_);
-    routeResult_ = RunSearch(list);
+    SRxSearchRun run(*this, *this);
+    run.params = params_;
+    routeResult_ = RunSearch(run);
+    query_.route = eSearchRoute::Folders;
     std::vector<std::string> hits;
     for (const MDxFileNameNode* hit = slot_; hit != nullptr; hit = hit->GetNextNode()) {
         hits.push_back(Relative(hit->GetFileName()));
@@ -164,13 +179,9 @@ std::vector<std::string> SearchTest::Run() {
     return hits;
 }
 
-void SearchTest::OnFolder(SRxFoundList&, const WCHAR* folder) {
-    folders_.push_back(Relative(folder));
-}
-
-void SearchTest::OnFile(SRxFoundList& list) {
-    ++files_;
-    if (onFile_) onFile_(list);
+void SearchTest::OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNameNode& node, int&) {
+    auto copy = std::make_unique<MDxFileNameNode>(&node);
+    if (copy->AddFileNodeUnique(&slot_)) (void)copy.release();
 }
 
 std::vector<std::string> Sorted(std::vector<std::string> names) {

@@ -11,20 +11,20 @@
 #include <string>
 #include <vector>
 
+#include "criteria/list_rules.h"
 #include "host/srfind/criterion_text.h"
 #include "host/srsample/compound_writer.h"
 #include "host/srsample/property_set_writer.h"
 #include "module/module_state.h"
 #include "platform/native_path.h"
 #include "search/search.h"
-#include "search/search_observer.h"
+#include "search/search_sink.h"
 #include "tests/scripted_desk.h"
-#include "tests/unit/dialog_controls.h"
 
 // Where a property of the product's own set stands, in a form that a table can hold.
 using FillSection = std::function<void(PropertySectionWriter&)>;
 
-class SearchTest : public ::testing::Test, public SRxSearchObserver {
+class SearchTest : public ::testing::Test, public SRxSearchSource, public SRxSearchSink {
 protected:
     SearchTest();
     ~SearchTest() override;
@@ -38,6 +38,7 @@ protected:
 
     // "and" by default; a text that begins with "or: " joins by Or.
     void Criterion(const std::string& text);
+    void ClearCriteria();
     // The hits of a folder search, from the folder, in the order of their finding.
     std::vector<std::string> RunFolders(bool subfolders = true, const std::string& lookIn = "");
     // The hits of a folder search with this text in the look-in box.
@@ -48,9 +49,29 @@ protected:
     std::vector<std::string> RunSelection(const std::vector<std::string>& files);
     WText Wide(const std::string& file) const;
 
-    void OnFolder(SRxFoundList& list, const WCHAR* folder) override;
-    void OnFolderFailed(const WCHAR*) override { ++failedFolders_; }
-    void OnFile(SRxFoundList& list) override;
+    // The hits of a search of this document and all that it refers to.
+    std::vector<std::string> RunRelated(const WText& lookIn);
+    std::string Relative(const WCHAR* path) const;
+
+    SRxSearchQuery ReadQuery() override;
+    BLxWString LookIn() override { return lookIn_.c_str(); }
+    std::vector<WText> ListedFiles() override { return listed_; }
+    IQxLecternServer* Server() override { return nullptr; }
+    MDxFileNameNode* TakeSelection() override { return std::exchange(slot_, nullptr); }
+
+    void Begin(SRxSearchRun&) override {}
+    bool End(SRxSearchRun&, bool result) override { return result; }
+    bool OnProgress(SRxSearchRun&, const WCHAR*) override { return false; }
+    void OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNameNode& node, int&) override;
+    void OnFolder(SRxSearchRun&, const WCHAR* folder) override {
+        folders_.push_back(Relative(folder));
+    }
+    void OnFolderFailed(const WCHAR* folder) override { failedFolders_.push_back(folder); }
+    void OnFileInUse(const WCHAR* file) override { inUse_.push_back(Relative(file)); }
+    void OnFile(SRxSearchRun& run) override {
+        ++files_;
+        if (onFile_) onFile_(run);
+    }
     void OnPassedOver() override { ++passedOver_; }
     void OnReferencesFailed(const WCHAR* file, HRESULT status) override {
         failedReferences_.push_back(Relative(file) + (status < 0 ? "" : "?"));
@@ -58,34 +79,31 @@ protected:
     void OnReferenceMissing(const WCHAR* file, const WCHAR* missing) override {
         missing_.push_back(Relative(file) + " -> " + Relative(missing));
     }
-    void OnLeftOut(const WCHAR* file, const WCHAR*) override { leftOut_.push_back(Relative(file)); }
-    void OnRow(const MDxFileNameNode& hit) override {
-        shownRows_.push_back(Relative(hit.GetFileName()));
-    }
     void OnPropertiesRead(const WCHAR* file, HRESULT status) override {
         statuses_[Relative(file)] = status;
     }
 
     std::filesystem::path folder_;
     ScriptedDesk desk_;
-    MDxFileNameNode* slot_ = nullptr;
-    SRxFindDialog dialog_;
-    DialogControls controls_{SrResReturnHandle()};
+    MDxFileNameNode* slot_ = nullptr;  // the chain to search, and then the hits
+    SRxCriteriaList criteria_;
+    SRxSearchQuery query_;  // but for the criteria
+    WText lookIn_;
+    std::vector<WText> listed_;
+    SRxShellExtParameters params_;  // of the last search
     bool routeResult_ = false;
-    std::size_t failedFolders_ = 0;
+    std::vector<WText> failedFolders_;
+    std::vector<std::string> inUse_;
     std::size_t passedOver_ = 0;
     std::size_t files_ = 0;
     std::vector<std::string> folders_;
-    std::vector<std::string> leftOut_;
-    std::vector<std::string> shownRows_;
     std::vector<std::string> failedReferences_;
     std::vector<std::string> missing_;
     std::map<std::string, HRESULT> statuses_;  // of the last search
-    std::function<void(SRxFoundList&)> onFile_;
+    std::function<void(SRxSearchRun&)> onFile_;
 
 private:
     std::vector<std::string> Run();
-    std::string Relative(const WCHAR* path) const;
     DeskScope deskScope_{desk_};
 };
 

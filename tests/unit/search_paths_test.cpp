@@ -49,9 +49,10 @@ TEST_F(SearchPaths, Reformat) {
         {"Z:\\work\\", "x", nullptr, ""},
         {"Z:\\work\\", "", nullptr, ""},
     };
+    const SRxFindDialog dialog(SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr);
     for (const auto& row : kRows) {
         WText entry = wtext::FromUtf8(row.entry);
-        const bool done = dialog_.PathReformat(wtext::FromUtf8(row.base), entry);
+        const bool done = dialog.PathReformat(wtext::FromUtf8(row.base), entry);
         EXPECT_EQ(row.result != nullptr, done) << row.entry;
         EXPECT_EQ(done ? row.result : row.left, wtext::ToUtf8(entry)) << row.entry;
     }

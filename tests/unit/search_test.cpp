@@ -2,7 +2,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "criteria/skipped_criteria.h"
 #include "host/srsample/sample_document.h"
+#include "module/text_lengths.h"
 #include "outside/md_document_classes.h"
 #include "platform/host/hold.h"
 #include "tests/unit/search_fixture.h"
@@ -58,7 +60,7 @@ TEST_F(SearchTest, ATestedDocumentIsFree) {
     for (const std::string& file : documents)
         Document(file, nullptr);
     Criterion("Title differs from x");
-    onFile_ = [&](SRxFoundList&) {
+    onFile_ = [&](SRxSearchRun&) {
         for (const std::string& file : documents)
             EXPECT_TRUE(HeldFile(NativePathFromWide(Wide(file))).IsHeld()) << file;
     };
@@ -69,7 +71,7 @@ TEST_F(SearchTest, ATestedDocumentIsFree) {
 TEST_F(SearchTest, StopTakesEffectAtTheEndOfTheFolder) {
     Tree({"one.hpa", "two.hpa", "three.hpa", "sub/four.hpa"});
     Criterion("File name contains .hpa");
-    onFile_ = [](SRxFoundList& list) { list.stopRequested = true; };
+    onFile_ = [](SRxSearchRun& run) { run.stopRequested = true; };
     EXPECT_EQ((Names{"one.hpa", "three.hpa", "two.hpa"}), Sorted(RunFolders()));
     EXPECT_EQ(3u, files_);
 }
@@ -78,10 +80,10 @@ TEST_F(SearchTest, BadFoldersAreToldAndTheWalkGoesOn) {
     Tree({"a/x.hpa", "gone/y.hpa", "z.hpa"});
     Criterion("File name contains .hpa");
     // The folder vanishes between its listing and its own turn.
-    onFile_ = [this](SRxFoundList&) { std::filesystem::remove_all(folder_ / "gone"); };
-    desk_.Expect("gone");
+    onFile_ = [this](SRxSearchRun&) { std::filesystem::remove_all(folder_ / "gone"); };
     EXPECT_EQ((Names{"a/x.hpa", "z.hpa"}), Sorted(RunFolders()));
-    EXPECT_EQ(1u, failedFolders_);
+    ASSERT_EQ(1u, failedFolders_.size());
+    EXPECT_EQ(Wide("gone") + TEXT("\\"), failedFolders_[0]);
 }
 
 TEST_F(SearchTest, LongPathsAreToldNeverCut) {
@@ -91,18 +93,16 @@ TEST_F(SearchTest, LongPathsAreToldNeverCut) {
     Tree({"f/" + name + "/in.hpa"});
     Criterion("File name contains .hpa");
     EXPECT_EQ(1u, RunFolders().size());
-    EXPECT_EQ(0u, failedFolders_);
+    EXPECT_EQ(0u, failedFolders_.size());
     std::filesystem::rename(folder_ / "f", folder_ / "ff");
-    desk_.Expect("260 characters");
-    desk_.Expect("No files");
     EXPECT_EQ(Names{}, RunFolders());
     EXPECT_FALSE(routeResult_) << "the last folder failed";
+    EXPECT_EQ(1u, failedFolders_.size());
 
     const std::string text(kPathLength, 'x');
-    desk_.Expect(text);
-    desk_.Expect("No files");
     EXPECT_EQ(Names{}, RunFolders(true, text));
     EXPECT_FALSE(routeResult_);
+    EXPECT_EQ(2u, failedFolders_.size());
 }
 
 TEST_F(SearchTest, SelectionKeepsRecordsForEveryCriterion) {
@@ -126,15 +126,14 @@ TEST_F(SearchTest, SelectionKeepsRecordsForEveryCriterion) {
 
 TEST_F(SearchTest, SkippedCriteriaReachTheCaller) {
     Tree({"a.hpa"});
-    SRxShellExtParameters caller;
-    ASSERT_TRUE(caller.SetServer(nullptr));
+    const auto reduced = [this] {
+        return std::unique_ptr<SRxSkippedCritNode>(BuildSkippedCriteria(criteria_.head));
+    };
     Criterion("Interference checked is set to no");
     Criterion("File type is Models (parts and assemblies)");
     Criterion("or: File type is Presentations");
-    SRxFoundList list(dialog_, &slot_);
-    list.params = caller;
-    list.params.SetCritForSkipped(BuildSkippedCriteria(list));
-    const SRxSkippedCritNode* link = caller.GetCritForSkipped();
+    const auto chain = reduced();
+    const SRxSkippedCritNode* link = chain.get();
     ASSERT_NE(nullptr, link);
     EXPECT_EQ(eSkippedKind::YesNo, link->kind);
     EXPECT_FALSE(link->flag);
@@ -144,7 +143,7 @@ TEST_F(SearchTest, SkippedCriteriaReachTheCaller) {
     EXPECT_EQ(nullptr, link->next->next) << "presentations have no code and stood in the or-group";
     // The same type joined by And leaves nothing that could be told.
     Criterion("File type is Presentations");
-    EXPECT_EQ(nullptr, BuildSkippedCriteria(list));
+    EXPECT_EQ(nullptr, reduced());
 }
 
 TEST_F(SearchTest, FollowsReferencesOnceEach) {
@@ -161,16 +160,8 @@ TEST_F(SearchTest, FollowsReferencesOnceEach) {
     write("c.hsb", {TEXT("sub\\d.hsb")});
     write("other.hsb", {});
     Criterion("File name contains .hsb");
-    controls_.SetLookIn(Wide("a.hsb"));
-    controls_.Check(IDC_LOOK_RELATED, true);
-    SRxFoundList list(dialog_, &slot_);
-    EXPECT_TRUE(RunSearch(list));
-    Names hits;
-    for (const MDxFileNameNode* hit = slot_; hit != nullptr; hit = hit->GetNextNode()) {
-        hits.push_back(wtext::ToUtf8(PathFindFileNameW(hit->GetFileName())));
-    }
     // Depth first; a document that comes by again is tested but not asked again.
-    EXPECT_EQ((Names{"a.hsb", "b.hsb", "d.hsb", "c.hsb"}), hits);
+    EXPECT_EQ((Names{"a.hsb", "sub/b.hsb", "sub/d.hsb", "c.hsb"}), RunRelated(Wide("a.hsb")));
     EXPECT_EQ(7u, files_) << "a, b, a, d, c, d, a";
 }
 
@@ -262,11 +253,9 @@ TEST_F(SearchTest, JudgesEachKindOfProperty) {
     };
     for (const JudgedRow& row : rows) {
         SCOPED_TRACE(row.criterion);
-        delete std::exchange(dialog_.criteriaHead, nullptr);
-        dialog_.propSearchType = FILE_SEARCH_ANY;
+        ClearCriteria();
         Criterion(row.criterion);
         if (!row.hit && std::string(row.criterion).find("Interference") == std::string::npos) {
-            desk_.Expect("No files");
         }
         EXPECT_EQ(row.hit ? 1u : 0u, RunFolders().size());
     }
@@ -281,7 +270,7 @@ TEST_F(SearchTest, WhatCannotBeReadIsNeverAHitByAProperty) {
     // A file that is no compound file has no title, so its title differs; of a damaged one nothing
     // is known.
     EXPECT_EQ((Names{"empty.hpa", "good.hpa", "plain.txt"}), Sorted(RunFolders()));
-    delete std::exchange(dialog_.criteriaHead, nullptr);
+    ClearCriteria();
     // A part that isn't genuine fails a criterion on its type.
     Criterion("File type is Parts");
     EXPECT_EQ((Names{"good.hpa"}), RunFolders());
@@ -324,8 +313,7 @@ TEST_F(SearchTest, OnlyWhatIsAskedForCanBeUnreadable) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.criteria.front());
-        delete std::exchange(dialog_.criteriaHead, nullptr);
-        dialog_.propSearchType = FILE_SEARCH_ANY;
+        ClearCriteria();
         for (const char* criterion : row.criteria)
             Criterion(criterion);
         EXPECT_EQ(row.hits, Sorted(RunFolders()));

@@ -76,10 +76,10 @@ TEST(ShellExtParameters, CountsOfAJourney) {
         EXPECT_EQ(3u, Count(caller));
     }
     EXPECT_EQ(2u, Count(caller));
-    auto search = std::make_unique<SRxFoundList>(*dialog, nullptr);
-    search->params = dialog->params;
+    auto search = std::make_unique<SRxFoundList>(dialog->links, nullptr);
+    search->run.params = dialog->params;
     EXPECT_EQ(3u, Count(caller));
-    ASSERT_TRUE(search->params.SetCritForSkipped(MakeChain(2)));
+    ASSERT_TRUE(search->run.params.SetCritForSkipped(MakeChain(2)));
     search.reset();
     EXPECT_EQ(2u, Count(caller));
     EXPECT_TRUE(caller.HaveCritForSkipped()) << "the answer stays with the caller";

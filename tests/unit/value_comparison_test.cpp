@@ -8,7 +8,9 @@
 #include <random>
 #include <utility>
 
-#include "module/module_state.h"
+#include "criteria/file_types.h"
+#include "criteria/text_equality.h"
+#include "resource/string_ids.h"
 
 namespace {
 
@@ -41,28 +43,22 @@ constexpr Letter kDates[] = {
 };
 
 template <std::size_t N, typename Compare, typename Value, typename Wanted, typename... More>
-std::string Holding(const Letter (&letters)[N], Compare compare, const SRxFoundList& list,
-                    Value value, Wanted wanted, More... more) {
+std::string Holding(const Letter (&letters)[N], Compare compare, Value value, Wanted wanted,
+                    More... more) {
     std::string holding;
     for (const Letter& each : letters) {
         const auto condition = static_cast<unsigned>(each.condition);
-        if (compare(list, value, wanted, condition, more...)) holding += each.letter;
+        if (compare(value, wanted, condition, more...)) holding += each.letter;
     }
     return holding;
 }
-
-class ValueComparison : public ::testing::Test {
-protected:
-    SRxFindDialog dialog_{SrResReturnHandle(), nullptr, nullptr, nullptr, nullptr};
-    SRxFoundList list_{dialog_, nullptr};
-};
 
 struct TextRow {
     const WCHAR *value, *text;
     const char *folded, *exact;
 };
 
-TEST_F(ValueComparison, Texts) {
+TEST(ValueComparison, Texts) {
     const TextRow rows[] = {
         {nullptr, TEXT(""), "=!", "=!"},
         {TEXT(""), TEXT(""), "=!", "=!"},
@@ -99,16 +95,14 @@ TEST_F(ValueComparison, Texts) {
     for (const TextRow& row : rows) {
         SCOPED_TRACE((row.value != nullptr ? wtext::ToUtf8(row.value) : "null") + "|" +
                      wtext::ToUtf8(row.text));
-        list_.matchCase = 0;
-        EXPECT_EQ(row.folded, Holding(kTexts, CompareStringValue, list_, row.value, row.text));
-        list_.matchCase = 1;
-        EXPECT_EQ(row.exact, Holding(kTexts, CompareStringValue, list_, row.value, row.text));
+        EXPECT_EQ(row.folded, Holding(kTexts, CompareStringValue, row.value, row.text, false));
+        EXPECT_EQ(row.exact, Holding(kTexts, CompareStringValue, row.value, row.text, true));
     }
 }
 
 // Texts of few characters, so that parts are often equal; beside the fast path the system's own
 // comparison of the same parts.
-TEST_F(ValueComparison, FastPathsAsTheSystemComparesIt) {
+TEST(ValueComparison, FastPathsAsTheSystemComparesIt) {
     constexpr std::string_view kAlphabets[] = {"aAbB", "ab-' ._", "zZ{~!\"@[`", "aeEs-'\"("};
     // With accents, for two letters, of other scripts, wide, combining, without width: what stands
     // in the values that are searched for texts of the fourth alphabet.
@@ -136,8 +130,8 @@ TEST_F(ValueComparison, FastPathsAsTheSystemComparesIt) {
         const std::size_t kind = random() % 5;
         const WText value = draw(6, kind, true);
         const WText text = draw(3, kind, false);
-        list_.matchCase = random() % 2;
-        const DWORD flags = list_.matchCase != 0 ? kExactText : kFoldText;
+        const bool matchCase = random() % 2 != 0;
+        const DWORD flags = matchCase ? kExactText : kFoldText;
         const auto equal = [&](std::size_t at, std::size_t length) {
             return CompareStringW(LOCALE_USER_DEFAULT, flags, value.data() + at,
                                   static_cast<int>(length), text.data(),
@@ -152,16 +146,16 @@ TEST_F(ValueComparison, FastPathsAsTheSystemComparesIt) {
         if (fits && equal(value.size() - text.size(), text.size())) wanted += 'e';
         if (contains) wanted += 'c';
         wanted += equal(0, value.size()) ? '=' : '!';
-        ASSERT_EQ(wanted, Holding(kTexts, CompareStringValue, list_, value.c_str(), text.c_str()))
+        ASSERT_EQ(wanted,
+                  Holding(kTexts, CompareStringValue, value.c_str(), text.c_str(), matchCase))
             << wtext::ToUtf8(value) << " | " << wtext::ToUtf8(text);
         contained += contains ? 1 : 0;
     }
     EXPECT_LT(1000u, contained) << "the drawn texts meet too seldom";
 }
 
-TEST_F(ValueComparison, Persons) {
-    ASSERT_TRUE(wtext::CopyWhole(dialog_.appUserName, kLabelLength, TEXT("Ada Miller")));
-    ASSERT_TRUE(wtext::CopyWhole(dialog_.loginUserName, kLabelLength, TEXT("ada")));
+TEST(ValueComparison, Persons) {
+    const SRxUserNames users = {TEXT("Ada Miller"), TEXT("ada")};
     const TextRow rows[] = {
         {nullptr, TEXT(""), "0!", "0!"},
         {TEXT(""), TEXT("Ada"), "0!", "0!"},
@@ -170,14 +164,12 @@ TEST_F(ValueComparison, Persons) {
         {TEXT("ADA"), TEXT("ada"), "n*lbec=?", "n*!?"},
     };
     for (const TextRow& row : rows) {
-        list_.matchCase = 0;
-        EXPECT_EQ(row.folded, Holding(kTexts, CompareTextValue, list_, row.value, row.text));
-        list_.matchCase = 1;
-        EXPECT_EQ(row.exact, Holding(kTexts, CompareTextValue, list_, row.value, row.text));
+        EXPECT_EQ(row.folded, Holding(kTexts, CompareTextValue, row.value, row.text, false, users));
+        EXPECT_EQ(row.exact, Holding(kTexts, CompareTextValue, row.value, row.text, true, users));
     }
 }
 
-TEST_F(ValueComparison, Numbers) {
+TEST(ValueComparison, Numbers) {
     struct Row {
         double value, target, tolerance;
         const char* holds;
@@ -197,12 +189,12 @@ TEST_F(ValueComparison, Numbers) {
     };
     for (const Row& row : rows) {
         EXPECT_EQ(row.holds,
-                  Holding(kNumbers, CompareRealValues, list_, row.value, row.target, row.tolerance))
+                  Holding(kNumbers, CompareRealValues, row.value, row.target, row.tolerance))
             << row.value << " " << row.target << " " << row.tolerance;
     }
 }
 
-TEST_F(ValueComparison, NumbersInTexts) {
+TEST(ValueComparison, NumbersInTexts) {
     struct Row {
         double value;
         const WCHAR* text;
@@ -217,22 +209,20 @@ TEST_F(ValueComparison, NumbersInTexts) {
         {1, TEXT("\uFF11"), ""},     {1, TEXT("1e"), ""},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(row.holds,
-                  Holding(kNumbers, CompareRealText, list_, row.value, row.text, kExactNumber))
+        EXPECT_EQ(row.holds, Holding(kNumbers, CompareRealText, row.value, row.text, kExactNumber))
             << wtext::ToUtf8(row.text);
     }
 }
 
-TEST_F(ValueComparison, YesAndNo) {
+TEST(ValueComparison, YesAndNo) {
     const std::pair<const WCHAR*, bool> rows[] = {
         {TEXT("yes"), true}, {TEXT("YES"), true}, {TEXT("\uFF59es"), true}, {TEXT("True"), true},
         {TEXT("no"), false}, {TEXT(""), false},   {TEXT("yes "), false},    {TEXT("y"), false},
     };
     for (const auto& [text, saysYes] : rows) {
         for (const bool value : {false, true}) {
-            list_.matchCase = value ? 1 : 0;  // plays no part
             EXPECT_EQ((value ? "yY" : "nN") + std::string(value != saysYes ? "!*" : "*"),
-                      Holding(kYesNo, CompareBoolValue, list_, value, text))
+                      Holding(kYesNo, CompareBoolValue, value, text))
                 << wtext::ToUtf8(text);
         }
     }
@@ -251,11 +241,11 @@ SYSTEMTIME DateOf(std::chrono::sys_days day) {
             999};
 }
 
-std::string Holding(const SRxFoundList& list, const SYSTEMTIME* date, const WCHAR* reference) {
-    return Holding(kDates, CompareDateValue, list, date, reference);
+std::string Holding(const SYSTEMTIME* date, const WCHAR* reference) {
+    return Holding(kDates, CompareDateValue, date, reference);
 }
 
-TEST_F(ValueComparison, DatesAgainstADay) {
+TEST(ValueComparison, DatesAgainstADay) {
     struct Row {
         const WCHAR* reference;
         int year;
@@ -288,15 +278,15 @@ TEST_F(ValueComparison, DatesAgainstADay) {
     };
     for (const Row& row : rows) {
         const SYSTEMTIME date = DateOf(std::chrono::year(row.year) / row.month / row.day);
-        EXPECT_EQ(row.holds, Holding(list_, &date, row.reference))
+        EXPECT_EQ(row.holds, Holding(&date, row.reference))
             << wtext::ToUtf8(row.reference) << ": " << row.month << "/" << row.day;
     }
     const SYSTEMTIME none{2024, 0, 0, 7, 0, 0, 0, 0};
-    EXPECT_EQ("!d", Holding(list_, &none, TEXT("2024 3 7"))) << "a month 0 is no date";
-    EXPECT_EQ("!d", Holding(list_, nullptr, TEXT("")));
+    EXPECT_EQ("!d", Holding(&none, TEXT("2024 3 7"))) << "a month 0 is no date";
+    EXPECT_EQ("!d", Holding(nullptr, TEXT("")));
 }
 
-TEST_F(ValueComparison, DatesAgainstToday) {
+TEST(ValueComparison, DatesAgainstToday) {
     using namespace std::chrono;
     std::string wanted;
     std::string got;
@@ -321,14 +311,14 @@ TEST_F(ValueComparison, DatesAgainstToday) {
             if (date.year() / date.month() == month - months(1)) holds += 'M';
             const SYSTEMTIME value = DateOf(day);
             wanted += std::to_string(offset) + " " + holds + (offset == -1 ? "*ay\n" : "*a\n");
-            got += std::to_string(offset) + " " + Holding(list_, &value, TEXT("")) + "\n";
+            got += std::to_string(offset) + " " + Holding(&value, TEXT("")) + "\n";
         }
         GetLocalTime(&behind);
     } while (behind.wDay != before.wDay);
     EXPECT_EQ(wanted, got);
 }
 
-TEST_F(ValueComparison, FileTypes) {
+TEST(ValueComparison, FileTypes) {
     const std::pair<unsigned, std::string> rows[] = {
         {FILETYPE_DESIGN_DOCS, ".hpa.hdg.cvd.hdx.hsb.hpr.cvp."},
         {FILETYPE_ASSEMBLIES, ".hsb."},
@@ -355,7 +345,6 @@ TEST_F(ValueComparison, FileTypes) {
          "ppt.cvw.HPA.HTM.Stpz."},
     };
     const std::string& all = std::end(rows)[-1].second;
-    list_.matchCase = 1;  // plays no part
     for (const auto& [type, extensions] : rows) {
         for (std::size_t at = 0, end = 0; (end = all.find('.', at + 1)) != all.npos; at = end) {
             std::string extension = all.substr(at, end - at);
@@ -363,28 +352,28 @@ TEST_F(ValueComparison, FileTypes) {
             for (char& c : extension)
                 c = static_cast<char>(c | 0x20);
             EXPECT_EQ(extensions.find(extension + ".") != all.npos || type == FILETYPE_ALL,
-                      CompareFileType(list_, name.c_str(), type))
+                      CompareFileType(name.c_str(), type))
                 << type << " " << extension;
         }
     }
 }
 
-TEST_F(ValueComparison, FileTypesOfOddNames) {
+TEST(ValueComparison, FileTypesOfOddNames) {
     const WText longName = TEXT("C:\\") + WText(300, 'x') + TEXT(".hpa");
     for (const WCHAR* part : {TEXT("a.hpa<view>"), TEXT("C:\\f\\.hpa"), TEXT(".hpa"),
                               TEXT("a.hsb.hpa"), TEXT("a.\uFF48pa"), longName.c_str()}) {
-        EXPECT_TRUE(CompareFileType(list_, part, FILETYPE_PARTS)) << wtext::ToUtf8(part);
-        EXPECT_FALSE(CompareFileType(list_, part, FILETYPE_ASSEMBLIES)) << wtext::ToUtf8(part);
+        EXPECT_TRUE(CompareFileType(part, FILETYPE_PARTS)) << wtext::ToUtf8(part);
+        EXPECT_FALSE(CompareFileType(part, FILETYPE_ASSEMBLIES)) << wtext::ToUtf8(part);
     }
     for (const WCHAR* other :
          {TEXT("a<b.hpa"), TEXT("C:\\f.hpa\\a"), TEXT("C:/f.hpa/a"), TEXT("hpa"), TEXT("a."),
           TEXT(""), TEXT("a.hpa.hsb"), TEXT("a.hpa "), TEXT("a.hp"), TEXT("a.hpax")}) {
-        EXPECT_FALSE(CompareFileType(list_, other, FILETYPE_PARTS)) << wtext::ToUtf8(other);
-        EXPECT_TRUE(CompareFileType(list_, other, FILETYPE_ALL)) << wtext::ToUtf8(other);
+        EXPECT_FALSE(CompareFileType(other, FILETYPE_PARTS)) << wtext::ToUtf8(other);
+        EXPECT_TRUE(CompareFileType(other, FILETYPE_ALL)) << wtext::ToUtf8(other);
     }
 }
 
-TEST_F(ValueComparison, FileTypeFilter) {
+TEST(ValueComparison, FileTypeFilter) {
     struct Row {
         std::vector<LONG> types;  // of the file-type criteria
         unsigned propSearchType;
@@ -401,19 +390,20 @@ TEST_F(ValueComparison, FileTypeFilter) {
         {{COND_EQUALS}, FILE_SEARCH_ANY, ""},
     };
     for (const Row& row : rows) {
-        delete std::exchange(dialog_.criteriaHead, nullptr);
         // A criterion on another property in front is no file type.
-        SRxCriteriaNode* last = dialog_.criteriaHead =
-            new SRxCriteriaNode(PROP_TEXT_19140, COND_EQUALS, JOIN_AND, nullptr);
+        SRxCriteriaNode head(PROP_TEXT_19140, COND_EQUALS, JOIN_AND, nullptr);
+        SRxCriteriaNode* last = &head;
         for (const LONG type : row.types) {
             last->nextCriterion = new SRxCriteriaNode(PROP_FILE_TYPE, type, JOIN_OR, nullptr);
             last = last->nextCriterion;
         }
-        dialog_.propSearchType = static_cast<eFileTypeSearch>(row.propSearchType);
+        const auto allowed = static_cast<eFileTypeSearch>(row.propSearchType);
         std::string passes;
         for (const char* extension : {"hpa", "txt", "sat", "cvw"}) {
             const WText name = TEXT("a.") + wtext::FromUtf8(extension);
-            if (PassesFileTypeFilter(list_, name.c_str())) passes += std::string(extension) + " ";
+            if (PassesFileTypeFilter(&head, allowed, name.c_str())) {
+                passes += std::string(extension) + " ";
+            }
         }
         EXPECT_EQ(row.passes, passes) << row.propSearchType;
     }
