@@ -8,8 +8,7 @@ namespace {
 
 // The properties that office documents carry as well as models.
 constexpr LONG kOfficeProperties[] = {
-    PROP_TEXT_19125, PROP_PERSON_19133, PROP_TEXT_19134, PROP_TEXT_19136,   PROP_TEXT_19140,
-    PROP_TEXT_19142, PROP_TEXT_19143,   PROP_TEXT_19144, PROP_PERSON_19145,
+    kRevisionNumber, kAuthor, kKeywords, kComments, kTitle, kCompany, kCategory, kSubject, kManager,
 };
 
 eFileTypeSearch ClassOfFileType(LONG conditionId) {

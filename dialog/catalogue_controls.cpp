@@ -2,7 +2,7 @@
 #include "criteria/catalogue.h"
 #include "criteria/text_equality.h"
 #include "dialog/find_dialog.h"
-#include "module/control_text.h"
+#include "module/controls.h"
 #include "module/registry_key.h"
 #include "outside/md_property_rows.h"
 #include "outside/md_registry.h"
@@ -13,6 +13,46 @@
 namespace {
 
 constexpr DWORD kPropertyNameLength = 261;  // units of a custom property's key with the terminator
+
+void AddConditions(SRxFindDialog& dialog, std::span<const LONG> conditions) {
+    for (const LONG condition : conditions) {
+        if (condition == COND_IS_APP_USER) {
+            dialog.StoreAString(IDC_CONDITION_LIST, dialog.appUserName, condition);
+        } else if (condition == COND_IS_LOGIN_USER) {
+            const bool another = dialog.loginUserName[0] != 0 &&
+                                 !TextsEqual(dialog.loginUserName, dialog.appUserName, kFoldName);
+            if (another) dialog.StoreAString(IDC_CONDITION_LIST, dialog.loginUserName, condition);
+        } else {
+            dialog.LoadAString(IDC_CONDITION_LIST, condition);
+        }
+    }
+}
+
+bool FillValueList(SRxFindDialog& dialog, LONG property) {
+    if (property == PROP_COMP_COLOR) {
+        SendTo(dialog.dialogWindow, IDC_VALUE_LIST, CB_RESETCONTENT);
+        for (int i = 0; const BLxWString* name = dialog.params.GetColor(i); ++i) {
+            if (!dialog.StoreAString(IDC_VALUE_LIST, name->c_str(), i)) break;
+        }
+        return true;
+    }
+    const std::vector<LONG> entries = ValueListOf(property, dialog.accessPoint);
+    if (entries.empty()) return false;
+    SendTo(dialog.dialogWindow, IDC_VALUE_LIST, CB_RESETCONTENT);
+    for (const LONG entry : entries)
+        dialog.LoadAString(IDC_VALUE_LIST, entry);
+    return true;
+}
+
+void ShowValueControl(SRxFindDialog& dialog, int shown, bool enabled) {
+    if (shown != IDC_VALUE_EDIT || !enabled)
+        SetDlgItemTextW(dialog.dialogWindow, IDC_VALUE_EDIT, TEXT(""));
+    for (const int control : {IDC_VALUE_EDIT, IDC_VALUE_LIST, IDC_VALUE_DATE}) {
+        const HWND window = GetDlgItem(dialog.dialogWindow, control);
+        ShowWindow(window, control == shown ? SW_SHOW : SW_HIDE);
+        EnableWindow(window, control == shown && enabled);
+    }
+}
 
 }  // namespace
 
@@ -29,14 +69,14 @@ bool SRxFindDialog::SetAString(int control, int stringId) {
 }
 
 bool SRxFindDialog::StoreAString(int control, const WCHAR* text, int itemData) {
-    const LRESULT item = SendToControl(control, CB_ADDSTRING, 0, text);
+    const LRESULT item = SendTo(dialogWindow, control, CB_ADDSTRING, 0, text);
     if (item < 0) return false;
-    SendToControl(control, CB_SETITEMDATA, static_cast<WPARAM>(item), itemData);
+    SendTo(dialogWindow, control, CB_SETITEMDATA, static_cast<WPARAM>(item), itemData);
     return true;
 }
 
 bool SRxFindDialog::InitProperties() {
-    SendToControl(IDC_PROPERTY_LIST, CB_RESETCONTENT);
+    SendTo(dialogWindow, IDC_PROPERTY_LIST, CB_RESETCONTENT);
     for (const PropertyRow& row : kPropertyRows) {
         if (IsCategoryOffered(lookFor, onlyAssemblies, row.category)) {
             LoadAString(IDC_PROPERTY_LIST, row.stringId);
@@ -44,7 +84,7 @@ bool SRxFindDialog::InitProperties() {
     }
     if (lookFor == eLookForNone || lookFor == eLookForDocuments) LoadUserProps();
     SetDropWidth(dialogWindow, IDC_PROPERTY_LIST);
-    SendToControl(IDC_PROPERTY_LIST, CB_SETCURSEL, static_cast<WPARAM>(-1));
+    SendTo(dialogWindow, IDC_PROPERTY_LIST, CB_SETCURSEL, static_cast<WPARAM>(-1));
     return true;
 }
 
@@ -59,106 +99,69 @@ void SRxFindDialog::LoadUserProps() {
     }
     for (const LONG id : FixedCustomProperties()) {
         const WText name = ResourceText(resourceInstance, static_cast<UINT>(id));
-        const bool known = SendToControl(IDC_PROPERTY_LIST, CB_FINDSTRINGEXACT,
-                                         static_cast<WPARAM>(-1), name.c_str()) >= 0;
+        const bool known = SendTo(dialogWindow, IDC_PROPERTY_LIST, CB_FINDSTRINGEXACT,
+                                  static_cast<WPARAM>(-1), name.c_str()) >= 0;
         if (!name.empty() && !known) StoreAString(IDC_PROPERTY_LIST, name.c_str(), kNoId);
     }
 }
 
-void SRxFindDialog::AddConditions(std::span<const LONG> conditions) {
-    for (const LONG condition : conditions) {
-        if (condition == COND_IS_APP_USER) {
-            StoreAString(IDC_CONDITION_LIST, appUserName, condition);
-        } else if (condition == COND_IS_LOGIN_USER) {
-            const bool another =
-                loginUserName[0] != 0 && !TextsEqual(loginUserName, appUserName, kFoldName);
-            if (another) StoreAString(IDC_CONDITION_LIST, loginUserName, condition);
-        } else {
-            LoadAString(IDC_CONDITION_LIST, condition);
-        }
-    }
-}
-
 void SRxFindDialog::InitConditions() {
-    const LRESULT item = SendToControl(IDC_PROPERTY_LIST, CB_GETCURSEL);
-    const LONG property = SelectedData(IDC_PROPERTY_LIST);
+    const LRESULT item = SendTo(dialogWindow, IDC_PROPERTY_LIST, CB_GETCURSEL);
+    const LONG property = SelectedData(dialogWindow, IDC_PROPERTY_LIST);
     if (property == kNoId) {
         InitCustomConditions(static_cast<int>(item));
         return;
     }
-    SendToControl(IDC_CONDITION_LIST, CB_RESETCONTENT);
+    SendTo(dialogWindow, IDC_CONDITION_LIST, CB_RESETCONTENT);
     const PropertyKind* kind = FindPropertyKind(property);
     if (kind != nullptr) {
-        AddConditions(ConditionsOf(kind->conditions));
+        AddConditions(*this, ConditionsOf(kind->conditions));
         const bool pick = modal && !onlyAssemblies && inApp && selectionSlot != nullptr;
-        if (kind->conditions == eConditionList::FileType && pick) AddConditions(PickConditions());
+        if (kind->conditions == eConditionList::FileType && pick)
+            AddConditions(*this, PickConditions());
     }
-    SendToControl(IDC_CONDITION_LIST, CB_SETEXTENDEDUI, TRUE);
-    SendToControl(IDC_CONDITION_LIST, CB_SETCURSEL, 0);
+    SendTo(dialogWindow, IDC_CONDITION_LIST, CB_SETEXTENDEDUI, TRUE);
+    SendTo(dialogWindow, IDC_CONDITION_LIST, CB_SETCURSEL, 0);
     if (kind != nullptr &&
         (kind->conditions == eConditionList::Text || kind->conditions == eConditionList::Person)) {
         const WText first = ResourceText(resourceInstance, COND_BEGINS_WITH);
-        SendToControl(IDC_CONDITION_LIST, CB_SELECTSTRING, static_cast<WPARAM>(-1), first.c_str());
+        SendTo(dialogWindow, IDC_CONDITION_LIST, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+               first.c_str());
     }
     EnableValueEdit();
     SetDropWidth(dialogWindow, IDC_CONDITION_LIST);
 }
 
 void SRxFindDialog::InitCustomConditions(int item) {
-    SendToControl(IDC_CONDITION_LIST, CB_SETEXTENDEDUI, TRUE);
-    SendToControl(IDC_CONDITION_LIST, CB_RESETCONTENT);
-    if (item == kNoId) item = static_cast<int>(SendToControl(IDC_PROPERTY_LIST, CB_GETCURSEL));
+    SendTo(dialogWindow, IDC_CONDITION_LIST, CB_SETEXTENDEDUI, TRUE);
+    SendTo(dialogWindow, IDC_CONDITION_LIST, CB_RESETCONTENT);
+    if (item == kNoId)
+        item = static_cast<int>(SendTo(dialogWindow, IDC_PROPERTY_LIST, CB_GETCURSEL));
     bool yesNo = false;
     if (item != kNoId) {
         yesNo = TextsEqual(ReadComboEntry(dialogWindow, IDC_PROPERTY_LIST, item).c_str(),
                            ResourceText(resourceInstance, USER_PROP_YES_NO).c_str(), kFoldName);
     }
-    AddConditions(ConditionsOf(yesNo ? eConditionList::YesNo : eConditionList::All));
-    SendToControl(IDC_CONDITION_LIST, CB_SETCURSEL, 0);
+    AddConditions(*this, ConditionsOf(yesNo ? eConditionList::YesNo : eConditionList::All));
+    SendTo(dialogWindow, IDC_CONDITION_LIST, CB_SETCURSEL, 0);
     EnableValueEdit();
     SetDropWidth(dialogWindow, IDC_CONDITION_LIST);
 }
 
-bool SRxFindDialog::FillValueList(LONG property) {
-    if (property == PROP_COMP_COLOR) {
-        SendToControl(IDC_VALUE_LIST, CB_RESETCONTENT);
-        for (int i = 0; const BLxWString* name = params.GetColor(i); ++i) {
-            if (!StoreAString(IDC_VALUE_LIST, name->c_str(), i)) break;
-        }
-        return true;
-    }
-    const std::vector<LONG> entries = ValueListOf(property, accessPoint);
-    if (entries.empty()) return false;
-    SendToControl(IDC_VALUE_LIST, CB_RESETCONTENT);
-    for (const LONG entry : entries)
-        LoadAString(IDC_VALUE_LIST, entry);
-    return true;
-}
-
-void SRxFindDialog::ShowValueControl(int shown, bool enabled) {
-    if (shown != IDC_VALUE_EDIT || !enabled)
-        SetDlgItemTextW(dialogWindow, IDC_VALUE_EDIT, TEXT(""));
-    for (const int control : {IDC_VALUE_EDIT, IDC_VALUE_LIST, IDC_VALUE_DATE}) {
-        const HWND window = GetDlgItem(dialogWindow, control);
-        ShowWindow(window, control == shown ? SW_SHOW : SW_HIDE);
-        EnableWindow(window, control == shown && enabled);
-    }
-}
-
 bool SRxFindDialog::EnableValueEdit() {
-    const LONG condition = SelectedData(IDC_CONDITION_LIST);
+    const LONG condition = SelectedData(dialogWindow, IDC_CONDITION_LIST);
     const eValueControl control = ValueControlOf(condition);
     // The property decides first, the condition second.
-    if (FillValueList(SelectedData(IDC_PROPERTY_LIST))) {
-        SendToControl(IDC_VALUE_LIST, CB_SETCURSEL, 0);
+    if (FillValueList(*this, SelectedData(dialogWindow, IDC_PROPERTY_LIST))) {
+        SendTo(dialogWindow, IDC_VALUE_LIST, CB_SETCURSEL, 0);
         SetDropWidth(dialogWindow, IDC_VALUE_LIST);
-        ShowValueControl(IDC_VALUE_LIST, true);
+        ShowValueControl(*this, IDC_VALUE_LIST, true);
     } else if (control == eValueControl::Date) {
-        ShowValueControl(IDC_VALUE_DATE, true);
+        ShowValueControl(*this, IDC_VALUE_DATE, true);
     } else if (control == eValueControl::None) {
-        ShowValueControl(IDC_VALUE_EDIT, false);
+        ShowValueControl(*this, IDC_VALUE_EDIT, false);
     } else {
-        ShowValueControl(IDC_VALUE_EDIT, true);
+        ShowValueControl(*this, IDC_VALUE_EDIT, true);
         OnCommandValueEdit();
         return true;
     }

@@ -1,6 +1,7 @@
 // The dialog's list of criteria: the rules of the list with the dialog's questions.
 #include "criteria/list_rules.h"
 
+#include "dialog/dialog_messages.h"
 #include "dialog/find_dialog.h"
 #include "outside/md_messages.h"
 

@@ -2,105 +2,15 @@
 // and what is kept for the next opening.
 #include "dialog/find_dialog.h"
 #include "found/found_dialog.h"
-#include "found/found_list.h"
 #include "module/module_state.h"
 #include "outside/blx_registry.h"
 #include "outside/md_registry.h"
 
-void SRxDialogActivity::End(SRxFindDialog& dialog) {
-    if (--dialog.activity > 0) return;
-    using eEnd = SRxFindDialog::eDialogEnd;
-    if (dialog.ending == eEnd::Asked || dialog.ending == eEnd::AskedByUser) {
-        dialog.RunEnd(dialog.ending == eEnd::AskedByUser);
-    }
-}
+namespace {
 
-SRxFindDialog::~SRxFindDialog() {
-    ending = eDialogEnd::Running;
-    while (!searches.empty())
-        EndSearch(*searches.back());
-    delete criteriaHead;
-    criteriaHead = nullptr;
-    --objectCount;
-    if (server != nullptr) server->Release();
-    if (gone != nullptr) *gone = true;
-    HoldLender(nullptr, nullptr);
-}
-
-bool SRxFindDialog::IsClosing() const {
-    return ending != eDialogEnd::None;
-}
-
-void SRxFindDialog::CloseDialog(bool notifyCaller) {
-    if (notifying || ending == eDialogEnd::Running) return;
-    if (activity > 0) {
-        PutOffEnd(notifyCaller);
-    } else {
-        RunEnd(notifyCaller);
-    }
-}
-
-void SRxFindDialog::PutOffEnd(bool byUser) {
-    // A caller who closes the dialog himself may free what he lent right after.
-    if (!byUser) {
-        notify = nullptr;
-        lookForOut = nullptr;
-        selectionSlot = nullptr;
-    }
-    const bool first = ending == eDialogEnd::None;
-    if (first || !byUser) ending = byUser ? eDialogEnd::AskedByUser : eDialogEnd::Asked;
-    for (SRxFoundList* list : searches)
-        AbandonSearch(*list, !byUser);
-    if (!first) return;
-    if (nestedDialog != nullptr) EndDialog(nestedDialog, 0);
-    if (dialogWindow != nullptr) ShowWindow(dialogWindow, SW_HIDE);
-}
-
-void SRxFindDialog::RunEnd(bool byUser) {
-    ending = eDialogEnd::Running;
-    while (!searches.empty())
-        EndSearch(*searches.back());
-    if (const HWND window = dialogWindow; window != nullptr) {
-        OnExit();
-        dialogWindow = nullptr;
-        SetWindowLongPtrW(window, DWLP_USER, 0);  // no message reaches the object any more
-        if (modal) {
-            EndDialog(window, 0);
-        } else {
-            DestroyWindow(window);
-        }
-    }
-    if (!modal && byUser) {
-        notifying = true;
-        NotifyOnCancel();
-        notifying = false;
-    }
-    delete this;
-}
-
-void SRxFindDialog::OnWindowDestroyed() {
-    if (ending == eDialogEnd::Running) return;
-    OnExit();
-    SetWindowLongPtrW(dialogWindow, DWLP_USER, 0);
-    dialogWindow = nullptr;
-    // Nobody asked for it, so the caller's listener hears of it as of a close by the user.
-    CloseDialog(true);
-}
-
-bool SRxFindDialog::OnExit() {
-    SavePlace();
-    for (const int button : {IDC_BROWSE, IDHELP}) {
-        const LRESULT icon = SendDlgItemMessageW(dialogWindow, button, BM_GETIMAGE, IMAGE_ICON, 0);
-        if (icon != 0) DestroyIcon(reinterpret_cast<HICON>(icon));
-    }
-    const LRESULT icon = SendMessageW(dialogWindow, WM_SETICON, ICON_SMALL, 0);
-    if (icon != 0) DestroyIcon(reinterpret_cast<HICON>(icon));
-    return true;
-}
-
-void SRxFindDialog::SavePlace() const try {
+void SavePlace(HWND window) try {
     RECT rect{};
-    if (!GetWindowRect(dialogWindow, &rect)) return;
+    if (!GetWindowRect(window, &rect)) return;
     WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
     const HKEY key = MDxCreateRegistryKey(HKEY_CURRENT_USER, path, kPathLength);
     if (key == nullptr) return;
@@ -110,4 +20,107 @@ void SRxFindDialog::SavePlace() const try {
     BLxPref_Reg::CloseKey(key);
 } catch (const std::bad_alloc&) {
     // Nor without memory for it.
+}
+
+}  // namespace
+
+SRxDialogLife::~SRxDialogLife() {
+    if (gone_ != nullptr) *gone_ = true;
+    HoldLender(nullptr, nullptr);
+}
+
+void SRxDialogLife::HoldLender(IUnknown* lender, SRxFindDialog** known) {
+    if (knownTo_ != nullptr && *knownTo_ == &dialog_) *knownTo_ = nullptr;
+    knownTo_ = known;
+    if (lender != nullptr) lender->AddRef();
+    if (lender_ != nullptr) lender_->Release();
+    lender_ = lender;
+}
+
+void SRxDialogLife::EndWork() {
+    if (--works_ > 0) return;
+    if (end_ == eEnd::Asked || end_ == eEnd::AskedByUser) Run(end_ == eEnd::AskedByUser);
+}
+
+void SRxDialogLife::EndSearches() {
+    end_ = eEnd::Running;
+    while (!dialog_.searches.empty())
+        EndSearch(*dialog_.searches.back());
+}
+
+void SRxDialogLife::Close(bool byUser) {
+    if (dialog_.notifying || end_ == eEnd::Running) return;
+    if (works_ > 0) {
+        PutOff(byUser);
+    } else {
+        Run(byUser);
+    }
+}
+
+void SRxDialogLife::PutOff(bool byUser) {
+    // A caller who closes the dialog himself may free what he lent right after.
+    if (!byUser) {
+        dialog_.notify = nullptr;
+        dialog_.lookForOut = nullptr;
+        dialog_.selectionSlot = nullptr;
+    }
+    const bool first = end_ == eEnd::None;
+    if (first || !byUser) end_ = byUser ? eEnd::AskedByUser : eEnd::Asked;
+    for (SRxFoundList* list : dialog_.searches)
+        AbandonSearch(*list, !byUser);
+    if (!first) return;
+    if (dialog_.nestedDialog != nullptr) EndDialog(dialog_.nestedDialog, 0);
+    if (dialog_.dialogWindow != nullptr) ShowWindow(dialog_.dialogWindow, SW_HIDE);
+}
+
+void SRxDialogLife::Run(bool byUser) {
+    EndSearches();
+    if (const HWND window = dialog_.dialogWindow; window != nullptr) {
+        dialog_.OnExit();
+        dialog_.dialogWindow = nullptr;
+        SetWindowLongPtrW(window, DWLP_USER, 0);  // no message reaches the object any more
+        if (dialog_.modal) {
+            EndDialog(window, 0);
+        } else {
+            DestroyWindow(window);
+        }
+    }
+    if (!dialog_.modal && byUser) {
+        dialog_.notifying = true;
+        dialog_.NotifyOnCancel();
+        dialog_.notifying = false;
+    }
+    delete &dialog_;
+}
+
+void SRxDialogLife::OnWindowDestroyed() {
+    if (end_ == eEnd::Running) return;
+    dialog_.OnExit();
+    SetWindowLongPtrW(dialog_.dialogWindow, DWLP_USER, 0);
+    dialog_.dialogWindow = nullptr;
+    // Nobody asked for it, so the caller's listener hears of it as of a close by the user.
+    Close(true);
+}
+
+SRxFindDialog::~SRxFindDialog() {
+    life.EndSearches();
+    delete criteriaHead;
+    criteriaHead = nullptr;
+    --objectCount;
+    if (server != nullptr) server->Release();
+}
+
+void SRxFindDialog::CloseDialog(bool notifyCaller) {
+    life.Close(notifyCaller);
+}
+
+bool SRxFindDialog::OnExit() {
+    SavePlace(dialogWindow);
+    for (const int button : {IDC_BROWSE, IDHELP}) {
+        const LRESULT icon = SendDlgItemMessageW(dialogWindow, button, BM_GETIMAGE, IMAGE_ICON, 0);
+        if (icon != 0) DestroyIcon(reinterpret_cast<HICON>(icon));
+    }
+    const LRESULT icon = SendMessageW(dialogWindow, WM_SETICON, ICON_SMALL, 0);
+    if (icon != 0) DestroyIcon(reinterpret_cast<HICON>(icon));
+    return true;
 }

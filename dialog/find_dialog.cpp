@@ -11,6 +11,15 @@ namespace {
 
 constexpr std::size_t kContextLength = 261;  // units of a context's name with its terminator
 
+HRESULT ReadServerContext(SRxFindDialog& dialog, BSTR* name) {
+    IQxWorkContext* context = nullptr;
+    const HRESULT status = dialog.server->GetWorkContext(&context);
+    if (context == nullptr) return status;
+    const HRESULT named = context->GetWorkContextName(name);
+    context->Release();
+    return named;
+}
+
 }  // namespace
 
 SRxFindDialog::SRxFindDialog(HINSTANCE instance, MDxFileNameNode** slot, IQxLecternServer* reader,
@@ -52,7 +61,7 @@ IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t
         // The server's own answer wins over what came with the server; the application is asked
         // when neither gave one.
         BSTR context = nullptr;
-        if (server != nullptr) status = ReadServerContext(&context);
+        if (server != nullptr) status = ReadServerContext(*this, &context);
         // A failure there takes nothing away from the server's answer.
         const bool asks = name[0] == 0 && context == nullptr;
         if (asks && SUCCEEDED(ReadApplicationContext(&context))) status = S_OK;
@@ -67,15 +76,6 @@ IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t
     return server;
 }
 
-HRESULT SRxFindDialog::ReadServerContext(BSTR* name) {
-    IQxWorkContext* context = nullptr;
-    const HRESULT status = server->GetWorkContext(&context);
-    if (context == nullptr) return status;
-    const HRESULT named = context->GetWorkContextName(name);
-    context->Release();
-    return named;
-}
-
 MDxFileNameNode* SRxFindDialog::GetSelection() const {
     return selectionSlot != nullptr ? *selectionSlot : nullptr;
 }
@@ -87,14 +87,6 @@ void SRxFindDialog::SetSelection(MDxFileNameNode** slot) {
 
 void SRxFindDialog::SetParams(const SRxShellExtParameters& newParams) {
     params = newParams;
-}
-
-void SRxFindDialog::HoldLender(IUnknown* newLender, SRxFindDialog** known) {
-    if (knownTo != nullptr && *knownTo == this) *knownTo = nullptr;
-    knownTo = known;
-    if (newLender != nullptr) newLender->AddRef();
-    if (lender != nullptr) lender->Release();
-    lender = newLender;
 }
 
 void SRxFindDialog::AllowMultiSelect(bool allow) {
@@ -162,36 +154,4 @@ void SRxFindDialog::EnableButtons(BOOL enable) {
         EnableWindow(GetDlgItem(dialogWindow, control), enable);
     }
     if (!enable && !searching) EnableWindow(GetDlgItem(dialogWindow, IDC_ADD), TRUE);
-}
-
-LONG SRxFindDialog::SelectedData(int comboBox) const {
-    const LRESULT item = SendToControl(comboBox, CB_GETCURSEL);
-    if (item < 0) return kNoId;
-    return static_cast<LONG>(SendToControl(comboBox, CB_GETITEMDATA, static_cast<WPARAM>(item)));
-}
-
-LRESULT SRxFindDialog::SendToControl(int control, UINT message, WPARAM wParam,
-                                     LPARAM lParam) const {
-    return SendDlgItemMessageW(dialogWindow, control, message, wParam, lParam);
-}
-
-LRESULT SRxFindDialog::SendToControl(int control, UINT message, WPARAM wParam,
-                                     const void* pointer) const {
-    return SendToControl(control, message, wParam, reinterpret_cast<LPARAM>(pointer));
-}
-
-void SRxFindDialog::TellOutOfMemory(HWND owner) const noexcept {
-    try {
-        DisplayMessageId(resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
-                         owner == dialogWindow ? 0 : kHelpFoundList, owner);
-    } catch (const std::bad_alloc&) {
-        // Nor for the usual box.
-        WCHAR text[kLabelLength] = {};
-        LoadStringW(resourceInstance, MSG_OUT_OF_MEMORY, text, kLabelLength);
-        MessageBoxW(owner, text, nullptr, MB_OK | MB_ICONERROR);
-    }
-}
-
-void SRxFindDialog::Say(UINT id) const {
-    DisplayMessageId(resourceInstance, id, MB_OK, eKindError, 0, dialogWindow);
 }

@@ -11,6 +11,7 @@
 #include "criteria/catalogue.h"
 #include "criteria/list_rules.h"
 #include "criteria/modes.h"
+#include "dialog/dialog_life.h"
 #include "dialog/find_dialog_links.h"
 #include "module/message_kinds.h"
 #include "module/module_api.h"
@@ -71,18 +72,6 @@ public:
     // notification or a search of this object is on the stack, the search is stopped, the windows
     // hide, the caller's pointers are let go at once, and the rest waits for the stack to unwind.
     void CloseDialog(bool notifyCaller);
-    // The messages of the window, for FindDlgProc.
-    void OnInitDialog(HWND window);
-    void OnCommand(WPARAM wParam);
-    // The window goes with its owner: the same end.
-    void OnWindowDestroyed();
-    // No more than the end is left of this object's life.
-    bool IsClosing() const;
-    // `owner`: the window that the message belongs to.
-    void TellOutOfMemory(HWND owner) const noexcept;
-    // Keeps the object that owns `lookForOut` and the slot alive as long as this one; null lets it
-    // go. `known`, which is the lender's, gets null when this object goes.
-    void HoldLender(IUnknown* newLender, SRxFindDialog** known);
     // Keeps the window's place for the next opening and frees the icons of the buttons. Always
     // true.
     bool OnExit();
@@ -118,9 +107,6 @@ public:
     // to replace or to insert at, `outReplaced` whether an equal one went; both may be null.
     [[nodiscard]] bool AddNode(SRxCriteriaNode* node, bool appendOnly, int* outIndex,
                                bool* outReplaced);
-    // At the end of the list, whatever stands there, with a row of its own. False when it was
-    // refused, or got no row.
-    [[nodiscard]] bool AppendCriterion(std::unique_ptr<SRxCriteriaNode> node);
     // Takes a node out of the list, destroys it and clears the pointer; one that the list doesn't
     // have stays as it is. Always true.
     bool DeleteNode(SRxCriteriaNode** node);
@@ -187,22 +173,19 @@ public:
     bool OnCommandSaveSearch(bool lastSearch);
     bool OnCommandOpenSearch(bool lastSearch);
 
-    // Stores the list under a name; an empty list and an empty name store nothing. False when not
-    // all of it stands there, which is told. `lastSearch`: for this process alone.
-    bool WriteSearch(const WCHAR* name, bool lastSearch);
-    // Puts a saved search in the place of the list; a name that isn't there gives a new list, an
-    // empty one changes nothing. False when a criterion was refused or got no row.
-    bool ReadSearch(const WCHAR* name);
     // The name under which this process keeps the last search of the environment; empty where none
     // is kept.
     void GetLastSearchName(WCHAR* name, std::size_t size) const;
     void AddCurrentProcessId(WCHAR* name, std::size_t size) const;
     // Those of every environment and process.
     void DeleteLastSearches();
-    // A message with the name of a saved search.
-    void SayAboutSearch(UINT id, const WCHAR* name) const;
-    // Saves that had been cut short and were finished now.
-    void TellOfFinishedSaves(const std::vector<WText>& names) const;
+    bool IsAssemblyEnv() const;
+    bool IsPartEnv() const;
+    bool IsHalvrineEnv() const;
+    // The argument is not used.
+    void SetDialogTitle(unsigned);
+    // Cuts a text at its first "<", in place.
+    void RemoveSand(const WCHAR* text);
 
     // The class of files that the list implies with this criterion; never below the present one.
     eFileTypeSearch GetFileSearchType(const SRxCriteriaNode& node) const;
@@ -242,106 +225,8 @@ public:
     // The searches whose records are alive, each with its found dialog if it has one. The records
     // lead here, so they end with this object.
     std::vector<SRxFoundList*> searches;
-    HWND nestedDialog = nullptr;        // the open dialog of the saved searches
-    IUnknown* lender = nullptr;         // one reference; may be null
-    SRxFindDialog** knownTo = nullptr;  // the lender's pointer to this object
-
-private:
-    friend class SRxDialogActivity;
-
-    enum class eDialogEnd { None, Asked, AskedByUser, Running };
-    eDialogEnd ending = eDialogEnd::None;
-    unsigned activity = 0;  // handlers, notifications and searches on the stack
-    bool* gone = nullptr;   // set to true by the destructor; may be null
-
-    void OnOkCommand();
-    void OnPropertyNotice(WPARAM wParam);
-    void OnCancelCommand();
-    void PutOffEnd(bool byUser);
-    void RunEnd(bool byUser);
-    LONG RunModal(HWND parent, const bool& ended);
-    LONG RunModeless(HWND parent);
-
-    bool IsAssemblyEnv() const;
-    bool IsPartEnv() const;
-    bool IsHalvrineEnv() const;
-
-    // A message of the resource library.
-    void Say(UINT id) const;
-
-    // A control's answer to a message; 0 where there is no such control.
-    LRESULT SendToControl(int control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
-    LRESULT SendToControl(int control, UINT message, WPARAM wParam, const void* pointer) const;
-    // The item data of a combo box's selection, -1 without one.
-    LONG SelectedData(int comboBox) const;
-
-    void SetDialogTitle(unsigned);
-    void AddConditions(std::span<const LONG> conditions);
-    // False for a property without a list.
-    bool FillValueList(LONG property);
-    // One of the three value controls shows; a text field that can't be used is emptied.
-    void ShowValueControl(int shown, bool enabled);
-
-    WText RowText(const SRxCriteriaNode& node) const;
-    // Gives a criterion a row at the end of the list box, or in front of the row `index`.
-    bool AddRow(SRxCriteriaNode& node, int index = -1);
-    // The row of a criterion, -1 for one without.
-    int RowOf(const SRxCriteriaNode* node) const;
-    // The criterion of the selected row; null without a selection.
-    SRxCriteriaNode* SelectedCriterion() const;
-    // Writes a criterion's row anew, after a change of its join.
-    void RewriteRow(SRxCriteriaNode& node);
-    // What the value controls hold; false when it doesn't fit the property, which the user is told.
-    bool ReadValue(LONG property, LONG condition, WText& value, LONG& valueId) const;
-    std::unique_ptr<SRxCriteriaNode> ComposeCriterion(LONG property, LONG condition,
-                                                      const WText& value, LONG valueId) const;
-    // Gives a criterion just added its row, or that of the one that it replaced.
-    void ShowAdded(SRxCriteriaNode& added, bool replaced);
-    // Of a property that stands in several categories, the one that is looked for.
-    void TakeOfferedCategory(SRxCriteriaNode& node) const;
-    // The list of all conditions, which a name that is typed and not chosen needs.
-    void NeedAllConditions();
-    void ShowCriterion(const SRxCriteriaNode& node);
-
-    void RestorePlace() const;
-    void FillLookFor();
-    void SetButtonIcon(int button, int icon);
-    void SetWindowIcon(int icon);
-    // The name of the context that the server works in.
-    void ShowContext();
-    void SetUpForAssembly();
-
-    // Puts a path into the look-in box at a position, -1 for the end, and shows it.
-    void SelectPath(const WText& path, WPARAM where);
-    WText LookInText() const;
-    void ExpandEntries(const WText& base);
-    void AddRecentPath();
-    // Where a browse dialog opens.
-    WText BrowseStart();
-    bool BrowseForFile(const WText& start, const WText& title);
-    bool BrowseForFolder(WText start, const WText& title);
-    // Cuts a text at its first "<", in place.
-    void RemoveSand(const WCHAR* text);
-
-    void SavePlace() const;
-    HRESULT ReadServerContext(BSTR* name);
-};
-
-// While it lives, its dialog is at work: an end that is asked for waits. The last one to go runs
-// it, and the object with it.
-class SRxDialogActivity {
-public:
-    explicit SRxDialogActivity(SRxFindDialog& dialog) : dialog_(dialog) { Begin(dialog_); }
-    ~SRxDialogActivity() { End(dialog_); }
-    SRxDialogActivity(const SRxDialogActivity&) = delete;
-    SRxDialogActivity& operator=(const SRxDialogActivity&) = delete;
-
-    static void Begin(SRxFindDialog& dialog) { ++dialog.activity; }
-    // May free the dialog.
-    static void End(SRxFindDialog& dialog);
-
-private:
-    SRxFindDialog& dialog_;
+    HWND nestedDialog = nullptr;  // the open dialog of the saved searches
+    SRxDialogLife life{*this};
 };
 
 // While it lives, what the controls tell is the dialog's own doing.

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "dialog/find_dialog.h"
-#include "module/control_text.h"
+#include "dialog/dialog_messages.h"
+#include "module/controls.h"
 
 SRxSearchQuery SRxFindDialogLinks::ReadQuery() {
     const HWND window = dialog_.dialogWindow;
@@ -71,7 +71,7 @@ bool SRxFindDialogLinks::SearchOnlyAssem() const {
 }
 
 bool SRxFindDialogLinks::IsClosing() const {
-    return dialog_.IsClosing();
+    return dialog_.life.IsClosing();
 }
 
 bool SRxFindDialogLinks::SearchComplete(bool result) {
@@ -79,7 +79,7 @@ bool SRxFindDialogLinks::SearchComplete(bool result) {
 }
 
 void SRxFindDialogLinks::TellOutOfMemory(HWND owner) const noexcept {
-    dialog_.TellOutOfMemory(owner);
+    SayOutOfMemory(dialog_, owner);
 }
 
 void SRxFindDialogLinks::Enter(SRxFoundList* list) {
@@ -91,11 +91,11 @@ void SRxFindDialogLinks::Leave(SRxFoundList* list) noexcept {
 }
 
 void SRxFindDialogLinks::BeginWork() noexcept {
-    SRxDialogActivity::Begin(dialog_);
+    dialog_.life.BeginWork();
 }
 
 void SRxFindDialogLinks::EndWork() noexcept {
-    SRxDialogActivity::End(dialog_);
+    dialog_.life.EndWork();
 }
 
 void SRxFindDialogLinks::SetNestedDialog(HWND dialog) {
@@ -103,9 +103,9 @@ void SRxFindDialogLinks::SetNestedDialog(HWND dialog) {
 }
 
 void SRxFindDialogLinks::TellOfFinishedSaves(const std::vector<WText>& names) const {
-    dialog_.TellOfFinishedSaves(names);
+    SayFinishedSaves(dialog_, names);
 }
 
 void SRxFindDialogLinks::SayAboutSearch(UINT id, const WCHAR* name) const {
-    dialog_.SayAboutSearch(id, name);
+    ::SayAboutSearch(dialog_, id, name);
 }

@@ -3,7 +3,7 @@
 #include <new>
 #include <vector>
 
-#include "dialog/find_dialog.h"
+#include "dialog/dialog_messages.h"
 #include "found/found_list.h"
 #include "module/dialog_help.h"
 #include "outside/md_window_aids.h"
@@ -77,6 +77,139 @@ void LeaveOpenWindows(HWND window) {
     }
 }
 
+LONG RunModal(SRxFindDialog& dialog, HWND parent, const bool& ended) {
+    (void)DialogBoxParamW(dialog.resourceInstance, MAKEINTRESOURCEW(IDD_MDFIND), parent,
+                          FindDlgProc, reinterpret_cast<LPARAM>(&dialog));
+    // Not by the result: it is 0 also where the parent is no window, and -1 also where the window
+    // went with its owner.
+    constexpr LONG kNoWindow = -1;
+    return ended ? 0 : kNoWindow;
+}
+
+LONG RunModeless(SRxFindDialog& dialog, HWND parent) {
+    constexpr LONG kNoWindow = 1;
+    // An end that comes while the dialog opens waits for the window.
+    const SRxDialogWork opening(dialog.life);
+    const HWND window = CreateDialogParamW(dialog.resourceInstance, MAKEINTRESOURCEW(IDD_MDFIND),
+                                           parent, FindDlgProc, reinterpret_cast<LPARAM>(&dialog));
+    if (window == nullptr) return dialog.life.IsClosing() ? 0 : kNoWindow;
+    modelessDialog = window;
+    if (!dialog.life.IsClosing()) ShowWindow(window, SW_SHOW);
+    return 0;
+}
+
+void OnInitDialog(SRxFindDialog& dialog, HWND window) {
+    const SRxDialogWork working(dialog.life);
+    dialog.dialogWindow = window;
+    dialog.InitDialogControls();
+    SayFinishedSaves(dialog, FinishCutSaves());
+    dialog.OnCommandOpenSearch(true);
+}
+
+void OnOkCommand(SRxFindDialog& dialog) {
+    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    if (dialog.inApp) dialog.NotifyOnOK();
+    const bool result = !dialog.life.IsClosing() && dialog.OnCommandSearchNow();
+    if (dialog.inApp && result) dialog.NotifyOnFindDone();
+    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+void OnCancelCommand(SRxFindDialog& dialog) {
+    {
+        const SRxDialogWork working(dialog.life);
+        try {
+            dialog.DeleteLastSearches();
+            dialog.OnCommandSaveSearch(true);
+        } catch (const std::bad_alloc&) {
+            // Closing frees memory; it goes on.
+            SayOutOfMemory(dialog, dialog.dialogWindow);
+        }
+        // Closed in the middle of it: the object goes with the last one at work.
+        if (dialog.life.IsClosing()) return;
+    }
+    dialog.CloseDialog(true);
+}
+
+void OnPropertyNotice(SRxFindDialog& dialog, WPARAM wParam) {
+    const int code = HIWORD(wParam);
+    if (code == CBN_KILLFOCUS) {
+        dialog.OnCommandPropertyListKillFocus();
+    } else if ((code == CBN_SELCHANGE || code == CBN_EDITCHANGE) && !dialog.updatingControls) {
+        dialog.OnCommandPropertyList(wParam);
+    }
+}
+
+void OnCommand(SRxFindDialog& dialog, WPARAM wParam) {
+    const int control = LOWORD(wParam);
+    const int code = HIWORD(wParam);
+    if (dialog.searching || dialog.life.IsClosing()) return;
+    if (control == IDCANCEL) {
+        OnCancelCommand(dialog);
+        return;
+    }
+    const SRxDialogWork working(dialog.life);
+    const bool quiet = dialog.updatingControls;
+    switch (control) {
+        case IDOK:
+            OnOkCommand(dialog);
+            break;
+        case IDHELP:
+            ShowDialogHelp(dialog.dialogWindow, IDD_MDFIND);
+            break;
+        case IDC_ADD:
+            dialog.OnCommandAdd();
+            break;
+        case IDC_BROWSE:
+            dialog.OnCommandBrowse();
+            break;
+        case IDC_CONDITION_LIST:
+            if (code == CBN_SELCHANGE && !quiet) dialog.OnCommandConditionList();
+            break;
+        case IDC_CRITERIA_LIST:
+            if (code == LBN_SELCHANGE) dialog.OnCommandCriterList();
+            break;
+        case IDC_LOOK_FOLDER:
+        case IDC_LOOK_SUBFOLDERS:
+            if (code == BN_CLICKED && !dialog.lookInFolders) dialog.OnCommandFolder();
+            break;
+        case IDC_LOOK_RELATED:
+            if (code == BN_CLICKED && dialog.lookInFolders) dialog.OnCommandRelatedDocs();
+            break;
+        case IDC_DELETE:
+            dialog.OnCommandDelete();
+            break;
+        case IDC_VALUE_LIST:
+            if (code == CBN_SELCHANGE && !quiet) dialog.OnCommandValueList();
+            break;
+        case IDC_LOOK_FOR:
+            if (code != CBN_SELCHANGE) break;
+            dialog.SetLookForType();
+            dialog.OnCommandNewSearch();
+            dialog.InitProperties();
+            break;
+        case IDC_NEW_SEARCH:
+            dialog.OnCommandNewSearch();
+            break;
+        case IDC_OPEN_SEARCH:
+            dialog.OnCommandOpenSearch(false);
+            break;
+        case IDC_SAVE_SEARCH:
+            dialog.OnCommandSaveSearch(false);
+            break;
+        case IDC_PATH_LIST:
+            if (code == CBN_KILLFOCUS) dialog.OnCommandPathKillFocus();
+            break;
+        case IDC_PROPERTY_LIST:
+            OnPropertyNotice(dialog, wParam);
+            break;
+        case IDC_VALUE_EDIT:
+            if ((code == EN_CHANGE || code == EN_UPDATE) && !quiet) dialog.OnCommandValueEdit();
+            break;
+        default:
+            break;
+    }
+}
+
 INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     SRxFindDialog* const dialog = DialogOf(window);
     switch (message) {
@@ -85,10 +218,10 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
             SetWindowLongPtrW(window, DWLP_USER, lParam);
             MDxSubstituteShellFont(window);
             SetWindowContextHelpId(window, IDD_MDFIND);
-            if (lParam != 0) reinterpret_cast<SRxFindDialog*>(lParam)->OnInitDialog(window);
+            if (lParam != 0) OnInitDialog(*reinterpret_cast<SRxFindDialog*>(lParam), window);
             return TRUE;
         case WM_COMMAND:
-            if (dialog != nullptr) dialog->OnCommand(wParam);
+            if (dialog != nullptr) OnCommand(*dialog, wParam);
             return TRUE;
         case WM_NOTIFY: {
             const auto* notice = reinterpret_cast<const NMHDR*>(lParam);
@@ -103,7 +236,7 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         case WM_DESTROY:
             LeaveOpenWindows(window);
-            if (dialog != nullptr) dialog->OnWindowDestroyed();
+            if (dialog != nullptr) dialog->life.OnWindowDestroyed();
             return FALSE;
         default:
             return AnswerHelpMessage(message, wParam, lParam) ? TRUE : FALSE;
@@ -114,143 +247,10 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 
 LONG SRxFindDialog::InvokeCommand(HWND parent) {
     bool ended = false;
-    gone = &ended;
-    const LONG result = modal ? RunModal(parent, ended) : RunModeless(parent);
-    if (!ended) gone = nullptr;
+    life.TellWhenGone(&ended);
+    const LONG result = modal ? RunModal(*this, parent, ended) : RunModeless(*this, parent);
+    if (!ended) life.TellWhenGone(nullptr);
     return result;
-}
-
-LONG SRxFindDialog::RunModal(HWND parent, const bool& ended) {
-    (void)DialogBoxParamW(resourceInstance, MAKEINTRESOURCEW(IDD_MDFIND), parent, FindDlgProc,
-                          reinterpret_cast<LPARAM>(this));
-    // Not by the result: it is 0 also where the parent is no window, and -1 also where the window
-    // went with its owner.
-    constexpr LONG kNoWindow = -1;
-    return ended ? 0 : kNoWindow;
-}
-
-LONG SRxFindDialog::RunModeless(HWND parent) {
-    constexpr LONG kNoWindow = 1;
-    // An end that comes while the dialog opens waits for the window.
-    const SRxDialogActivity opening(*this);
-    const HWND window = CreateDialogParamW(resourceInstance, MAKEINTRESOURCEW(IDD_MDFIND), parent,
-                                           FindDlgProc, reinterpret_cast<LPARAM>(this));
-    if (window == nullptr) return IsClosing() ? 0 : kNoWindow;
-    modelessDialog = window;
-    if (!IsClosing()) ShowWindow(window, SW_SHOW);
-    return 0;
-}
-
-void SRxFindDialog::OnInitDialog(HWND window) {
-    const SRxDialogActivity working(*this);
-    dialogWindow = window;
-    InitDialogControls();
-    TellOfFinishedSaves(FinishCutSaves());
-    OnCommandOpenSearch(true);
-}
-
-void SRxFindDialog::OnOkCommand() {
-    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
-    if (inApp) NotifyOnOK();
-    const bool result = !IsClosing() && OnCommandSearchNow();
-    if (inApp && result) NotifyOnFindDone();
-    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
-}
-
-void SRxFindDialog::OnCancelCommand() {
-    {
-        const SRxDialogActivity working(*this);
-        try {
-            DeleteLastSearches();
-            OnCommandSaveSearch(true);
-        } catch (const std::bad_alloc&) {
-            // Closing frees memory; it goes on.
-            TellOutOfMemory(dialogWindow);
-        }
-        // Closed in the middle of it: the object goes with the last one at work.
-        if (IsClosing()) return;
-    }
-    CloseDialog(true);
-}
-
-void SRxFindDialog::OnCommand(WPARAM wParam) {
-    const int control = LOWORD(wParam);
-    const int code = HIWORD(wParam);
-    if (searching || IsClosing()) return;
-    if (control == IDCANCEL) {
-        OnCancelCommand();
-        return;
-    }
-    const SRxDialogActivity working(*this);
-    const bool quiet = updatingControls;
-    switch (control) {
-        case IDOK:
-            OnOkCommand();
-            break;
-        case IDHELP:
-            ShowDialogHelp(dialogWindow, IDD_MDFIND);
-            break;
-        case IDC_ADD:
-            OnCommandAdd();
-            break;
-        case IDC_BROWSE:
-            OnCommandBrowse();
-            break;
-        case IDC_CONDITION_LIST:
-            if (code == CBN_SELCHANGE && !quiet) OnCommandConditionList();
-            break;
-        case IDC_CRITERIA_LIST:
-            if (code == LBN_SELCHANGE) OnCommandCriterList();
-            break;
-        case IDC_LOOK_FOLDER:
-        case IDC_LOOK_SUBFOLDERS:
-            if (code == BN_CLICKED && !lookInFolders) OnCommandFolder();
-            break;
-        case IDC_LOOK_RELATED:
-            if (code == BN_CLICKED && lookInFolders) OnCommandRelatedDocs();
-            break;
-        case IDC_DELETE:
-            OnCommandDelete();
-            break;
-        case IDC_VALUE_LIST:
-            if (code == CBN_SELCHANGE && !quiet) OnCommandValueList();
-            break;
-        case IDC_LOOK_FOR:
-            if (code != CBN_SELCHANGE) break;
-            SetLookForType();
-            OnCommandNewSearch();
-            InitProperties();
-            break;
-        case IDC_NEW_SEARCH:
-            OnCommandNewSearch();
-            break;
-        case IDC_OPEN_SEARCH:
-            OnCommandOpenSearch(false);
-            break;
-        case IDC_SAVE_SEARCH:
-            OnCommandSaveSearch(false);
-            break;
-        case IDC_PATH_LIST:
-            if (code == CBN_KILLFOCUS) OnCommandPathKillFocus();
-            break;
-        case IDC_PROPERTY_LIST:
-            OnPropertyNotice(wParam);
-            break;
-        case IDC_VALUE_EDIT:
-            if ((code == EN_CHANGE || code == EN_UPDATE) && !quiet) OnCommandValueEdit();
-            break;
-        default:
-            break;
-    }
-}
-
-void SRxFindDialog::OnPropertyNotice(WPARAM wParam) {
-    const int code = HIWORD(wParam);
-    if (code == CBN_KILLFOCUS) {
-        OnCommandPropertyListKillFocus();
-    } else if ((code == CBN_SELCHANGE || code == CBN_EDITCHANGE) && !updatingControls) {
-        OnCommandPropertyList(wParam);
-    }
 }
 
 INT_PTR CALLBACK FindDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -258,7 +258,7 @@ INT_PTR CALLBACK FindDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
         return Receive(window, message, wParam, lParam);
     } catch (const std::bad_alloc&) {
         // The object lives as long as its window knows it.
-        if (const SRxFindDialog* dialog = DialogOf(window)) dialog->TellOutOfMemory(window);
+        if (const SRxFindDialog* dialog = DialogOf(window)) SayOutOfMemory(*dialog, window);
         return TRUE;
     }
 }

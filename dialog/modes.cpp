@@ -1,5 +1,6 @@
 // What the place of the start and the kind of thing looked for change in the dialog.
 #include "dialog/find_dialog.h"
+#include "module/controls.h"
 #include "platform/resource_text.h"
 
 bool SRxFindDialog::IsAssemblyEnv() const {
@@ -57,17 +58,17 @@ void SRxFindDialog::SetLookForType(eLookFor value, bool selectItem) {
     if (row == lookForStrings.end()) return;
     SetDialogTitle(0);
     if (!selectItem) return;
-    const LRESULT count = SendToControl(IDC_LOOK_FOR, CB_GETCOUNT);
+    const LRESULT count = SendTo(dialogWindow, IDC_LOOK_FOR, CB_GETCOUNT);
     for (WPARAM item = 0; static_cast<LRESULT>(item) < count; ++item) {
-        if (SendToControl(IDC_LOOK_FOR, CB_GETITEMDATA, item) != row->second) continue;
-        SendToControl(IDC_LOOK_FOR, CB_SETCURSEL, item);
+        if (SendTo(dialogWindow, IDC_LOOK_FOR, CB_GETITEMDATA, item) != row->second) continue;
+        SendTo(dialogWindow, IDC_LOOK_FOR, CB_SETCURSEL, item);
         InitProperties();
         return;
     }
 }
 
 void SRxFindDialog::SetLookForType() {
-    const LONG chosen = SelectedData(IDC_LOOK_FOR);
+    const LONG chosen = SelectedData(dialogWindow, IDC_LOOK_FOR);
     if (chosen == kNoId) return;
     for (const auto& [kind, stringId] : lookForStrings) {
         if (stringId == chosen) {

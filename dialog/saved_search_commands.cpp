@@ -1,5 +1,8 @@
-// The dialog's side of the saved searches: the list and its rows to and from the store.
-#include "dialog/find_dialog.h"
+#include "dialog/saved_search_commands.h"
+
+#include "dialog/criteria_rows.h"
+#include "dialog/dialog_messages.h"
+#include "module/controls.h"
 #include "outside/md_messages.h"
 #include "platform/new_or_null.h"
 #include "platform/resource_text.h"
@@ -22,36 +25,30 @@ void SRxFindDialog::DeleteLastSearches() {
     DeleteAllLastSearches();
 }
 
-void SRxFindDialog::SayAboutSearch(UINT id, const WCHAR* name) const {
-    const WText text = wtext::Format(ResourceText(resourceInstance, id), {name});
-    DisplayMessageStringEx(resourceInstance, text.c_str(), MB_OK, eKindWarning, 0,
-                           nestedDialog != nullptr ? nestedDialog : dialogWindow);
-}
-
-bool SRxFindDialog::WriteSearch(const WCHAR* name, bool lastSearch) {
-    if (criteriaHead == nullptr || *name == 0) return true;
+bool WriteSearch(SRxFindDialog& dialog, const WCHAR* name, bool lastSearch) {
+    if (dialog.criteriaHead == nullptr || *name == 0) return true;
     StoredSearch search;
-    search.matchCase = static_cast<LONG>(SendToControl(IDC_MATCH_CASE, BM_GETCHECK));
-    search.lookFor = static_cast<LONG>(lookFor);
-    search.environment = static_cast<LONG>(accessPoint);
-    search.criteria = ToStored(criteriaHead);
+    search.matchCase = static_cast<LONG>(SendTo(dialog.dialogWindow, IDC_MATCH_CASE, BM_GETCHECK));
+    search.lookFor = static_cast<LONG>(dialog.lookFor);
+    search.environment = static_cast<LONG>(dialog.accessPoint);
+    search.criteria = ToStored(dialog.criteriaHead);
     std::vector<WText> finished;
     const eStoredWrite result =
         lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search, finished);
-    TellOfFinishedSaves(finished);
+    SayFinishedSaves(dialog, finished);
     switch (result) {
         case eStoredWrite::Whole:
             return true;
         case eStoredWrite::NoKey:
             return false;  // passed over in silence, like a store that isn't there
         case eStoredWrite::CutShort:
-            Say(MSG_SAVE_CUT_SHORT);
+            Say(dialog, MSG_SAVE_CUT_SHORT);
             return false;
         case eStoredWrite::KeptOld:
-            SayAboutSearch(MSG_SAVE_FAILED, name);
+            SayAboutSearch(dialog, MSG_SAVE_FAILED, name);
             return false;
         case eStoredWrite::SetAside:
-            SayAboutSearch(MSG_SAVE_SET_ASIDE, name);
+            SayAboutSearch(dialog, MSG_SAVE_SET_ASIDE, name);
             return false;
     }
     return false;
@@ -62,19 +59,19 @@ bool SRxFindDialog::OnCommandSaveSearch(bool lastSearch) {
     WCHAR name[kPathLength] = {};
     if (lastSearch) {
         GetLastSearchName(name, kPathLength);
-        WriteSearch(name, true);
+        WriteSearch(*this, name, true);
         return true;
     }
     const auto record = NewOrNull<SRxSearchListRecord>(&links, accessPoint);
     if (record == nullptr) {
-        Say(MSG_OUT_OF_MEMORY);
+        Say(*this, MSG_OUT_OF_MEMORY);
         return false;
     }
     const INT_PTR result =
         DialogBoxParamW(resourceInstance, MAKEINTRESOURCEW(IDD_SR_SAVESEARCH), dialogWindow,
                         SaveSearchDlgProc, reinterpret_cast<LPARAM>(record.get()));
     constexpr INT_PTR kNamed = 1;
-    if (result == kNamed) WriteSearch(record->name, false);
+    if (result == kNamed) WriteSearch(*this, record->name, false);
     return true;
 }
 
@@ -82,57 +79,52 @@ bool SRxFindDialog::OnCommandOpenSearch(bool lastSearch) {
     if (lastSearch) {
         WCHAR name[kPathLength] = {};
         GetLastSearchName(name, kPathLength);
-        return ReadSearch(name);
+        return ReadSearch(*this, name);
     }
     const auto record = NewOrNull<SRxSearchListRecord>(&links, accessPoint);
     if (record == nullptr) {
-        Say(MSG_OUT_OF_MEMORY);
+        Say(*this, MSG_OUT_OF_MEMORY);
         return false;
     }
     DialogBoxParamW(resourceInstance, MAKEINTRESOURCEW(IDD_SR_OPENSEARCH), dialogWindow,
                     OpenSearchDlgProc, reinterpret_cast<LPARAM>(record.get()));
-    return IsClosing() || ReadSearch(record->name);
+    return life.IsClosing() || ReadSearch(*this, record->name);
 }
 
-bool SRxFindDialog::ReadSearch(const WCHAR* name) {
+bool ReadSearch(SRxFindDialog& dialog, const WCHAR* name) {
     if (*name == 0) {
-        EnableButtons(criteriaHead != nullptr);
+        dialog.EnableButtons(dialog.criteriaHead != nullptr);
         return true;
     }
     // Without memory for it the list stays as it is, rows and all.
     StoredSearch search;
     const eStoredRead read = ReadSavedSearch(name, search);
-    SendToControl(IDC_CRITERIA_LIST, LB_RESETCONTENT);
-    fileSearchType = propSearchType = FILE_SEARCH_ANY;
+    SendTo(dialog.dialogWindow, IDC_CRITERIA_LIST, LB_RESETCONTENT);
+    dialog.fileSearchType = dialog.propSearchType = FILE_SEARCH_ANY;
     bool result = true;
     bool skipped = false;
     if (read == eStoredRead::Absent) {
-        result = OnCommandNewSearch();
+        result = dialog.OnCommandNewSearch();
     } else {
-        SendToControl(IDC_MATCH_CASE, BM_SETCHECK,
-                      search.matchCase != 0 ? BST_CHECKED : BST_UNCHECKED);
-        SetLookForType(static_cast<eLookFor>(search.lookFor), true);
-        delete criteriaHead;
-        criteriaHead = nullptr;
-        const auto take = [this](std::unique_ptr<SRxCriteriaNode> node) {
-            if (node == nullptr) Say(MSG_OUT_OF_MEMORY);
-            return node != nullptr && AppendCriterion(std::move(node));
+        SendTo(dialog.dialogWindow, IDC_MATCH_CASE, BM_SETCHECK,
+               search.matchCase != 0 ? BST_CHECKED : BST_UNCHECKED);
+        dialog.SetLookForType(static_cast<eLookFor>(search.lookFor), true);
+        delete dialog.criteriaHead;
+        dialog.criteriaHead = nullptr;
+        const auto take = [&dialog](std::unique_ptr<SRxCriteriaNode> node) {
+            if (node == nullptr) Say(dialog, MSG_OUT_OF_MEMORY);
+            return node != nullptr && AppendCriterion(dialog, std::move(node));
         };
-        result = TakeStored(search, onlyAssemblies, skipped, take);
+        result = TakeStored(search, dialog.onlyAssemblies, skipped, take);
     }
-    SendToControl(IDC_CRITERIA_LIST, LB_SETCURSEL, 0);
-    OnCommandCriterList();
+    SendTo(dialog.dialogWindow, IDC_CRITERIA_LIST, LB_SETCURSEL, 0);
+    dialog.OnCommandCriterList();
     if (skipped) {
-        DisplayMessageId(resourceInstance, MSG_CRITERIA_SKIPPED, MB_OK, eKindWarning, 0,
-                         dialogWindow);
+        DisplayMessageId(dialog.resourceInstance, MSG_CRITERIA_SKIPPED, MB_OK, eKindWarning, 0,
+                         dialog.dialogWindow);
     }
-    if (read == eStoredRead::Incomplete) SayAboutSearch(MSG_OPEN_INCOMPLETE, name);
-    SetFocus(GetDlgItem(dialogWindow, IDC_CRITERIA_LIST));
-    EnableButtons(criteriaHead != nullptr);
+    if (read == eStoredRead::Incomplete) SayAboutSearch(dialog, MSG_OPEN_INCOMPLETE, name);
+    SetFocus(GetDlgItem(dialog.dialogWindow, IDC_CRITERIA_LIST));
+    dialog.EnableButtons(dialog.criteriaHead != nullptr);
     return result;
-}
-
-void SRxFindDialog::TellOfFinishedSaves(const std::vector<WText>& names) const {
-    for (const WText& name : names)
-        SayAboutSearch(MSG_SAVE_RECOVERED, name.c_str());
 }

@@ -1,14 +1,15 @@
 // The command that starts a search: what is still open is settled, the find dialog steps back, and
 // the found dialog takes over.
+#include "dialog/dialog_messages.h"
 #include "dialog/find_dialog.h"
 #include "found/found_dialog.h"
-#include "module/control_text.h"
+#include "module/controls.h"
 #include "outside/md_messages.h"
 #include "platform/new_or_null.h"
 #include "platform/resource_text.h"
 
 bool SRxFindDialog::OnCommandSearchNow() {
-    const SRxDialogActivity working(*this);
+    const SRxDialogWork working(life);
     if (!IsWindowEnabled(GetDlgItem(dialogWindow, IDC_ADD))) pendingCriterion = false;
     if (pendingCriterion) {
         const WText text = wtext::Format(ResourceText(resourceInstance, MSG_UNADDED_CRITERION),
@@ -31,10 +32,10 @@ bool SRxFindDialog::OnCommandSearchNow() {
                                dialogWindow, MB_OK);
         return false;
     }
-    if (IsClosing()) return false;  // while one of the questions stood
+    if (life.IsClosing()) return false;  // while one of the questions stood
     auto record = NewOrNull<SRxFoundList>(links, selectionSlot);
     if (record == nullptr) {
-        Say(MSG_OUT_OF_MEMORY);
+        Say(*this, MSG_OUT_OF_MEMORY);
         return false;
     }
     record->multiSelect = allowMultiSelect;

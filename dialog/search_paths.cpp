@@ -5,7 +5,7 @@
 
 #include "criteria/text_equality.h"
 #include "dialog/find_dialog.h"
-#include "module/control_text.h"
+#include "module/controls.h"
 #include "module/registry_key.h"
 #include "outside/blx_util.h"
 #include "outside/md_registry.h"
@@ -79,16 +79,106 @@ struct FreeItemList {
     }
 };
 
+WText LookInText(const SRxFindDialog& dialog) {
+    return ReadControlText(dialog.dialogWindow, IDC_PATH_LIST).c_str();
+}
+
+void SelectPath(SRxFindDialog& dialog, const WText& path, WPARAM where) {
+    const LRESULT item =
+        SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_INSERTSTRING, where, path.c_str());
+    SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_SETCURSEL, static_cast<WPARAM>(item));
+}
+
+// Full paths in the place of the listing's short forms.
+void ExpandEntries(SRxFindDialog& dialog, const WText& base) {
+    LRESULT count = SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_GETCOUNT);
+    for (LRESULT item = 0; item < count;) {
+        WText entry = ReadComboEntry(dialog.dialogWindow, IDC_PATH_LIST, item);
+        SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_DELETESTRING, static_cast<WPARAM>(item));
+        const bool dots =
+            EqualsFold(entry.c_str(), TEXT("[..]")) || EqualsFold(entry.c_str(), TEXT("[.]"));
+        if (dots || !dialog.PathReformat(base, entry)) {
+            --count;
+            continue;
+        }
+        SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_INSERTSTRING, static_cast<WPARAM>(item),
+               entry.c_str());
+        ++item;
+    }
+}
+
+void AddRecentPath(SRxFindDialog& dialog) {
+    WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentPathList");
+    const RegistryKeyOwner key(MDxOpenRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength));
+    if (!key) return;
+    BLxWString recent;
+    const bool read = BLxPref_Reg::Read(key.get(), nullptr, &recent) == 0;
+    if (!read || recent.empty() || !PathFileExistsW(recent.c_str())) return;
+    const bool known = SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart,
+                              recent.c_str()) >= 0;
+    if (!known) SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_INSERTSTRING, 0, recent.c_str());
+}
+
+WText BrowseStart(SRxFindDialog& dialog) {
+    WText start = LookInText(dialog);
+    const bool asksServer = start.empty() && !dialog.inApp;
+    start = FolderOf(std::move(start));
+    IQxLecternServer* const reader = asksServer ? dialog.GetServer(nullptr, nullptr, 0) : nullptr;
+    IQxWorkContext* context = nullptr;
+    if (reader != nullptr && SUCCEEDED(reader->GetWorkContext(&context)) && context != nullptr) {
+        BSTR folder = nullptr;
+        if (SUCCEEDED(context->GetWorkContextFolder(&folder)) && folder != nullptr) {
+            start.assign(folder, SysStringLen(folder));
+            SysFreeString(folder);
+        }
+        context->Release();
+    }
+    return start.empty() ? CurrentWideFolder() : start;
+}
+
+bool BrowseForFile(SRxFindDialog& dialog, const WText& start, const WText& title) {
+    const std::unique_ptr<WCHAR[]> filter(new WCHAR[kComposedLength]());
+    GetDataFileFilter(filter.get(), kComposedLength);
+    WCHAR file[kBrowsePathLength] = {};
+    OPENFILENAMEW request{};
+    request.lStructSize = sizeof(request);
+    request.hwndOwner = dialog.dialogWindow;
+    request.hInstance = dialog.resourceInstance;
+    request.lpstrFilter = filter.get();
+    request.lpstrFile = file;
+    request.nMaxFile = kBrowsePathLength;
+    request.lpstrInitialDir = start.c_str();
+    request.lpstrTitle = title.c_str();
+    request.Flags = kBrowseFileFlags;
+    request.lpfnHook = BrowseFileCallbackProc;
+    if (!GetOpenFileNameW(&request)) return false;
+    const LRESULT item =
+        SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart, file);
+    if (item < 0) {
+        SelectPath(dialog, file, kAtEnd);
+    } else {
+        SendTo(dialog.dialogWindow, IDC_PATH_LIST, CB_SETCURSEL, static_cast<WPARAM>(item));
+    }
+    return true;
+}
+
+bool BrowseForFolder(SRxFindDialog& dialog, WText start, const WText& title) {
+    RemoveTrailingBackslash(start);
+    WCHAR shown[kBrowsePathLength] = {};
+    BROWSEINFOW request{};
+    request.hwndOwner = dialog.dialogWindow;
+    request.pszDisplayName = shown;
+    request.lpszTitle = title.c_str();
+    request.ulFlags = BIF_EDITBOX | BIF_NEWDIALOGSTYLE;
+    request.lpfn = BrowseFolderCallback;
+    request.lParam = reinterpret_cast<LPARAM>(start.c_str());
+    const std::unique_ptr<ITEMIDLIST, FreeItemList> chosen(SHBrowseForFolderW(&request));
+    if (chosen == nullptr || !SHGetPathFromIDListW(chosen.get(), shown)) return true;
+    if (*shown != 0) SelectPath(dialog, shown, 0);
+    return dialog.InitPaths();
+}
+
 }  // namespace
-
-WText SRxFindDialog::LookInText() const {
-    return ReadControlText(dialogWindow, IDC_PATH_LIST).c_str();
-}
-
-void SRxFindDialog::SelectPath(const WText& path, WPARAM where) {
-    const LRESULT item = SendToControl(IDC_PATH_LIST, CB_INSERTSTRING, where, path.c_str());
-    SendToControl(IDC_PATH_LIST, CB_SETCURSEL, static_cast<WPARAM>(item));
-}
 
 bool SRxFindDialog::PathReformat(const WText& base, WText& entry) const {
     if (entry.size() < 2) {
@@ -118,7 +208,7 @@ bool SRxFindDialog::PathReformat(const WText& base, WText& entry) const {
 }
 
 bool SRxFindDialog::InitPaths() {
-    WText base = LookInText();
+    WText base = LookInText(*this);
     if (base.empty()) base = BLx::GetWorkspacePath().c_str();
     if (base.empty()) {
         BLxWString workspaces;
@@ -129,67 +219,39 @@ bool SRxFindDialog::InitPaths() {
     WText listed = base;
     listed.resize(std::max<std::size_t>(listed.size(), kPathLength));
     EnsureTrailingBackslash(base);
-    SendToControl(IDC_PATH_LIST, CB_RESETCONTENT);
+    SendTo(dialogWindow, IDC_PATH_LIST, CB_RESETCONTENT);
     // A folder that can't be listed leaves the box empty; the search refuses it later.
     (void)DlgDirListComboBoxW(dialogWindow, listed.data(), IDC_PATH_LIST, IDC_PATH_LIST,
                               kFoldersAndDrives);
-    ExpandEntries(base);
-    LRESULT item = SendToControl(IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart, base.c_str());
-    if (item < 0) item = SendToControl(IDC_PATH_LIST, CB_INSERTSTRING, 0, base.c_str());
-    SendToControl(IDC_PATH_LIST, CB_SETCURSEL, static_cast<WPARAM>(item));
-    AddRecentPath();
+    ExpandEntries(*this, base);
+    LRESULT item =
+        SendTo(dialogWindow, IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart, base.c_str());
+    if (item < 0) item = SendTo(dialogWindow, IDC_PATH_LIST, CB_INSERTSTRING, 0, base.c_str());
+    SendTo(dialogWindow, IDC_PATH_LIST, CB_SETCURSEL, static_cast<WPARAM>(item));
+    AddRecentPath(*this);
     SetDropWidth(dialogWindow, IDC_PATH_LIST);
     return true;
 }
 
-// Full paths in the place of the listing's short forms.
-void SRxFindDialog::ExpandEntries(const WText& base) {
-    LRESULT count = SendToControl(IDC_PATH_LIST, CB_GETCOUNT);
-    for (LRESULT item = 0; item < count;) {
-        WText entry = ReadComboEntry(dialogWindow, IDC_PATH_LIST, item);
-        SendToControl(IDC_PATH_LIST, CB_DELETESTRING, static_cast<WPARAM>(item));
-        const bool dots =
-            EqualsFold(entry.c_str(), TEXT("[..]")) || EqualsFold(entry.c_str(), TEXT("[.]"));
-        if (dots || !PathReformat(base, entry)) {
-            --count;
-            continue;
-        }
-        SendToControl(IDC_PATH_LIST, CB_INSERTSTRING, static_cast<WPARAM>(item), entry.c_str());
-        ++item;
-    }
-}
-
-void SRxFindDialog::AddRecentPath() {
-    WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentPathList");
-    const RegistryKeyOwner key(MDxOpenRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength));
-    if (!key) return;
-    BLxWString recent;
-    const bool read = BLxPref_Reg::Read(key.get(), nullptr, &recent) == 0;
-    if (!read || recent.empty() || !PathFileExistsW(recent.c_str())) return;
-    const bool known =
-        SendToControl(IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart, recent.c_str()) >= 0;
-    if (!known) SendToControl(IDC_PATH_LIST, CB_INSERTSTRING, 0, recent.c_str());
-}
-
 bool SRxFindDialog::OnCommandFolder() {
     lookInFolders = true;
-    const WText path = FolderOf(LookInText());
-    if (PathFileExistsW(path.c_str())) SelectPath(path, kAtEnd);
+    const WText path = FolderOf(LookInText(*this));
+    if (PathFileExistsW(path.c_str())) SelectPath(*this, path, kAtEnd);
     return InitPaths();
 }
 
 bool SRxFindDialog::OnCommandPathKillFocus() {
-    const WText path = LookInText();
+    const WText path = LookInText(*this);
     if (path.empty()) return true;
-    if (SendToControl(IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart, path.c_str()) < 0) {
-        SelectPath(path, kAtEnd);
+    if (SendTo(dialogWindow, IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart, path.c_str()) < 0) {
+        SelectPath(*this, path, kAtEnd);
     }
     return true;
 }
 
 bool SRxFindDialog::OnCommandRelatedDocs() {
     lookInFolders = false;
-    SendToControl(IDC_PATH_LIST, CB_RESETCONTENT);
+    SendTo(dialogWindow, IDC_PATH_LIST, CB_RESETCONTENT);
     WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentFileList");
     const RegistryKeyOwner key(MDxOpenRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength));
     if (!key) return true;
@@ -198,75 +260,17 @@ bool SRxFindDialog::OnCommandRelatedDocs() {
         const WText name = TEXT("File") + wtext::FromNumber(n);
         if (BLxPref_Reg::Read(key.get(), name.c_str(), &file) != 0) break;
         if (file.empty()) continue;
-        SendToControl(IDC_PATH_LIST, CB_INSERTSTRING, kAtEnd, file.c_str());
+        SendTo(dialogWindow, IDC_PATH_LIST, CB_INSERTSTRING, kAtEnd, file.c_str());
     }
-    SendToControl(IDC_PATH_LIST, CB_SETCURSEL, 0);
+    SendTo(dialogWindow, IDC_PATH_LIST, CB_SETCURSEL, 0);
     return true;
-}
-
-WText SRxFindDialog::BrowseStart() {
-    WText start = LookInText();
-    const bool asksServer = start.empty() && !inApp;
-    start = FolderOf(std::move(start));
-    IQxLecternServer* const reader = asksServer ? GetServer(nullptr, nullptr, 0) : nullptr;
-    IQxWorkContext* context = nullptr;
-    if (reader != nullptr && SUCCEEDED(reader->GetWorkContext(&context)) && context != nullptr) {
-        BSTR folder = nullptr;
-        if (SUCCEEDED(context->GetWorkContextFolder(&folder)) && folder != nullptr) {
-            start.assign(folder, SysStringLen(folder));
-            SysFreeString(folder);
-        }
-        context->Release();
-    }
-    return start.empty() ? CurrentWideFolder() : start;
 }
 
 bool SRxFindDialog::OnCommandBrowse() {
-    const WText start = BrowseStart();
+    const WText start = BrowseStart(*this);
     const WText title = ResourceText(resourceInstance, STR_BROWSE_TITLE);
-    const bool related = SendToControl(IDC_LOOK_RELATED, BM_GETCHECK) != BST_UNCHECKED;
-    return related ? BrowseForFile(start, title) : BrowseForFolder(start, title);
-}
-
-bool SRxFindDialog::BrowseForFile(const WText& start, const WText& title) {
-    const std::unique_ptr<WCHAR[]> filter(new WCHAR[kComposedLength]());
-    GetDataFileFilter(filter.get(), kComposedLength);
-    WCHAR file[kBrowsePathLength] = {};
-    OPENFILENAMEW request{};
-    request.lStructSize = sizeof(request);
-    request.hwndOwner = dialogWindow;
-    request.hInstance = resourceInstance;
-    request.lpstrFilter = filter.get();
-    request.lpstrFile = file;
-    request.nMaxFile = kBrowsePathLength;
-    request.lpstrInitialDir = start.c_str();
-    request.lpstrTitle = title.c_str();
-    request.Flags = kBrowseFileFlags;
-    request.lpfnHook = BrowseFileCallbackProc;
-    if (!GetOpenFileNameW(&request)) return false;
-    const LRESULT item = SendToControl(IDC_PATH_LIST, CB_FINDSTRINGEXACT, kFromStart, file);
-    if (item < 0) {
-        SelectPath(file, kAtEnd);
-    } else {
-        SendToControl(IDC_PATH_LIST, CB_SETCURSEL, static_cast<WPARAM>(item));
-    }
-    return true;
-}
-
-bool SRxFindDialog::BrowseForFolder(WText start, const WText& title) {
-    RemoveTrailingBackslash(start);
-    WCHAR shown[kBrowsePathLength] = {};
-    BROWSEINFOW request{};
-    request.hwndOwner = dialogWindow;
-    request.pszDisplayName = shown;
-    request.lpszTitle = title.c_str();
-    request.ulFlags = BIF_EDITBOX | BIF_NEWDIALOGSTYLE;
-    request.lpfn = BrowseFolderCallback;
-    request.lParam = reinterpret_cast<LPARAM>(start.c_str());
-    const std::unique_ptr<ITEMIDLIST, FreeItemList> chosen(SHBrowseForFolderW(&request));
-    if (chosen == nullptr || !SHGetPathFromIDListW(chosen.get(), shown)) return true;
-    if (*shown != 0) SelectPath(shown, 0);
-    return InitPaths();
+    const bool related = SendTo(dialogWindow, IDC_LOOK_RELATED, BM_GETCHECK) != BST_UNCHECKED;
+    return related ? BrowseForFile(*this, start, title) : BrowseForFolder(*this, start, title);
 }
 
 void SRxFindDialog::RemoveSand(const WCHAR* text) {

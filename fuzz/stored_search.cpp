@@ -4,7 +4,7 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include "dialog/find_dialog.h"
+#include "dialog/saved_search_commands.h"
 #include "fuzz/fuzz_input.h"
 #include "module/module_state.h"
 #include "outside/md_registry.h"
@@ -152,7 +152,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const WText& finished : FinishCutSaves())
         Require(HasSavedSearch(finished.c_str()));
     (void)dialog.OnCommandOpenSearch(true);
-    (void)dialog.ReadSearch(TEXT("Gears"));
+    (void)ReadSearch(dialog, TEXT("Gears"));
     (void)dialog.OnCommandSaveSearch(true);
     for (const WText& name : SavedSearchNames()) {
         std::vector<WText> finished;

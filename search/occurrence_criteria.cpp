@@ -17,12 +17,12 @@ struct FlagRow {  // set or not
     void (MDxCritNode::*set)(bool);
 };
 constexpr FlagRow kFlagRows[] = {
-    {eCategoryComponent, 109, &MDxCritNode::CritAdaptive},
-    {eCategoryComponent, 110, &MDxCritNode::CritEnabled},
-    {eCategoryComponent, 111, &MDxCritNode::CritGrounded},
-    {eCategoryComponent, 112, &MDxCritNode::CritVisible},
-    {eCategoryComponent, 145, &MDxCritNode::CritTransparent},
-    {eCategoryComponent, 146, &MDxCritNode::CritFullyConstrained},
+    {eCategoryComponent, NumberOf(PROP_COMP_ADAPTIVE), &MDxCritNode::CritAdaptive},
+    {eCategoryComponent, NumberOf(PROP_COMP_ENABLED), &MDxCritNode::CritEnabled},
+    {eCategoryComponent, NumberOf(PROP_COMP_GROUNDED), &MDxCritNode::CritGrounded},
+    {eCategoryComponent, NumberOf(PROP_COMP_VISIBLE), &MDxCritNode::CritVisible},
+    {eCategoryComponent, NumberOf(PROP_COMP_TRANSPARENT), &MDxCritNode::CritTransparent},
+    {eCategoryComponent, NumberOf(PROP_COMP_FULLY_CONSTRAINED), &MDxCritNode::CritFullyConstrained},
 };
 
 struct YesRow {  // the word of a value list
@@ -31,12 +31,12 @@ struct YesRow {  // the word of a value list
     void (MDxCritNode::*set)(LONG condition, bool yes);
 };
 constexpr YesRow kYesRows[] = {
-    {eCategoryComponent, 127, &MDxCritNode::CritSuppressed},
-    {eCategoryConstraint, 121, &MDxCritNode::CritConstrSuppress},
-    {eCategoryConstraint, 126, &MDxCritNode::CritConstrReference},
-    {eCategoryWeld, 131, &MDxCritNode::CritWeldPartStatus},
-    {eCategoryFasAssembly, 134, &MDxCritNode::CritFasSuppress},
-    {eCategoryFasAssembly, 138, &MDxCritNode::CritFasParticipant},
+    {eCategoryComponent, NumberOf(PROP_COMP_SUPPRESSED), &MDxCritNode::CritSuppressed},
+    {eCategoryConstraint, NumberOf(PROP_CONSTR_SUPPRESSED), &MDxCritNode::CritConstrSuppress},
+    {eCategoryConstraint, NumberOf(PROP_CONSTR_REFERENCE), &MDxCritNode::CritConstrReference},
+    {eCategoryWeld, NumberOf(PROP_WELD_PART_STATUS), &MDxCritNode::CritWeldPartStatus},
+    {eCategoryFasAssembly, NumberOf(PROP_FAS_SUPPRESSED), &MDxCritNode::CritFasSuppress},
+    {eCategoryFasAssembly, NumberOf(PROP_FAS_PARTICIPANT), &MDxCritNode::CritFasParticipant},
 };
 
 struct IdRow {  // the number of a list entry
@@ -45,9 +45,9 @@ struct IdRow {  // the number of a list entry
     void (MDxCritNode::*set)(LONG condition, LONG valueId);
 };
 constexpr IdRow kIdRows[] = {
-    {eCategoryComponent, 116, &MDxCritNode::CritKPartType},
-    {eCategoryComponent, 140, &MDxCritNode::CritKAssyType},
-    {eCategoryFasAssembly, 135, &MDxCritNode::CritFasType},
+    {eCategoryComponent, NumberOf(PROP_COMP_KPART_TYPE), &MDxCritNode::CritKPartType},
+    {eCategoryComponent, NumberOf(PROP_COMP_KASSY_TYPE), &MDxCritNode::CritKAssyType},
+    {eCategoryFasAssembly, NumberOf(PROP_FAS_TYPE), &MDxCritNode::CritFasType},
 };
 
 struct TextRow {
@@ -57,18 +57,19 @@ struct TextRow {
     void (MDxCritNode::*set)(LONG condition, const WCHAR* value);
 };
 constexpr TextRow kTextRows[] = {
-    {eCategoryComponent, 114, false, &MDxCritNode::CritColor},
-    {eCategoryComponent, 118, false, &MDxCritNode::CritBOMStructure},
-    {eCategoryComponent, 141, true, &MDxCritNode::CritComponentName},
-    {eCategoryConstraint, 120, true, &MDxCritNode::CritConstrName},
-    {eCategoryConstraint, 122, false, &MDxCritNode::CritConstrValue},
-    {eCategoryConstraint, 123, false, &MDxCritNode::CritConstrType},
-    {eCategoryConstraint, 124, false, &MDxCritNode::CritConstrHealth},
-    {eCategoryWeld, 128, true, &MDxCritNode::CritWeldName},
-    {eCategoryWeld, 129, false, &MDxCritNode::CritWeldType},
-    {eCategoryWeld, 132, false, &MDxCritNode::CritWeldReferences},
-    {eCategoryFasAssembly, 133, true, &MDxCritNode::CritFasName},
-    {eCategoryFasAssembly, 139, true, &MDxCritNode::CritFasSketchParamName},
+    {eCategoryComponent, NumberOf(PROP_COMP_COLOR), false, &MDxCritNode::CritColor},
+    {eCategoryComponent, NumberOf(PROP_COMP_BOM_STRUCTURE), false, &MDxCritNode::CritBOMStructure},
+    {eCategoryComponent, NumberOf(PROP_COMP_NAME), true, &MDxCritNode::CritComponentName},
+    {eCategoryConstraint, NumberOf(PROP_CONSTR_NAME), true, &MDxCritNode::CritConstrName},
+    {eCategoryConstraint, NumberOf(PROP_CONSTR_VALUE), false, &MDxCritNode::CritConstrValue},
+    {eCategoryConstraint, NumberOf(PROP_CONSTR_TYPE), false, &MDxCritNode::CritConstrType},
+    {eCategoryConstraint, NumberOf(PROP_CONSTR_HEALTH), false, &MDxCritNode::CritConstrHealth},
+    {eCategoryWeld, NumberOf(PROP_WELD_NAME), true, &MDxCritNode::CritWeldName},
+    {eCategoryWeld, NumberOf(PROP_WELD_TYPE), false, &MDxCritNode::CritWeldType},
+    {eCategoryWeld, NumberOf(PROP_WELD_REFERENCES), false, &MDxCritNode::CritWeldReferences},
+    {eCategoryFasAssembly, NumberOf(PROP_FAS_NAME), true, &MDxCritNode::CritFasName},
+    {eCategoryFasAssembly, NumberOf(PROP_FAS_SKETCH_PARAM_NAME), true,
+     &MDxCritNode::CritFasSketchParamName},
 };
 
 struct NoteRow {  // two properties ask for a note, in two forms
@@ -78,18 +79,18 @@ struct NoteRow {  // two properties ask for a note, in two forms
     void (MDxCritNode::*set)(LONG condition, const WCHAR* value, bool form);
 };
 constexpr NoteRow kNoteRows[] = {
-    {eCategoryComponent, 125, true, &MDxCritNode::CritComponentNote},
-    {eCategoryComponent, 142, false, &MDxCritNode::CritComponentNote},
-    {eCategoryConstraint, 125, true, &MDxCritNode::CritConstrNote},
-    {eCategoryConstraint, 142, false, &MDxCritNode::CritConstrNote},
-    {eCategoryWeld, 130, true, &MDxCritNode::CritWeldNote},
-    {eCategoryWeld, 143, false, &MDxCritNode::CritWeldNote},
-    {eCategoryFasAssembly, 137, true, &MDxCritNode::CritFasNote},
-    {eCategoryFasAssembly, 144, false, &MDxCritNode::CritFasNote},
+    {eCategoryComponent, NumberOf(kNoteText), true, &MDxCritNode::CritComponentNote},
+    {eCategoryComponent, NumberOf(kNoteAuthor), false, &MDxCritNode::CritComponentNote},
+    {eCategoryConstraint, NumberOf(kNoteText), true, &MDxCritNode::CritConstrNote},
+    {eCategoryConstraint, NumberOf(kNoteAuthor), false, &MDxCritNode::CritConstrNote},
+    {eCategoryWeld, NumberOf(kWeldNoteText), true, &MDxCritNode::CritWeldNote},
+    {eCategoryWeld, NumberOf(kWeldNoteAuthor), false, &MDxCritNode::CritWeldNote},
+    {eCategoryFasAssembly, NumberOf(kFeatureNoteText), true, &MDxCritNode::CritFasNote},
+    {eCategoryFasAssembly, NumberOf(kFeatureNoteAuthor), false, &MDxCritNode::CritFasNote},
 };
 
-constexpr LONG kDegreesOfFreedom = 113;
-constexpr LONG kMateOwner = 115;
+constexpr LONG kDegreesOfFreedom = NumberOf(PROP_COMP_DOF_COUNT);
+constexpr LONG kMateOwner = NumberOf(PROP_COMP_KMATE_OWNER);
 
 template <typename Row, std::size_t N>
 const Row* FindRow(const Row (&rows)[N], const SRxCriteriaNode& c) {

@@ -15,7 +15,8 @@ namespace {
 
 constexpr double kTenThousandths = 10000.0;
 constexpr int kControlTextLength = 129;  // units, the terminator included
-constexpr int kSubtypeProperty = 31;     // where the number 32 is kept
+constexpr LONG kUnlistedPerson = 7;      // a control property that no list offers
+constexpr int kSubtypeProperty = 31;     // where the subtype is kept
 
 // How a general property is read.
 enum class eRead { Text, Person, Date, Currency, DesignState, Subtype };
@@ -24,14 +25,38 @@ struct GeneralRow {
     eRead read;
 };
 constexpr GeneralRow kGeneralRows[] = {
-    {2, eRead::Text},    {5, eRead::Text},      {6, eRead::Text},     {7, eRead::Text},
-    {8, eRead::Text},    {9, eRead::Text},      {16, eRead::Text},    {17, eRead::Text},
-    {20, eRead::Text},   {22, eRead::Text},     {23, eRead::Text},    {24, eRead::Text},
-    {26, eRead::Text},   {27, eRead::Text},     {29, eRead::Text},    {30, eRead::Text},
-    {55, eRead::Text},   {3, eRead::Person},    {10, eRead::Person},  {12, eRead::Person},
-    {25, eRead::Person}, {34, eRead::Person},   {41, eRead::Person},  {42, eRead::Person},
-    {43, eRead::Person}, {4, eRead::Date},      {11, eRead::Date},    {13, eRead::Date},
-    {35, eRead::Date},   {36, eRead::Currency}, {32, eRead::Subtype}, {40, eRead::DesignState},
+    {NumberOf(kComments), eRead::Text},
+    {NumberOf(kPartNumber), eRead::Text},
+    {NumberOf(kKeywords), eRead::Text},
+    {NumberOf(kProject), eRead::Text},
+    {NumberOf(kRevisionNumber), eRead::Text},
+    {NumberOf(kDescription), eRead::Text},
+    {16, eRead::Text},  // no list offers it
+    {NumberOf(kMaterial), eRead::Text},
+    {NumberOf(kCostCentre), eRead::Text},
+    {NumberOf(kTitle), eRead::Text},
+    {NumberOf(kDesignStandard), eRead::Text},
+    {NumberOf(kSubject), eRead::Text},
+    {NumberOf(kCompany), eRead::Text},
+    {NumberOf(kCategory), eRead::Text},
+    {NumberOf(kVendor), eRead::Text},
+    {NumberOf(kCatalogueLink), eRead::Text},
+    {NumberOf(kStockNumber), eRead::Text},
+    {NumberOf(kAuthor), eRead::Person},
+    {NumberOf(kCheckedBy), eRead::Person},
+    {NumberOf(kEngineeringApprovalBy), eRead::Person},
+    {NumberOf(kManager), eRead::Person},
+    {NumberOf(kManufacturingApprovalBy), eRead::Person},
+    {NumberOf(kDesigner), eRead::Person},
+    {NumberOf(kEngineer), eRead::Person},
+    {NumberOf(kApprovingAuthority), eRead::Person},
+    {NumberOf(kDateCreated), eRead::Date},
+    {NumberOf(kDateChecked), eRead::Date},
+    {NumberOf(kDateOfEngineeringApproval), eRead::Date},
+    {NumberOf(kDateOfManufacturingApproval), eRead::Date},
+    {NumberOf(kEstimatedCost), eRead::Currency},
+    {NumberOf(PROP_DOC_SUBTYPE), eRead::Subtype},
+    {NumberOf(PROP_DESIGN_STATE), eRead::DesignState},
 };
 
 // Kinds of document that the library opens to see whether they are genuine.
@@ -115,15 +140,15 @@ bool MatchGeneral(const SRxSearchRun& run, MDxGeneralProperties& general,
 bool MatchControl(const SRxSearchRun& run, MDxControlProperties& control,
                   const SRxCriteriaNode& c) {
     switch (c.propertyNumber) {
-        case 5:
-        case 7: {
+        case NumberOf(kLastSavedBy):
+        case kUnlistedPerson: {
             WCHAR text[kControlTextLength] = {};
             control.Property(c.propertyNumber, text, kControlTextLength);
             return CompareTextValue(text, c.value, Condition(c), run.query.matchCase,
                                     run.query.users);
         }
-        case 6:
-        case 8: {
+        case NumberOf(kDateLastPrinted):
+        case NumberOf(kDateLastSaved): {
             SYSTEMTIME date{};
             control.GetDatePropertyValue(c.propertyNumber, &date);
             return CompareDateValue(&date, c.value, c.conditionId);
@@ -239,7 +264,8 @@ CriterionOutcome EvaluateFileCriterion(SRxSearchRun& run, const FileAtHand& file
             if (!readable) return {};
             MDxGeneralProperties& general = file.properties->GenProp();
             // Nothing is known of a property whose set is damaged: not even that it is absent.
-            const int id = c.propertyNumber == 32 ? kSubtypeProperty : c.propertyNumber;
+            const int id = c.propertyNumber == NumberOf(PROP_DOC_SUBTYPE) ? kSubtypeProperty
+                                                                          : c.propertyNumber;
             return {!general.IsUnreadable(id) && MatchGeneral(run, general, c)};
         }
         case eCategoryControl: {

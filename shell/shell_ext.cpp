@@ -121,10 +121,10 @@ HRESULT SRxShellExt::StartDialog(CMINVOKECOMMANDINFO& info) {
     }
     // The dialog owns itself from here on, and this object for as long as it may write into it.
     SRxFindDialog* const dialog = windowless.release();
-    dialog->HoldLender(static_cast<IContextMenu*>(this), &findDialog);
+    dialog->life.HoldLender(static_cast<IContextMenu*>(this), &findDialog);
     const LONG result = dialog->InvokeCommand(info.hwnd);
     if (result == 0) return result;
-    dialog->HoldLender(nullptr, nullptr);
+    dialog->life.HoldLender(nullptr, nullptr);
     windowless.reset(dialog);
     findDialog = dialog;
     return kNoDialog;

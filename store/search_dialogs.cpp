@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "module/control_text.h"
+#include "module/controls.h"
 #include "module/dialog_help.h"
 #include "module/message_kinds.h"
 #include "outside/md_messages.h"

@@ -1,6 +1,7 @@
 #include <functional>
 
-#include "dialog/find_dialog.h"
+#include "dialog/criteria_rows.h"
+#include "dialog/saved_search_commands.h"
 #include "host/srfind/criterion_text.h"
 #include "host/srfind/shown_dialog.h"
 #include "module/module_state.h"
@@ -49,7 +50,7 @@ void Prepare(SRxFindDialog& dialog, const Options& options, const WText& lookIn,
     if (options.openSearch.given) {
         const WText name = wtext::FromUtf8(options.openSearch.text);
         if (HasSavedSearch(name.c_str())) {
-            (void)dialog.ReadSearch(name.c_str());
+            (void)ReadSearch(dialog, name.c_str());
         } else {
             report.Tell("there is no saved search \"" + options.openSearch.text + "\"");
         }
@@ -63,7 +64,7 @@ void Prepare(SRxFindDialog& dialog, const Options& options, const WText& lookIn,
         auto node = parser.Parse(option.text, option.isOr ? JOIN_OR : JOIN_AND, fault);
         if (node == nullptr) {
             report.Tell(fault);
-        } else if (!dialog.AppendCriterion(std::move(node))) {
+        } else if (!AppendCriterion(dialog, std::move(node))) {
             report.Tell("the criterion \"" + option.text + "\" was refused");
         }
     }

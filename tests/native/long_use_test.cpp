@@ -6,7 +6,8 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "dialog/find_dialog.h"
+#include "dialog/criteria_rows.h"
+#include "dialog/saved_search_commands.h"
 #include "module/module_state.h"
 #include "tests/unit/find_window_fixture.h"
 #include "tests/unit/module_fixture.h"
@@ -88,7 +89,7 @@ TEST_F(LongUse, TwentyFourCriteria) {
             i % 2 == 0 ? "File name begins with x" + std::to_string(i) : "File name contains ab",
             i % 2 == 0 ? JOIN_AND : JOIN_OR, fault);
         ASSERT_NE(nullptr, node) << fault;
-        EXPECT_TRUE(Dialog()->AppendCriterion(std::move(node)));
+        EXPECT_TRUE(AppendCriterion(*Dialog(), std::move(node)));
     }
     Send(IDC_CRITERIA_LIST, LB_SETCURSEL, 0);  // the default one
     Press(IDC_DELETE);
@@ -137,7 +138,7 @@ TEST_F(LongUse, AHundredSearchesOfFiftyCriteria) {
         EXPECT_EQ(search, read) << i;
     }
     Open(eAccessShellWindow);
-    EXPECT_TRUE(Dialog()->ReadSearch(TEXT("search 99")));
+    EXPECT_TRUE(ReadSearch(*Dialog(), TEXT("search 99")));
     EXPECT_EQ(50u, Rows().size());
     search.criteria.pop_back();
     EXPECT_EQ(eStoredWrite::Whole, Save(TEXT("search 50"), search));

@@ -229,10 +229,10 @@ TEST_F(CatalogueControls, InputThatFits) {
         {PROP_COMP_DOF_COUNT, TEXT("12a"), COND_NUM_EQUALS, false},
         {PROP_COMP_DOF_COUNT, TEXT("1.5"), COND_NUM_EQUALS, false},
         {PROP_COMP_DOF_COUNT, TEXT(" "), COND_NUM_EQUALS, false},
-        {PROP_CURRENCY_19180, TEXT("1.5"), COND_LESS_THAN, true},
-        {PROP_CURRENCY_19180, TEXT("1.5 "), COND_LESS_THAN, false},
+        {kEstimatedCost, TEXT("1.5"), COND_LESS_THAN, true},
+        {kEstimatedCost, TEXT("1.5 "), COND_LESS_THAN, false},
         {PROP_CONSTR_VALUE, TEXT("x"), COND_LESS_THAN, true},
-        {PROP_TEXT_19140, TEXT("x"), COND_EQUALS, true},
+        {kTitle, TEXT("x"), COND_EQUALS, true},
         {-1, TEXT("x"), COND_EQUALS, true},
         {-1, TEXT("x"), COND_NUM_DIFFERS, false},
         {-1, TEXT("-2e3"), COND_GREATER_THAN, true},
@@ -253,9 +253,9 @@ TEST_F(CatalogueControls, AComposedCriterionReachesItsSetter) {
         LONG property;
         eCritTest test;
     } kRows[] = {
-        {eLookForDocuments, PROP_NOTE_19252, eCritTest::ComponentNote},
-        {eLookForConstraints, PROP_NOTE_19252, eCritTest::ConstrNote},
-        {eLookForConstraints, PROP_NOTE_19253, eCritTest::ConstrNote},
+        {eLookForDocuments, kNoteText, eCritTest::ComponentNote},
+        {eLookForConstraints, kNoteText, eCritTest::ConstrNote},
+        {eLookForConstraints, kNoteAuthor, eCritTest::ConstrNote},
         {eLookForFasAssembly, PROP_FAS_NAME, eCritTest::FasName},
         {eLookForFasSketch, PROP_FAS_NAME, eCritTest::FasName},
         {eLookForFasPart, PROP_FAS_NAME, eCritTest::FasName},

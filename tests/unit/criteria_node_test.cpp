@@ -37,7 +37,7 @@ TEST(CriteriaNode, Constructors) {
         {"19122 5 1 21725 1 -1 '' 'abc'", make(5, 1, COND_EQUALS, JOIN_AND, text)},
         {"19147 5 2 21725 2 -1 '' ''", make(5, 2, COND_EQUALS, JOIN_OR, none)},
         {"-1 -1 -1 -1 1 -1 '' ''", make(5, 9, COND_EQUALS, JOIN_AND, text)},
-        {"19140 22 1 21721 2 -1 '' 'abc'", make(PROP_TEXT_19140, COND_CONTAINS, JOIN_OR, text)},
+        {"19140 22 1 21721 2 -1 '' 'abc'", make(kTitle, COND_CONTAINS, JOIN_OR, text)},
         {"-1 -1 -1 -1 2 -1 '' ''", make(19999, COND_CONTAINS, JOIN_OR, text)},
         {"19242 123 12 21715 1 19244 '' 'abc'",
          make(PROP_CONSTR_TYPE, COND_NUM_EQUALS, JOIN_AND, text, VAL_CONSTR_ANGLE)},
@@ -53,8 +53,7 @@ TEST(CriteriaNode, ValuesAreTakenWholeOrNotAtAll) {
         const std::size_t kept = length <= 127 ? length : 0;
         for (const NodePtr& node :
              {std::make_unique<SRxCriteriaNode>(22, 1, COND_EQUALS, JOIN_AND, text.c_str()),
-              std::make_unique<SRxCriteriaNode>(PROP_TEXT_19140, COND_EQUALS, JOIN_AND,
-                                                text.c_str()),
+              std::make_unique<SRxCriteriaNode>(kTitle, COND_EQUALS, JOIN_AND, text.c_str()),
               std::make_unique<SRxCriteriaNode>(text.c_str(), COND_EQUALS, JOIN_AND,
                                                 text.c_str())}) {
             EXPECT_EQ(kept, wtext::Length(node->value)) << length;
@@ -70,10 +69,10 @@ TEST(CriteriaNode, Predicates) {
         const char* is;  // t: file type, o: occurrence, p: needs properties
     };
     const Row rows[] = {
-        {PROP_FILE_TYPE, "t"},        {PROP_FILE_NAME, ""},   {PROP_TEXT_19140, "p"},
-        {PROP_TEXT_19132, "p"},       {PROP_DOC_STATUS, "p"}, {PROP_LIBRARY_DOCUMENT, "p"},
+        {PROP_FILE_TYPE, "t"},        {PROP_FILE_NAME, ""},   {kTitle, "p"},
+        {kCostCentre, "p"},           {PROP_DOC_STATUS, "p"}, {PROP_LIBRARY_DOCUMENT, "p"},
         {PROP_SKIPPED_TEST, "p"},     {PROP_COMP_COLOR, "o"}, {PROP_CONSTR_NAME, "o"},
-        {PROP_WELD_NAME, "o"},        {PROP_FAS_NAME, "o"},   {PROP_CONTROL_PERSON_19147, "p"},
+        {PROP_WELD_NAME, "o"},        {PROP_FAS_NAME, "o"},   {kLastSavedBy, "p"},
         {PROP_COMP_TRANSPARENT, "o"},
     };
     const auto is = [](const SRxCriteriaNode& node) {

@@ -27,7 +27,7 @@ TEST(FindDialog, TellsWhetherPropertiesAreNeeded) {
     dialog.criteriaHead = new SRxCriteriaNode(PROP_FILE_NAME, COND_CONTAINS, JOIN_AND, TEXT("x"));
     dialog.NotifyOnOK();
     dialog.criteriaHead->nextCriterion =
-        new SRxCriteriaNode(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("x"));
+        new SRxCriteriaNode(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
     dialog.NotifyOnOK();
     EXPECT_EQ("001", listener.ok);
 }

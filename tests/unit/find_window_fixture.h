@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dialog/find_dialog.h"
-#include "module/control_text.h"
+#include "module/controls.h"
 #include "platform/live_windows.h"
 #include "platform/resource_text.h"
 #include "store/saved_search.h"

@@ -18,17 +18,9 @@ struct Letter {
     LONG id;
 };
 constexpr Letter kProperties[] = {
-    {'T', PROP_TEXT_19140},
-    {'P', PROP_TEXT_19127},
-    {'Q', PROP_TEXT_19120},
-    {'N', PROP_CURRENCY_19180},
-    {'F', PROP_FILE_TYPE},
-    {'A', PROP_FILE_NAME},
-    {'S', PROP_DESIGN_STATE},
-    {'D', PROP_DATE_19126},
-    {'L', PROP_TEXT_19122},
-    {'B', PROP_DOC_STATUS},
-    {'l', PROP_CONTROL_PERSON_19147},
+    {'T', kTitle},         {'P', kProject},        {'Q', kMaterial},         {'N', kEstimatedCost},
+    {'F', PROP_FILE_TYPE}, {'A', PROP_FILE_NAME},  {'S', PROP_DESIGN_STATE}, {'D', kDateCreated},
+    {'L', kPartNumber},    {'B', PROP_DOC_STATUS}, {'l', kLastSavedBy},
 };
 constexpr Letter kConditions[] = {
     {'=', COND_EQUALS},      {'!', COND_DIFFERS},         {'^', COND_BEGINS_WITH},
@@ -287,14 +279,14 @@ TEST(ListRules, RowsRead) {
     EXPECT_EQ("Title begins with 10 % of %1", row(*Node("&T^10 % of %1")));
     EXPECT_EQ("or Title equals ", row(*Node("|T=")));
     const auto date = [](LONG condition, const WCHAR* value) {
-        return SRxCriteriaNode(PROP_DATE_19126, condition, JOIN_AND, value);
+        return SRxCriteriaNode(kDateCreated, condition, JOIN_AND, value);
     };
     EXPECT_EQ("Date created falls on 3/7/2024", row(date(COND_ON_DATE, TEXT("2024 3 7"))));
     EXPECT_EQ("Date created falls on ", row(date(COND_ON_DATE, TEXT(""))));
     EXPECT_EQ("Author App User ",
-              row(SRxCriteriaNode(PROP_PERSON_19133, COND_IS_APP_USER, JOIN_AND, nullptr)));
+              row(SRxCriteriaNode(kAuthor, COND_IS_APP_USER, JOIN_AND, nullptr)));
     EXPECT_EQ("Author login ",
-              row(SRxCriteriaNode(PROP_PERSON_19133, COND_IS_LOGIN_USER, JOIN_AND, nullptr)));
+              row(SRxCriteriaNode(kAuthor, COND_IS_LOGIN_USER, JOIN_AND, nullptr)));
     // A long name is whole, up to the end of the row.
     const WText name(300, 'n');
     const SRxCriteriaNode custom(name.c_str(), COND_EQUALS, JOIN_AND, TEXT("v"));

@@ -11,7 +11,8 @@
 #include <vector>
 
 #include "criteria/catalogue.h"
-#include "dialog/find_dialog.h"
+#include "dialog/dialog_messages.h"
+#include "dialog/saved_search_commands.h"
 #include "module/module_state.h"
 #include "outside/blx_registry.h"
 #include "outside/md_property_rows.h"
@@ -151,10 +152,10 @@ TEST_F(SavedSearch, StandsInTheRegistryAsTold) {
     dialog_->lookFor = eLookForDocuments;
     controls_->Check(IDC_MATCH_CASE, true);
     AddNew(PROP_FILE_NAME, COND_CONTAINS, JOIN_AND, TEXT("b\"\\ \u00e9"));
-    AddNew(PROP_DATE_19126, COND_ON_DATE, JOIN_OR, TEXT("2024 3 7"));
+    AddNew(kDateCreated, COND_ON_DATE, JOIN_OR, TEXT("2024 3 7"));
     AddNew(TEXT("My own"), COND_EQUALS, JOIN_AND, TEXT(""));
     AddNew(PROP_COMP_KPART_TYPE, COND_EQUALS, JOIN_AND, TEXT("Member"), VAL_TABLE_MEMBER);
-    EXPECT_TRUE(dialog_->WriteSearch(TEXT("A search"), false));
+    EXPECT_TRUE(WriteSearch(*dialog_, TEXT("A search"), false));
     EXPECT_EQ(
         "1 1 1\n"
         "Node1 1 6619143 21721 'b\"\\ \u00e9' -1\n"
@@ -163,10 +164,10 @@ TEST_F(SavedSearch, StandsInTheRegistryAsTold) {
         "Node4 1 7602187 21725 'Member' 19227\n",
         Exported(TEXT("A search")));
     EXPECT_EQ((std::vector<WText>{TEXT("A search")}), SavedSearchNames());
-    EXPECT_TRUE(dialog_->WriteSearch(TEXT(""), false));
+    EXPECT_TRUE(WriteSearch(*dialog_, TEXT(""), false));
     dialog_->OnCommandNewSearch();
     delete std::exchange(dialog_->criteriaHead, nullptr);
-    EXPECT_TRUE(dialog_->WriteSearch(TEXT("nothing"), false)) << "an empty list is never stored";
+    EXPECT_TRUE(WriteSearch(*dialog_, TEXT("nothing"), false)) << "an empty list is never stored";
     EXPECT_EQ(1u, SavedSearchNames().size());
 }
 
@@ -189,7 +190,7 @@ TEST_F(SavedSearch, ReadBackItIsTheSame) {
             std::make_unique<SRxCriteriaNode>(TEXT("own"), condition, JOIN_OR, TEXT("x")));
     for (int i = 0; i < 50; ++i) {
         for (std::size_t list = i < 12 ? 1 : 2; list < 3; ++list) {
-            lists[list].push_back(std::make_unique<SRxCriteriaNode>(PROP_TEXT_19140, COND_CONTAINS,
+            lists[list].push_back(std::make_unique<SRxCriteriaNode>(kTitle, COND_CONTAINS,
                                                                     i % 4 < 2 ? JOIN_AND : JOIN_OR,
                                                                     wtext::FromNumber(i).c_str()));
         }
@@ -206,12 +207,12 @@ TEST_F(SavedSearch, ReadBackItIsTheSame) {
             *end = node.release();
             end = &(*end)->nextCriterion;
         }
-        ASSERT_TRUE(dialog_->WriteSearch(TEXT("s"), false));
+        ASSERT_TRUE(WriteSearch(*dialog_, TEXT("s"), false));
         const std::string first = Exported(TEXT("s"));
         NewDialog();
         dialog_->SetOnlyAssem(true);
-        EXPECT_TRUE(dialog_->ReadSearch(TEXT("s")));
-        ASSERT_TRUE(dialog_->WriteSearch(TEXT("again"), false));
+        EXPECT_TRUE(ReadSearch(*dialog_, TEXT("s")));
+        ASSERT_TRUE(WriteSearch(*dialog_, TEXT("again"), false));
         EXPECT_EQ(first, Exported(TEXT("again")));
         EXPECT_LT(count, Rows() + 13) << "file types exclude each other";
         EXPECT_TRUE(Remove(TEXT("s")));
@@ -222,8 +223,8 @@ TEST_F(SavedSearch, ReplacingLeavesNothingOfTheOld) {
     for (const int count : {12, 3}) {
         NewDialog();
         for (int i = 0; i < count; ++i)
-            AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, wtext::FromNumber(i).c_str());
-        EXPECT_TRUE(dialog_->WriteSearch(TEXT("s"), false));
+            AddNew(kTitle, COND_CONTAINS, JOIN_AND, wtext::FromNumber(i).c_str());
+        EXPECT_TRUE(WriteSearch(*dialog_, TEXT("s"), false));
         StoredSearch search;
         EXPECT_EQ(eStoredRead::Whole, ReadSavedSearch(TEXT("S"), search)) << "case plays no part";
         EXPECT_EQ(static_cast<std::size_t>(count), search.criteria.size());
@@ -279,7 +280,7 @@ TEST_F(SavedSearch, WhatOtherWritersLeave) {
                       node[2]);
         }
         if (row.message != nullptr) desk_.Expect(row.message);
-        EXPECT_TRUE(dialog_->ReadSearch(TEXT("s")));
+        EXPECT_TRUE(ReadSearch(*dialog_, TEXT("s")));
         EXPECT_EQ(row.list, List());
         EXPECT_TRUE(Remove(TEXT("s")));
     }
@@ -307,7 +308,7 @@ TEST_F(SavedSearch, MistypedValuesAreEmpty) {
     EXPECT_EQ(1, search.lookFor);
     EXPECT_EQ(200u, search.criteria[0].value.size());
     desk_.Expect("could not be read whole");
-    dialog_->ReadSearch(TEXT("s"));
+    ReadSearch(*dialog_, TEXT("s"));
     ASSERT_NE(nullptr, dialog_->criteriaHead);
     EXPECT_EQ(0, dialog_->criteriaHead->value[0]) << "too long to be held: never cut";
 }
@@ -323,22 +324,22 @@ TEST_F(SavedSearch, LastSearches) {
                  {eAccessPartAlt, "_last_hlv_search_part_"},
                  {eAccessFindFiles, ""},
                  {eAccessShellNoWindow, ""}};
-    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("x"));
-    EXPECT_TRUE(dialog_->WriteSearch(TEXT("mine"), false));
+    AddNew(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    EXPECT_TRUE(WriteSearch(*dialog_, TEXT("mine"), false));
     for (const auto& row : kRows) {
         WCHAR name[kPathLength];
         dialog_->SetAccessPoint(row.accessPoint);
         dialog_->GetLastSearchName(name, kPathLength);
         const std::string process = std::to_string(GetCurrentProcessId());
         EXPECT_EQ(*row.name != 0 ? row.name + process : "", wtext::ToUtf8(name));
-        EXPECT_TRUE(dialog_->WriteSearch(name, true));
+        EXPECT_TRUE(WriteSearch(*dialog_, name, true));
     }
     EXPECT_EQ(3u, SavedSearchNames().size());
     dialog_->DeleteLastSearches();
     EXPECT_EQ((std::vector<WText>{TEXT("mine")}), SavedSearchNames());
     // One that isn't there: the criterion of the environment, which has no row in a part.
     dialog_->SetAccessPoint(eAccessPart);
-    EXPECT_TRUE(dialog_->ReadSearch(TEXT("_last_hlv_search_part_1")));
+    EXPECT_TRUE(ReadSearch(*dialog_, TEXT("_last_hlv_search_part_1")));
     EXPECT_EQ("1:100 ", List());
     EXPECT_EQ(0u, Rows());
 }
@@ -347,13 +348,13 @@ TEST_F(SavedSearch, LastSearches) {
 TEST_F(SavedSearch, FileTypesOfAPartHaveNoRow) {
     dialog_->SetAccessPoint(eAccessPart);
     AddNew(PROP_FILE_TYPE, FILETYPE_PARTS, JOIN_AND, nullptr);
-    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    AddNew(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
     AddNew(PROP_FILE_TYPE, FILETYPE_ASSEMBLIES, JOIN_OR, nullptr);
-    AddNew(PROP_TEXT_19127, COND_CONTAINS, JOIN_AND, TEXT("y"));
-    EXPECT_TRUE(dialog_->WriteSearch(TEXT("s"), false));
+    AddNew(kProject, COND_CONTAINS, JOIN_AND, TEXT("y"));
+    EXPECT_TRUE(WriteSearch(*dialog_, TEXT("s"), false));
     NewDialog();
     dialog_->SetAccessPoint(eAccessPart);
-    EXPECT_TRUE(dialog_->ReadSearch(TEXT("s")));
+    EXPECT_TRUE(ReadSearch(*dialog_, TEXT("s")));
     EXPECT_EQ("1:100 1:22 2:100 1:7 ", List());
     EXPECT_EQ(2u, Rows());
     // The second row is the last criterion's.
@@ -366,27 +367,27 @@ TEST_F(SavedSearch, FileTypesOfAPartHaveNoRow) {
 // A criterion on nothing known has a row as well.
 TEST_F(SavedSearch, WhatIsInTheListComesBack) {
     AddNew(LONG{999}, LONG{7}, LONG{COND_CONTAINS}, JOIN_AND, TEXT("x"));
-    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_OR, TEXT("y"));
-    ASSERT_TRUE(dialog_->WriteSearch(TEXT("s"), false));
+    AddNew(kTitle, COND_CONTAINS, JOIN_OR, TEXT("y"));
+    ASSERT_TRUE(WriteSearch(*dialog_, TEXT("s"), false));
     EXPECT_EQ("0 0 0\nNode1 1 '' -1 '' -1\nNode2 2 1441793 21721 'y' -1\n", Exported(TEXT("s")));
     NewDialog();
-    EXPECT_TRUE(dialog_->ReadSearch(TEXT("s"))) << "nothing is told";
+    EXPECT_TRUE(ReadSearch(*dialog_, TEXT("s"))) << "nothing is told";
     EXPECT_EQ("1:-1 2:22 ", List());
     EXPECT_EQ(2u, Rows());
-    ASSERT_TRUE(dialog_->WriteSearch(TEXT("again"), false));
+    ASSERT_TRUE(WriteSearch(*dialog_, TEXT("again"), false));
     EXPECT_EQ(Exported(TEXT("s")), Exported(TEXT("again")));
 }
 
 TEST_F(SavedSearch, WithoutMemoryToReadOneTheListStays) {
-    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("x"));
-    ASSERT_TRUE(dialog_->WriteSearch(TEXT("s"), false));
+    AddNew(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    ASSERT_TRUE(WriteSearch(*dialog_, TEXT("s"), false));
     NewDialog();
     dialog_->OnCommandNewSearch();
     const std::string list = List();
     const eFileTypeSearch type = dialog_->fileSearchType;
     ASSERT_EQ(1u, Rows());
     failingSize = sizeof(StoredCriterion);
-    EXPECT_THROW(dialog_->ReadSearch(TEXT("s")), std::bad_alloc);
+    EXPECT_THROW(ReadSearch(*dialog_, TEXT("s")), std::bad_alloc);
     EXPECT_EQ(0u, std::exchange(failingSize, 0));
     EXPECT_EQ(list, List());
     EXPECT_EQ(1u, Rows());
@@ -395,9 +396,9 @@ TEST_F(SavedSearch, WithoutMemoryToReadOneTheListStays) {
 
 // A name of backslashes alone would be the key of them all.
 TEST_F(SavedSearch, NamesWithABackslash) {
-    AddNew(PROP_TEXT_19140, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    AddNew(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
     for (const WCHAR* name : {TEXT("a"), TEXT("a\\b"), TEXT("c")})
-        ASSERT_TRUE(dialog_->WriteSearch(name, false));
+        ASSERT_TRUE(WriteSearch(*dialog_, name, false));
     for (const WCHAR* name : {TEXT(""), TEXT("\\"), TEXT("\\\\")}) {
         SCOPED_TRACE(wtext::ToUtf8(name));
         StoredSearch search;
@@ -417,7 +418,7 @@ TEST_F(SavedSearch, NamesWithABackslash) {
     // One search below another is no criterion of it.
     for (const WCHAR* name : {TEXT("a"), TEXT("a\\b")}) {
         NewDialog();
-        EXPECT_TRUE(dialog_->ReadSearch(name)) << "nothing is told";
+        EXPECT_TRUE(ReadSearch(*dialog_, name)) << "nothing is told";
         EXPECT_EQ("1:22 ", List());
     }
 }
@@ -428,7 +429,7 @@ TEST_F(SavedSearch, CutSavesAreFinished) {
         SCOPED_TRACE(name != nullptr);
         LeaveCutSave(name);
         if (name != nullptr) desk_.Expect("Saving the search s had been cut short.");
-        dialog_->TellOfFinishedSaves(FinishCutSaves());
+        SayFinishedSaves(*dialog_, FinishCutSaves());
         EXPECT_EQ(name != nullptr, Exported(TEXT("s")) == kFinished);
         EXPECT_FALSE(CopyStands());
         EXPECT_TRUE(FinishCutSaves().empty()) << "told once";
@@ -438,13 +439,13 @@ TEST_F(SavedSearch, CutSavesAreFinished) {
 
 // What is saved or deleted after a cut save isn't lost to its copy.
 TEST_F(SavedSearch, CutSavesComeBeforeWhatFollows) {
-    AddNew(PROP_TEXT_19127, COND_CONTAINS, JOIN_AND, TEXT("later"));
+    AddNew(kProject, COND_CONTAINS, JOIN_AND, TEXT("later"));
     for (const WCHAR* name : {TEXT("s"), TEXT("t")}) {
         SCOPED_TRACE(wtext::ToUtf8(name));
         const bool same = WTextView(name) == TEXT("s");
         LeaveCutSave(TEXT("s"));
         desk_.Expect("Saving the search s had been cut short.");
-        EXPECT_TRUE(dialog_->WriteSearch(name, false));
+        EXPECT_TRUE(WriteSearch(*dialog_, name, false));
         const std::string saved = Exported(name);
         EXPECT_NE(std::string::npos, saved.find("'later'"));
         EXPECT_FALSE(CopyStands());

@@ -391,7 +391,7 @@ TEST(ValueComparison, FileTypeFilter) {
     };
     for (const Row& row : rows) {
         // A criterion on another property in front is no file type.
-        SRxCriteriaNode head(PROP_TEXT_19140, COND_EQUALS, JOIN_AND, nullptr);
+        SRxCriteriaNode head(kTitle, COND_EQUALS, JOIN_AND, nullptr);
         SRxCriteriaNode* last = &head;
         for (const LONG type : row.types) {
             last->nextCriterion = new SRxCriteriaNode(PROP_FILE_TYPE, type, JOIN_OR, nullptr);

@@ -1,4 +1,4 @@
-// The whole texts of controls and of the entries of their lists.
+// Messages to controls, and their texts.
 #pragma once
 
 #include "outside/blx_string.h"
@@ -12,3 +12,9 @@ WText ReadControlText(HWND dialog, int control, std::size_t cch);
 // An entry of a combo box or a list box; empty where there is none.
 WText ReadComboEntry(HWND dialog, int control, LRESULT item);
 WText ReadListEntry(HWND dialog, int control, LRESULT item);
+
+// A control's answer to a message; 0 where there is no such control.
+LRESULT SendTo(HWND dialog, int control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+LRESULT SendTo(HWND dialog, int control, UINT message, WPARAM wParam, const void* pointer);
+// The item data of a combo box's selection, -1 without one.
+LONG SelectedData(HWND dialog, int comboBox);

@@ -1,4 +1,4 @@
-#include "module/control_text.h"
+#include "module/controls.h"
 
 namespace {
 
@@ -33,4 +33,18 @@ WText ReadComboEntry(HWND dialog, int control, LRESULT item) {
 
 WText ReadListEntry(HWND dialog, int control, LRESULT item) {
     return ReadEntry(dialog, control, item, LB_GETTEXTLEN, LB_GETTEXT);
+}
+
+LRESULT SendTo(HWND dialog, int control, UINT message, WPARAM wParam, LPARAM lParam) {
+    return SendDlgItemMessageW(dialog, control, message, wParam, lParam);
+}
+
+LRESULT SendTo(HWND dialog, int control, UINT message, WPARAM wParam, const void* pointer) {
+    return SendTo(dialog, control, message, wParam, reinterpret_cast<LPARAM>(pointer));
+}
+
+LONG SelectedData(HWND dialog, int comboBox) {
+    const LRESULT item = SendTo(dialog, comboBox, CB_GETCURSEL);
+    if (item < 0) return -1;
+    return static_cast<LONG>(SendTo(dialog, comboBox, CB_GETITEMDATA, static_cast<WPARAM>(item)));
 }

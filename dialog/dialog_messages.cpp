@@ -1,0 +1,33 @@
+#include "dialog/dialog_messages.h"
+
+#include <new>
+
+#include "outside/md_messages.h"
+#include "platform/resource_text.h"
+
+void Say(const SRxFindDialog& dialog, UINT id) {
+    DisplayMessageId(dialog.resourceInstance, id, MB_OK, eKindError, 0, dialog.dialogWindow);
+}
+
+void SayAboutSearch(const SRxFindDialog& dialog, UINT id, const WCHAR* name) {
+    const WText text = wtext::Format(ResourceText(dialog.resourceInstance, id), {name});
+    const HWND owner = dialog.nestedDialog != nullptr ? dialog.nestedDialog : dialog.dialogWindow;
+    DisplayMessageStringEx(dialog.resourceInstance, text.c_str(), MB_OK, eKindWarning, 0, owner);
+}
+
+void SayFinishedSaves(const SRxFindDialog& dialog, const std::vector<WText>& names) {
+    for (const WText& name : names)
+        SayAboutSearch(dialog, MSG_SAVE_RECOVERED, name.c_str());
+}
+
+void SayOutOfMemory(const SRxFindDialog& dialog, HWND owner) noexcept {
+    try {
+        DisplayMessageId(dialog.resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
+                         owner == dialog.dialogWindow ? 0 : kHelpFoundList, owner);
+    } catch (const std::bad_alloc&) {
+        // Nor for the usual box.
+        WCHAR text[kLabelLength] = {};
+        LoadStringW(dialog.resourceInstance, MSG_OUT_OF_MEMORY, text, kLabelLength);
+        MessageBoxW(owner, text, nullptr, MB_OK | MB_ICONERROR);
+    }
+}
