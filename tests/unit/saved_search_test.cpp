@@ -27,7 +27,7 @@ namespace {
 const WText kStore = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\SavedSearches");
 // A copy under the id of a process that can't be.
 const WText kCopy = TEXT("Software\\Corvelia\\Trellbook\\FindSaving\\2147483646");
-constexpr LONG kTitle = 22 << 16 | 1;
+constexpr LONG kStoredTitle = 22 << 16 | 1;
 constexpr char kFinished[] = "0 1 0\nNode1 1 1441793 21721 'v' -1\n";
 
 // One value as text: its type and what it holds.
@@ -119,7 +119,7 @@ protected:
     // criterion, with the name at last or without it.
     void LeaveCutSave(const WCHAR* name) {
         WriteNode(TEXT("s"), TEXT("Node9"), -1, 1, COND_CONTAINS);
-        WriteNodeAt(kCopy + TEXT("\\Node1"), kTitle, JOIN_AND, COND_CONTAINS);
+        WriteNodeAt(kCopy + TEXT("\\Node1"), kStoredTitle, JOIN_AND, COND_CONTAINS);
         HKEY key = nullptr;
         ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, kCopy.c_str(), &key));
         if (name != nullptr) {
@@ -236,7 +236,7 @@ TEST_F(SavedSearch, ReplacingLeavesNothingOfTheOld) {
 }
 
 TEST_F(SavedSearch, WhatOtherWritersLeave) {
-    const LONG title = kTitle;
+    const LONG title = kStoredTitle;
     const LONG component = 109 << 16 | 11;
     const struct {
         const char* label;
