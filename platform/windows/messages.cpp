@@ -241,5 +241,5 @@ SHORT GetKeyState(int key) {
 }
 
 int CountOpenHandles() {
-    return static_cast<int>(timers.size() + hooks.size() + CountOpenKeys());
+    return static_cast<int>(timers.size() + hooks.size()) + openKeyCount;
 }

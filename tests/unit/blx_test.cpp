@@ -13,6 +13,7 @@
 #include "outside/blx_util.h"
 #include "platform/host/host_files.h"
 #include "platform/native_path.h"
+#include "tests/contract/contract.h"
 
 namespace {
 
@@ -201,6 +202,73 @@ TEST_F(BlxRegistry, KeysThatAreMissingOrHaveSubkeys) {
     EXPECT_EQ(ERROR_FILE_NOT_FOUND, BLxPref_Reg::DeleteKey(key_, TEXT("a")));
 }
 
+TEST_F(BlxRegistry, PathsAndNames) {
+    struct Row {
+        const char* label;
+        WText path;
+        DWORD result;
+        LPCWSTR found;  // opens afterwards; null for none
+        eGap gap = eGap::none;
+    };
+    const Row rows[] = {
+        {"case beyond ASCII", TEXT("\u00C4\u0434"), 0, TEXT("\u00E4\u0414")},
+        {"separator at the end", TEXT("end\\"), 0, TEXT("END")},
+        {"doubled separator", TEXT("x\\\\y"), 0, TEXT("x\\y")},
+        {"other signs", TEXT("q/[\"]=@;%"), 0, TEXT("Q/[\"]=@;%")},
+        {"255 units", WText(255, 'n'), 0, nullptr},
+        {"256 units", WText(256, 'm'), ERROR_INVALID_PARAMETER, nullptr, eGap::windows},
+        {"separator in front", TEXT("\\lead"), ERROR_BAD_PATHNAME, nullptr},
+        {"control character", TEXT("a\nb"), 0, nullptr, eGap::native},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        HKEY key = nullptr;
+        const DWORD result = BLxPref_Reg::CreateKey(key_, row.path.c_str(), &key);
+        KNOWN_GAP(row.gap, result == row.result) << result;
+        if (key != nullptr) BLxPref_Reg::CloseKey(key);
+        if (row.found == nullptr) continue;
+        ASSERT_EQ(0u, BLxPref_Reg::OpenKey(key_, row.found, &key));
+        BLxPref_Reg::CloseKey(key);
+    }
+}
+
+TEST_F(BlxRegistry, AKeyOpenedForReadingRefusesChanges) {
+    MakeKey("k");
+    HKEY key = nullptr;
+    HKEY made = nullptr;
+    ASSERT_EQ(0u, BLxPref_Reg::OpenKey(key_, TEXT("k"), &key, KEY_READ));
+    EXPECT_EQ(ERROR_ACCESS_DENIED, BLxPref_Reg::Write(key, TEXT("n"), LONG{1}));
+    KNOWN_GAP(eGap::windows,
+              BLxPref_Reg::CreateKey(key, TEXT("new"), &made) == ERROR_ACCESS_DENIED);
+    if (made != nullptr) BLxPref_Reg::CloseKey(made);
+    BLxPref_Reg::CloseKey(key);
+}
+
+TEST_F(BlxRegistry, DeletedKeysSayThatTheyAre) {
+    MakeKey("d\\sub");
+    HKEY opened[2] = {};
+    HKEY other = nullptr;
+    ASSERT_EQ(0u, BLxPref_Reg::OpenKey(key_, TEXT("d"), &opened[0]));
+    ASSERT_EQ(0u, BLxPref_Reg::OpenKey(key_, TEXT("d\\sub"), &opened[1]));
+    ASSERT_EQ(0u, BLxPref_Reg::DeleteKeyAndDescendants(key_, TEXT("D")));
+    // A new key of the name is another one.
+    MakeKey("d\\sub");
+    for (const HKEY gone : opened) {
+        LONG number = 0;
+        EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::Read(gone, TEXT("n"), &number));
+        EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::Write(gone, TEXT("n"), number));
+        EXPECT_EQ("", [&] {
+            BLxPrefKeyIterator_Reg keys(gone);
+            return Rest(keys);
+        }());
+        EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::CreateKey(gone, TEXT("x"), &other));
+        EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::OpenKey(gone, TEXT("x"), &other));
+        EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::DeleteKey(gone, TEXT("x")));
+        EXPECT_EQ(0u, BLxPref_Reg::CloseKey(gone));
+        EXPECT_NE(0u, BLxPref_Reg::CloseKey(gone));
+    }
+}
+
 class BlxDirectorySearch : public ::testing::Test {
 protected:
     BlxDirectorySearch() {
@@ -274,7 +342,7 @@ TEST_F(BlxDirectorySearch, WhatCannotBeListedIsDoneAtOnce) {
 
 TEST(BlxUtil, TheResourceLibraryLiesBesideTheLibraries) {
     const BLxWString path = BLxUtil::GetLPResourceDLLPath(TEXT("SrRes.dll"));
-    EXPECT_NE(INVALID_FILE_ATTRIBUTES, GetFileAttributesW(path.c_str())) << wtext::ToUtf8(path);
+    EXPECT_TRUE(PathFileExistsW(path.c_str())) << wtext::ToUtf8(path);
     ASSERT_LT(10u, path.size());
     EXPECT_EQ(BLxWString(TEXT("\\SrRes.dll")), path.substr(path.size() - 10));
     EXPECT_EQ(BLxWString(TEXT(":\\")), path.substr(1, 2)) << "a whole path";
