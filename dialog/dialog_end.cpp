@@ -1,6 +1,7 @@
 // How an opening of the find dialog ends: what waits while the object is at work, what goes first,
 // and what is kept for the next opening.
 #include "dialog/find_dialog.h"
+#include "dialog/registry_key.h"
 #include "found/found_dialog.h"
 #include "outside/blx_registry.h"
 #include "outside/md_registry.h"
@@ -102,12 +103,11 @@ void SRxFindDialog::SavePlace() const try {
     RECT rect{};
     if (!GetWindowRect(dialogWindow, &rect)) return;
     WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
-    const HKEY key = MDxCreateRegistryKey(HKEY_CURRENT_USER, path, kPathLength);
-    if (key == nullptr) return;
+    const RegistryKeyOwner key(MDxCreateRegistryKey(HKEY_CURRENT_USER, path, kPathLength));
+    if (!key) return;
     // Left, top, width, height. Closing goes on when they can't be kept.
     const LONG place[] = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
-    (void)BLxPref_Reg::Write(key, nullptr, REG_BINARY, place, sizeof(place));
-    BLxPref_Reg::CloseKey(key);
+    (void)BLxPref_Reg::Write(key.get(), nullptr, REG_BINARY, place, sizeof(place));
 } catch (const std::bad_alloc&) {
     // Nor without memory for it.
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <new>
 #include <utility>
 
 #include "platform/registry/registry_file.h"
@@ -182,10 +183,13 @@ DWORD registry_calls::CreateKey(HKEY root, const WCHAR* path, HKEY* key) {
     return ERROR_SUCCESS;
 }
 
-DWORD registry_calls::CloseKey(HKEY key) {
+// An owner's end closes as well, so nothing is thrown: without memory the changes stay pending.
+DWORD registry_calls::CloseKey(HKEY key) try {
     Registry& registry = TheRegistry();
     const std::lock_guard lock(registry.mutex);
     return registry.Close(key);
+} catch (const std::bad_alloc&) {
+    return ERROR_NOT_ENOUGH_MEMORY;
 }
 
 DWORD registry_calls::ReadValue(HKEY key, const WCHAR* name, DWORD* type, void* data, DWORD* cb) {

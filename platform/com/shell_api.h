@@ -69,7 +69,6 @@ protected:
 
 inline constexpr UINT GCS_VERBA = 0;
 inline constexpr UINT GCS_HELPTEXTA = 1;
-inline constexpr UINT GCS_VALIDATEA = 2;
 inline constexpr UINT GCS_VERBW = 4;
 inline constexpr UINT GCS_HELPTEXTW = 5;
 inline constexpr UINT GCS_VALIDATEW = 6;
