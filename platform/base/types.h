@@ -127,9 +127,6 @@ inline LPARAM MAKELPARAM(WORD low, WORD high) {
 inline LPCWSTR MAKEINTRESOURCEW(ULONG_PTR id) {
     return reinterpret_cast<LPCWSTR>(id & 0xFFFFu);
 }
-inline bool IS_INTRESOURCE(LPCWSTR name) {
-    return (reinterpret_cast<ULONG_PTR>(name) >> 16) == 0;
-}
 
 // Error codes of the calls that the layer offers, with their values on Windows.
 inline constexpr DWORD ERROR_SUCCESS = 0;
@@ -176,7 +173,6 @@ inline constexpr HRESULT S_FALSE = 1;
 inline constexpr HRESULT E_NOTIMPL = SrHresult(0x80004001u);
 inline constexpr HRESULT E_NOINTERFACE = SrHresult(0x80004002u);
 inline constexpr HRESULT E_FAIL = SrHresult(0x80004005u);
-inline constexpr HRESULT E_UNEXPECTED = SrHresult(0x8000FFFFu);
 inline constexpr HRESULT E_OUTOFMEMORY = SrHresult(0x8007000Eu);
 inline constexpr HRESULT E_INVALIDARG = SrHresult(0x80070057u);
 inline constexpr HRESULT DISP_E_TYPEMISMATCH = SrHresult(0x80020005u);
@@ -206,8 +202,6 @@ inline constexpr bool FAILED(HRESULT status) {
 inline constexpr HRESULT HRESULT_FROM_WIN32(DWORD error) {
     return error == 0 ? S_OK : SrHresult((error & 0xFFFFu) | 0x80070000u);
 }
-
-inline HANDLE const INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(static_cast<INT_PTR>(-1));
 
 // The last-error value of the calling thread.
 DWORD GetLastError();

@@ -40,7 +40,6 @@ inline constexpr UINT CB_SETITEMDATA = 0x0151;
 inline constexpr UINT CB_SETEXTENDEDUI = 0x0155;
 inline constexpr UINT CB_FINDSTRINGEXACT = 0x0158;
 inline constexpr UINT CB_SETDROPPEDWIDTH = 0x0160;
-inline constexpr LRESULT CB_ERR = -1;
 inline constexpr WORD CBN_SELCHANGE = 1;
 inline constexpr WORD CBN_KILLFOCUS = 4;
 inline constexpr WORD CBN_EDITCHANGE = 5;

@@ -168,16 +168,14 @@ LRESULT Dialog::ReceiveByDefault(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 LRESULT Dialog::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
-    messageResult = 0;
     const INT_PTR answer = procedure(handle, message, wParam, lParam);
     if (message == WM_INITDIALOG) return answer;
-    if (answer != 0) return messageResult;
+    if (answer != 0) return 0;
     return IsWindow(handle) ? ReceiveByDefault(message, wParam, lParam) : 0;
 }
 
 LONG_PTR GetDialogNumber(Window& dialog, int index) {
     auto& own = static_cast<Dialog&>(dialog);
-    if (index == DWLP_MSGRESULT) return own.messageResult;
     if (index == DWLP_USER) return own.user;
     SetLastError(ERROR_INVALID_INDEX);
     return 0;
@@ -185,7 +183,6 @@ LONG_PTR GetDialogNumber(Window& dialog, int index) {
 
 LONG_PTR SetDialogNumber(Window& dialog, int index, LONG_PTR value) {
     auto& own = static_cast<Dialog&>(dialog);
-    if (index == DWLP_MSGRESULT) return std::exchange(own.messageResult, value);
     if (index == DWLP_USER) return std::exchange(own.user, value);
     SetLastError(ERROR_INVALID_INDEX);
     return 0;

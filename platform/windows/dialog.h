@@ -22,7 +22,6 @@ public:
 
     DLGPROC procedure;
     bool hasFont;
-    LONG_PTR messageResult = 0;
     LONG_PTR user = 0;
     WORD defaultId = 0;
     bool ended = false;

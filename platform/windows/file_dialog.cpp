@@ -24,10 +24,9 @@ class HookDialog : public Dialog {
 public:
     explicit HookDialog(LPOFNHOOKPROC hook) : Dialog(AnswerNothing, true), hook_(hook) {}
     LRESULT Receive(UINT message, WPARAM wParam, LPARAM lParam) override {
-        messageResult = 0;
         const auto answer = static_cast<LRESULT>(hook_(handle, message, wParam, lParam));
         if (message == WM_INITDIALOG) return answer;
-        if (answer != 0) return messageResult;
+        if (answer != 0) return 0;
         return Window::Receive(message, wParam, lParam);
     }
 

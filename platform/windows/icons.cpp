@@ -5,6 +5,7 @@
 #include "platform/live_windows.h"
 #include "platform/resources/library.h"
 #include "platform/resources/resource_image.h"
+#include "platform/windows/system_names.h"
 #include "platform/windows/windows_api.h"
 
 namespace {

@@ -30,3 +30,9 @@ inline constexpr WORD CBN_SETFOCUS = 3;
 inline constexpr WORD LBN_SETFOCUS = 4;
 inline constexpr WORD LBN_KILLFOCUS = 5;
 inline constexpr UINT PM_NOREMOVE = 0x0000;
+inline constexpr UINT WM_ENABLE = 0x000A;
+inline constexpr int HC_ACTION = 0;
+
+inline bool IS_INTRESOURCE(LPCWSTR name) {
+    return (reinterpret_cast<ULONG_PTR>(name) >> 16) == 0;
+}

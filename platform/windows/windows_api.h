@@ -14,7 +14,6 @@ using HHOOK = HHOOK__*;
 inline constexpr UINT WM_DESTROY = 0x0002;
 inline constexpr UINT WM_SIZE = 0x0005;
 inline constexpr WPARAM SIZE_MINIMIZED = 1;
-inline constexpr UINT WM_ENABLE = 0x000A;
 inline constexpr UINT WM_SETREDRAW = 0x000B;
 inline constexpr UINT WM_SETTEXT = 0x000C;
 inline constexpr UINT WM_GETTEXT = 0x000D;
@@ -42,7 +41,6 @@ inline constexpr WPARAM VK_RETURN = 0x0D;
 inline constexpr WPARAM VK_ESCAPE = 0x1B;
 
 inline constexpr int GWL_STYLE = -16;
-inline constexpr int DWLP_MSGRESULT = 0;
 inline constexpr int DWLP_USER = 16;
 
 BOOL DestroyWindow(HWND window);
@@ -112,7 +110,6 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT ms, TIMERPROC procedure);
 BOOL KillTimer(HWND window, UINT_PTR id);
 
 inline constexpr int WH_GETMESSAGE = 3;
-inline constexpr int HC_ACTION = 0;
 DWORD GetCurrentThreadId();
 // Only WH_GETMESSAGE of the calling thread.
 HHOOK SetWindowsHookExW(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread);

@@ -78,7 +78,7 @@ TEST(DroppedFiles, Medium) {
 TEST(RunningObjects, OneThatIsNotThere) {
     CLSID id = Poison<CLSID>();
     EXPECT_EQ(CO_E_CLASSSTRING, CLSIDFromProgID(TEXT("Nobody.HasThis"), &id));
-    EXPECT_EQ(GUID_NULL, id);
+    EXPECT_EQ(IID_NULL, id);
     IUnknown* object = nullptr;
     const CLSID unknown = {1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
     EXPECT_TRUE(FAILED(GetActiveObject(unknown, nullptr, &object)));
