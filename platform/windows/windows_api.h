@@ -133,7 +133,7 @@ inline constexpr UINT HELP_WM_HELP = 0x000C;
 // Dialogs from extended templates (DIALOGEX). A unit is a quarter of 6 pixels across and an eighth
 // of 13 down where the template names a font, of 7 and 16 where it names none.
 // Null (-1 for the modal ones) and the last error when the library has no sound template of this
-// number, or a control's class is unknown and the dialog lacks DS_NOFAILCREATE.
+// number, or the class of a control is unknown.
 HWND CreateDialogParamW(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure,
                         LPARAM parameter);
 INT_PTR DialogBoxParamW(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,

@@ -69,9 +69,7 @@ TEST_F(Buttons, ChecksAndClicks) {
         {
             {"push", click(kPush), "10:0", "00000000 t--t"},
             {"a push button takes no check", check(kPush, BST_CHECKED), "", "00000000 t--t"},
-            {"auto check", click(kCheck), "11:0", "01000000 t--t"},
-            {"and back", click(kCheck), "11:0", "00000000 t--t"},
-            {"set", check(kCheck, BST_CHECKED), "", "01000000 t--t"},
+            {"a check box", click(kCheck), "11:0", "01000000 t--t"},
             {"first of a group", click(13), "13:0", "01010000 t--t"},
             {"third of a group", click(15), "15:0", "01000100 --tt"},
             {"another group", click(16), "16:0", "01000110 --tt"},
@@ -105,7 +103,6 @@ protected:
 
 TEST_F(Lists, EditField) {
     RunSteps({{"focus", Focus(kField), "13:256", "text"},
-              {"again", Focus(kField), "", "text"},
               {"set", Do(kField, WM_SETTEXT, 0, TRUE, TEXT("three")), "13:1024 13:768", "three"},
               {"set null", Do(kField, WM_SETTEXT, 0, TRUE), "13:1024 13:768", ""},
               {"limit", [this] { Send(kField, EM_LIMITTEXT, 3); }, "", ""},
@@ -168,18 +165,17 @@ TEST_F(Lists, ItemsAndSelection) {
             {
                 {"select in the empty one", act(list.select, 0, -1), "", "-1 "},
                 {"insert", act(list.insert, 0, 0, TEXT("a")), "", "-1 a|"},
-                {"in front", act(list.insert, 0, 0, TEXT("b")), "", "-1 b|a|"},
-                {"between", act(list.insert, 1, 1, TEXT("c")), "", "-1 b|c|a|"},
-                {"at the end", act(list.insert, kNone, 3, TEXT("")), "", "-1 b|c|a||"},
-                {"beyond the end", act(list.insert, 5, -1, TEXT("x")), "", "-1 b|c|a||"},
-                {"select", act(list.select, 2, 2), "", "2 b|c|a||"},
-                {"insert before it", act(list.insert, 0, 0, TEXT("e")), "", "3 e|b|c|a||"},
-                {"delete before it", act(list.remove, 0, 4), "", "2 b|c|a||"},
-                {"delete behind it", act(list.remove, 3, 3), "", "2 b|c|a|"},
-                {"delete it", act(list.remove, 2, 2), "", "-1 b|c|"},
-                {"select", act(list.select, 1, 1), "", "1 b|c|"},
-                {"beyond", act(list.select, 2, -1), "", "-1 b|c|", eGap::windows},
-                {"none", act(list.select, kNone, -1), "", "-1 b|c|"},
+                {"in front", act(list.insert, 0, 0, TEXT("c")), "", "-1 c|a|"},
+                {"at the end", act(list.insert, kNone, 2, TEXT("")), "", "-1 c|a||"},
+                {"beyond the end", act(list.insert, 4, -1, TEXT("x")), "", "-1 c|a||"},
+                {"select", act(list.select, 1, 1), "", "1 c|a||"},
+                {"insert before it", act(list.insert, 0, 0, TEXT("e")), "", "2 e|c|a||"},
+                {"delete before it", act(list.remove, 0, 3), "", "1 c|a||"},
+                {"delete behind it", act(list.remove, 2, 2), "", "1 c|a|"},
+                {"delete it", act(list.remove, 1, 1), "", "-1 c|"},
+                {"select", act(list.select, 0, 0), "", "0 c|"},
+                {"beyond", act(list.select, 1, -1), "", "-1 c|", eGap::windows},
+                {"none", act(list.select, kNone, -1), "", "-1 c|"},
             },
             state);
         // A number travels with its text.
@@ -206,26 +202,20 @@ TEST_F(Lists, FindingTexts) {
     struct Row {
         WPARAM behind;
         LPCWSTR text;
-        LRESULT beginning;
-        LRESULT whole;
+        LRESULT beginning, whole;
     };
-    const Row rows[] = {
-        {kNone, TEXT("bolt"), 0, 0}, {kNone, TEXT("BOLT m"), 1, -1}, {0, TEXT("bolt"), 1, 0},
-        {1, TEXT("bolt"), 0, 0},     {2, TEXT("nut"), 2, 2},         {kNone, TEXT("nuts"), -1, -1},
-        {99, TEXT("nut"), 2, 2},
-    };
+    const Row rows[] = {{kNone, TEXT("bolt"), 0, 0},   {kNone, TEXT("BOLT m"), 1, -1},
+                        {0, TEXT("bolt"), 1, 0},       {2, TEXT("nut"), 2, 2},
+                        {kNone, TEXT("nuts"), -1, -1}, {99, TEXT("nut"), 2, 2}};
     for (const int id : {kList, kBox}) {
         for (const LPCWSTR text : {TEXT("Bolt"), TEXT("bolt M8"), TEXT("Nut"), TEXT("")})
             SendText(id, CB_ADDSTRING, 0, text);
         for (const Row& row : rows) {
-            SCOPED_TRACE(wtext::ToUtf8(row.text) + " behind " + std::to_string(row.behind));
             EXPECT_EQ(row.beginning, SendText(id, CB_FINDSTRING, row.behind, row.text));
             EXPECT_EQ(row.whole, SendText(id, CB_FINDSTRINGEXACT, row.behind, row.text));
         }
         EXPECT_EQ(500, Send(id, CB_SETDROPPEDWIDTH, 500));
-        Send(id, CB_SETEXTENDEDUI, TRUE);
     }
-    EXPECT_EQ("", Record().Take());
 }
 
 TEST_F(Lists, ComboBoxesTellTheFocusAlone) {
@@ -242,8 +232,6 @@ TEST_F(Lists, ComboBoxesTellTheFocusAlone) {
                 {"by a missing text", Do(id, CB_SELECTSTRING, kNone, -1, TEXT("z")), "", "1 'Nut'"},
                 {"set a text", Do(id, WM_SETTEXT, 0, hasField ? TRUE : -1, TEXT("set")), "",
                  hasField ? "-1 'set'" : "1 'Nut'"},
-                {"one is deleted", Do(id, CB_DELETESTRING, 0, 1), "",
-                 hasField ? "-1 'set'" : "0 'Nut'"},
                 {"select none", Do(id, CB_SETCURSEL, kNone, -1), "", "-1 ''"},
                 {"focus lost", Focus(kButton), number + ":4", "-1 ''"},
             },
@@ -251,11 +239,6 @@ TEST_F(Lists, ComboBoxesTellTheFocusAlone) {
     }
     EnableWindow(Item(kBox), FALSE);
     EXPECT_FALSE(IsWindowEnabled(GetDlgItem(Item(kBox), 1001))) << "with its field";
-}
-
-TEST_F(Lists, AListBoxTellsItsFocus) {
-    RunSteps({{"focus", Focus(kNames), "12:4", ""}, {"focus lost", Focus(kButton), "12:5", ""}},
-             [] { return ""; });
 }
 
 }  // namespace

@@ -63,15 +63,15 @@ TEST(DroppedFiles, Names) {
     ReleaseStgMedium(&medium);
 }
 
-TEST(DroppedFiles, Medium) {
-    STGMEDIUM medium{};
+TEST(DroppedFiles, TheOwnerOfAMediumFreesIt) {
     Owner owner;
     char memory[4] = "abc";
+    STGMEDIUM medium{};
     medium.tymed = TYMED_HGLOBAL;
     medium.hGlobal = memory;
     medium.pUnkForRelease = &owner;
     ReleaseStgMedium(&medium);
-    EXPECT_EQ(0u, owner.references) << "the owner frees it";
+    EXPECT_EQ(0u, owner.references);
     EXPECT_STREQ("abc", memory);
 }
 

@@ -40,9 +40,7 @@ TEST(Libraries, RefusedFiles) {
     };
     const Row rows[] = {
         {"missing file", BesideTheProgram(TEXT("none.dll")), ERROR_MOD_NOT_FOUND},
-        {"missing folder", BesideTheProgram(TEXT("none\\SrRes.dll")), ERROR_MOD_NOT_FOUND},
         {"no image", BesideTheProgram(TEXT("..\\CMakeCache.txt")), ERROR_BAD_EXE_FORMAT},
-        {"another drive", TEXT("Q:\\SrRes.dll"), ERROR_MOD_NOT_FOUND},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);
@@ -80,7 +78,6 @@ TEST_F(Strings, BufferSizes) {
     const Row rows[] = {
         {"exact", STR_YES_WORD, 4, 3, TEXT("yes")},
         {"first of its block", 21696 + 4, 64, 6, TEXT("Folder")},
-        {"formats stay", STR_CRITERION_FORMAT, 64, 10, TEXT("%1%2 %3 %4")},
         {"absent block", 1, 64, 0, TEXT(""), ERROR_RESOURCE_NAME_NOT_FOUND, eGap::windows},
         {"a number's low 16 bits count", 0x10000 + STR_YES_WORD, 64, 3, TEXT("yes")},
     };
@@ -94,19 +91,6 @@ TEST_F(Strings, BufferSizes) {
         const bool written = !buffer.IsUntouched() && buffer.Text() == row.text;
         KNOWN_GAP(row.gap, result == row.result && error == row.error && written)
             << result << ", error " << error << ", text " << written;
-    }
-}
-
-// With the size 0 the text in the library itself is given.
-TEST_F(Strings, InPlace) {
-    LPCWSTR text = Poison<LPCWSTR>();
-    EXPECT_EQ(3, LoadStringW(library_, STR_YES_WORD, reinterpret_cast<LPWSTR>(&text), 0));
-    ASSERT_FALSE(IsPoison(text));
-    EXPECT_EQ(TEXT("yes"), WTextView(text, 3));
-    for (const UINT id : {UINT{1}, UINT{STR_YES_WORD + 1}}) {
-        SCOPED_TRACE(id);
-        text = Poison<LPCWSTR>();
-        EXPECT_EQ(0, LoadStringW(library_, id, reinterpret_cast<LPWSTR>(&text), 0));
     }
 }
 

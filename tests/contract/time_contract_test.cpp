@@ -28,10 +28,6 @@ std::uint64_t Ticks(const FILETIME& time) {
     return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
 }
 
-FILETIME FileTime(std::uint64_t ticks) {
-    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
-
 TEST(SystemTime, ToFileTimeAndBack) {
     struct Row {
         const char* label;
@@ -41,9 +37,7 @@ TEST(SystemTime, ToFileTimeAndBack) {
     };
     const Row rows[] = {
         {"the first", Moment(1601, 1, 1), 0, 1},
-        {"one millisecond", Moment(1601, 1, 1, 0, 0, 0, 1), 10'000, 1},
         {"leap day", Moment(2024, 2, 29), 0x01DA6AA23CE90000u, 4},
-        {"leap century", Moment(2000, 2, 29), 0x01BF8247EBCC8000u, 2},
         {"last of a day", Moment(2024, 1, 1, 23, 59, 59, 999), 133'486'271'999'990'000u, 1},
         {"the last", Moment(30827, 12, 31, 23, 59, 59, 999), 0x7FFF35F4F06C58F0u, 5},
     };
@@ -71,12 +65,8 @@ TEST(SystemTime, RefusesWhatIsNoTime) {
         {"year too early", Moment(1600, 12, 31), eGap::none},
         {"year too late", Moment(30828, 1, 1), eGap::windows},
         {"month 13", Moment(2024, 13, 1), eGap::none},
-        {"day 0", Moment(2024, 1, 0), eGap::none},
         {"30 February", Moment(2024, 2, 30), eGap::none},
         {"29 February of no leap year", Moment(2023, 2, 29), eGap::windows},
-        {"29 February of a plain century", Moment(1900, 2, 29), eGap::windows},
-        {"31 April", Moment(2024, 4, 31), eGap::none},
-        {"hour 24", Moment(2024, 1, 1, 24), eGap::none},
         {"millisecond 1000", Moment(2024, 1, 1, 0, 0, 0, 1000), eGap::none},
     };
     for (const Row& row : rows) {
@@ -86,14 +76,6 @@ TEST(SystemTime, RefusesWhatIsNoTime) {
         const bool refused = SystemTimeToFileTime(&row.time, &file) == FALSE &&
                              GetLastError() == ERROR_INVALID_PARAMETER && IsPoison(file);
         KNOWN_GAP(row.gap, refused);
-    }
-    for (const std::uint64_t ticks : {0x8000000000000000u, ~std::uint64_t{0}}) {
-        const FILETIME file = FileTime(ticks);
-        SYSTEMTIME time = Poison<SYSTEMTIME>();
-        SetLastError(kPoisonError);
-        EXPECT_FALSE(FileTimeToSystemTime(&file, &time));
-        EXPECT_EQ(ERROR_INVALID_PARAMETER, GetLastError());
-        EXPECT_TRUE(IsPoison(time));
     }
 }
 
@@ -105,14 +87,10 @@ TEST(SystemTime, LocalTimeFollowsTheRuleOfThatDate) {
         SYSTEMTIME local;
     };
     const Row rows[] = {
-        {"summer", Moment(2024, 7, 1, 12), Moment(2024, 7, 1, 8)},
-        {"winter", Moment(2024, 1, 1, 12, 30, 15, 7), Moment(2024, 1, 1, 7, 30, 15, 7)},
         {"over the day's edge", Moment(2024, 3, 1, 2), Moment(2024, 2, 29, 21)},
         {"one second before summer", Moment(2024, 3, 10, 6, 59, 59),
          Moment(2024, 3, 10, 1, 59, 59)},
         {"summer begins", Moment(2024, 3, 10, 7), Moment(2024, 3, 10, 3)},
-        {"one second before winter", Moment(2024, 11, 3, 5, 59, 59),
-         Moment(2024, 11, 3, 1, 59, 59)},
         {"winter begins", Moment(2024, 11, 3, 6), Moment(2024, 11, 3, 1)},
     };
     for (const Row& row : rows) {
@@ -121,11 +99,6 @@ TEST(SystemTime, LocalTimeFollowsTheRuleOfThatDate) {
         EXPECT_TRUE(SystemTimeToTzSpecificLocalTime(nullptr, &row.utc, &local));
         EXPECT_TRUE(SameMoment(row.local, local)) << local.wDay << ". " << local.wHour;
     }
-    const SYSTEMTIME bad = Moment(2024, 13, 1);
-    SYSTEMTIME local = Poison<SYSTEMTIME>();
-    SetLastError(kPoisonError);
-    EXPECT_FALSE(SystemTimeToTzSpecificLocalTime(nullptr, &bad, &local));
-    EXPECT_EQ(ERROR_INVALID_PARAMETER, GetLastError());
 }
 
 TEST(VariantTime, ToSystemTime) {
@@ -139,17 +112,13 @@ TEST(VariantTime, ToSystemTime) {
     };
     const Row rows[] = {
         {"day 0", 0, true, Moment(1899, 12, 30), 6},
-        {"half a day", 0.5, true, Moment(1899, 12, 30, 12), 6},
         {"negative fraction counts away from zero", -0.25, true, Moment(1899, 12, 30, 6), 6},
-        {"before day 0", -1.5, true, Moment(1899, 12, 29, 12), 5},
         {"the first", -657434, true, Moment(100, 1, 1), 5},
-        {"its evening", -657434.99999, true, Moment(100, 1, 1, 23, 59, 59), 5},
         {"before the first", -657435, false, {}, 0},
         {"the last", 2958465.99999, true, Moment(9999, 12, 31, 23, 59, 59), 5},
         {"past the last", 2958466, false, {}, 0},
         {"rounded to the second", 45358 + 1.6 / 86400, true, Moment(2024, 3, 7, 0, 0, 2), 4},
         {"rounded to the next day", 45358.999999, true, Moment(2024, 3, 8), 5, eGap::windows},
-        {"far too large", 1e300, false, {}, 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);
@@ -179,16 +148,9 @@ TEST(DateText, Forms) {
         {"long", GetDateFormatW, DATE_LONGDATE, Moment(2024, 3, 7),
          TEXT("Thursday, March 7, 2024")},
         {"30 February", GetDateFormatW, DATE_SHORTDATE, Moment(2024, 2, 30), nullptr},
-        {"month 0", GetDateFormatW, DATE_SHORTDATE, Moment(2024, 0, 1), nullptr},
-        {"year 1600", GetDateFormatW, DATE_SHORTDATE, Moment(1600, 1, 1), nullptr},
         {"afternoon", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 14, 5, 9),
          TEXT("2:05 PM")},
         {"midnight", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7), TEXT("12:00 AM")},
-        {"noon", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 12), TEXT("12:00 PM")},
-        {"before midnight", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 23, 59, 59),
-         TEXT("11:59 PM")},
-        {"hour 24", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 24), nullptr},
-        {"minute 60", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 1, 60), nullptr},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);

@@ -39,8 +39,6 @@ TEST_F(Windows, DestroyTakesTheChildren) {
     };
     const Row rows[] = {
         {"DestroyWindow", [](HWND gone) { return DestroyWindow(gone) != FALSE; }, eGap::windows},
-        {"EnableWindow", [](HWND gone) { return EnableWindow(gone, TRUE) != FALSE; }},
-        {"IsWindowEnabled", [](HWND gone) { return IsWindowEnabled(gone) != FALSE; }},
         {"GetWindowRect", [&rect](HWND gone) { return GetWindowRect(gone, &rect) != FALSE; }},
         {"GetDlgItem", [](HWND gone) { return GetDlgItem(gone, 9) != nullptr; }, eGap::windows},
         {"SendMessageW", [](HWND gone) { return SendMessageW(gone, WM_GETTEXTLENGTH, 0, 0) != 0; }},
@@ -107,20 +105,12 @@ TEST_F(Windows, Icons) {
     EXPECT_EQ(nullptr, Icon(2)) << "a number of another type";
     const HICON shared = Icon(kIcon, 0x8000 | LR_DEFAULTSIZE);
     KNOWN_GAP(eGap::native, shared != nullptr);
-    struct Row {
-        UINT set;
-        WPARAM kind;
-        HWND window;
+    const auto set = [&](HICON icon) {
+        return Send(12, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
     };
-    for (const Row& row :
-         {Row{BM_SETIMAGE, IMAGE_ICON, Item(12)}, Row{WM_SETICON, ICON_SMALL, dialog_}}) {
-        const auto set = [&](HICON icon) {
-            return SendMessageW(row.window, row.set, row.kind, reinterpret_cast<LPARAM>(icon));
-        };
-        EXPECT_EQ(0, set(one));
-        EXPECT_EQ(reinterpret_cast<LRESULT>(one), set(two));
-        EXPECT_EQ(reinterpret_cast<LRESULT>(two), set(nullptr));
-    }
+    EXPECT_EQ(0, set(one));
+    EXPECT_EQ(reinterpret_cast<LRESULT>(one), set(two));
+    EXPECT_EQ(reinterpret_cast<LRESULT>(two), set(nullptr));
     EXPECT_EQ(0, Send(10, BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(one)));
     EXPECT_EQ(0, Send(10, BM_GETIMAGE, IMAGE_ICON)) << "a button of text takes none";
     for (const HICON icon : {one, two}) {
@@ -139,8 +129,6 @@ TEST(SystemMetrics, Sizes) {
 TEST(Cursors, LoadAndSet) {
     const HCURSOR arrow = LoadCursorW(nullptr, IDC_ARROW);
     const HCURSOR wait = LoadCursorW(nullptr, IDC_WAIT);
-    ASSERT_NE(nullptr, arrow);
-    ASSERT_NE(nullptr, wait);
     EXPECT_NE(arrow, wait);
     SetCursor(arrow);
     EXPECT_EQ(arrow, SetCursor(wait));
@@ -180,7 +168,6 @@ TEST(Desks, EachButton) {
     const Row rows[] = {
         {MB_OK | MB_ICONINFORMATION, IDOK, "Find|Done.|0"},
         {MB_YESNO | MB_ICONQUESTION, IDYES, "Find|Done.|4"},
-        {MB_YESNO, IDNO, "Find|Done.|4"},
         {MB_YESNOCANCEL | MB_ICONWARNING, IDNO, "Find|Done.|3"},
         {MB_YESNOCANCEL | MB_ICONERROR, IDCANCEL, "Find|Done.|3"},
     };
@@ -194,19 +181,16 @@ TEST(Desks, EachButton) {
 }
 
 TEST(Desks, ScopesAndBoxesWithin) {
-    AnsweringDesk outer({IDYES, IDNO, IDYES, IDNO});
+    AnsweringDesk outer({IDYES, IDNO});
     const DeskScope outerScope(outer);
-    EXPECT_EQ(IDYES, MessageBoxW(nullptr, TEXT("1"), TEXT("o"), MB_YESNO));
     {
         AnsweringDesk inner({IDNO});
         const DeskScope innerScope(inner);
         EXPECT_EQ(IDNO, MessageBoxW(nullptr, TEXT("2"), TEXT("i"), MB_YESNO));
-        EXPECT_EQ(std::vector<std::string>{"i|2|4"}, inner.asked);
     }
-    EXPECT_EQ(IDNO, MessageBoxW(nullptr, TEXT("3"), TEXT("o"), MB_YESNO));
     EXPECT_EQ(IDYES, MessageBoxW(nullptr, TEXT("outer"), TEXT("o"), MB_YESNO));
     EXPECT_EQ(IDNO, outer.within);
-    EXPECT_EQ(4u, outer.asked.size());
+    EXPECT_EQ(2u, outer.asked.size());
 }
 
 }  // namespace

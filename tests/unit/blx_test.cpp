@@ -17,9 +17,8 @@
 
 namespace {
 
-// Types that this product never writes.
+// A type that this product never writes.
 constexpr DWORD kTextWithVariables = 2;
-constexpr DWORD kListOfTexts = 7;
 
 const WCHAR* const kRoot = TEXT("Software\\Sr base library test");
 
@@ -91,11 +90,6 @@ TEST_F(BlxRegistry, NamesAreThoseOfTheFirstCall) {
     EXPECT_EQ("b ", Rest(keys));
     keys.Attach(key_);
     EXPECT_EQ("a c ", Rest(keys));
-    HKEY empty = nullptr;
-    ASSERT_EQ(0u, BLxPref_Reg::OpenKey(key_, TEXT("a"), &empty));
-    keys.Attach(empty);
-    EXPECT_EQ("", Rest(keys));
-    BLxPref_Reg::CloseKey(empty);
 }
 
 TEST_F(BlxRegistry, NumbersOfAnotherTypeOrSizeAreNone) {
@@ -136,12 +130,9 @@ TEST_F(BlxRegistry, TextsAsOthersMayHaveStoredThem) {
         {"whole", REG_SZ, WText(TEXT("ab\0"), 3), 6, "ab"},
         {"no terminator", REG_SZ, TEXT("ab"), 4, "ab"},
         {"half a unit behind", REG_SZ, TEXT("abc"), 5, "ab"},
-        {"several terminators", REG_SZ, WText(TEXT("ab\0\0\0"), 5), 10, "ab"},
         {"a null within", REG_SZ, WText(TEXT("a\0b\0"), 4), 8, "a"},
-        {"only a terminator", REG_SZ, WText(1, 0), 2, ""},
         {"no bytes", REG_SZ, {}, 0, ""},
         {"another type of text", kTextWithVariables, WText(TEXT("ab\0"), 3), 6, nullptr},
-        {"a list of texts", kListOfTexts, WText(TEXT("ab\0\0"), 4), 8, nullptr},
         {"a number", REG_DWORD, TEXT("ab"), 4, nullptr},
         {"bytes", REG_BINARY, WText(TEXT("ab\0"), 3), 6, nullptr},
     };
@@ -212,7 +203,6 @@ TEST_F(BlxRegistry, PathsAndNames) {
     };
     const Row rows[] = {
         {"case beyond ASCII", TEXT("\u00C4\u0434"), 0, TEXT("\u00E4\u0414")},
-        {"separator at the end", TEXT("end\\"), 0, TEXT("END")},
         {"doubled separator", TEXT("x\\\\y"), 0, TEXT("x\\y")},
         {"other signs", TEXT("q/[\"]=@;%"), 0, TEXT("Q/[\"]=@;%")},
         {"255 units", WText(255, 'n'), 0, nullptr},
@@ -257,15 +247,11 @@ TEST_F(BlxRegistry, DeletedKeysSayThatTheyAre) {
         LONG number = 0;
         EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::Read(gone, TEXT("n"), &number));
         EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::Write(gone, TEXT("n"), number));
-        EXPECT_EQ("", [&] {
-            BLxPrefKeyIterator_Reg keys(gone);
-            return Rest(keys);
-        }());
+        BLxPrefKeyIterator_Reg keys(gone);
+        EXPECT_EQ("", Rest(keys));
         EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::CreateKey(gone, TEXT("x"), &other));
         EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::OpenKey(gone, TEXT("x"), &other));
-        EXPECT_EQ(ERROR_KEY_DELETED, BLxPref_Reg::DeleteKey(gone, TEXT("x")));
         EXPECT_EQ(0u, BLxPref_Reg::CloseKey(gone));
-        EXPECT_NE(0u, BLxPref_Reg::CloseKey(gone));
     }
 }
 
@@ -329,7 +315,6 @@ TEST_F(BlxDirectorySearch, WhatCannotBeListedIsDoneAtOnce) {
     const Row rows[] = {
         {"missing", Pattern("none"), false},
         {"a file", Pattern("full/b"), false},
-        {"recursive", Pattern("full"), true},
         {"no pattern", TEXT(""), false},
     };
     for (const Row& row : rows) {
