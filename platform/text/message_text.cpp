@@ -53,7 +53,8 @@ private:
     bool WriteInsert() {
         int number = *at_++ - '0';
         if (*at_ >= '0' && *at_ <= '9') number = number * 10 + (*at_++ - '0');
-        if (static_cast<std::size_t>(number) > inserts_.size()) return false;
+        // Nobody gives an insert a form of its own.
+        if (*at_ == '!' || static_cast<std::size_t>(number) > inserts_.size()) return false;
         const LPCWSTR insert = inserts_.begin()[number - 1];
         text_ += insert == nullptr ? WTextView(TEXT("(null)")) : WTextView(insert);
         return true;

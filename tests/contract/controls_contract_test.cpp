@@ -231,7 +231,7 @@ TEST_F(Lists, ComboBoxesTellTheFocusAlone) {
                 {"by text", Do(id, CB_SELECTSTRING, kNone, 1, TEXT("n")), "", "1 'Nut'"},
                 {"by a missing text", Do(id, CB_SELECTSTRING, kNone, -1, TEXT("z")), "", "1 'Nut'"},
                 {"set a text", Do(id, WM_SETTEXT, 0, hasField ? TRUE : -1, TEXT("set")), "",
-                 hasField ? "-1 'set'" : "1 'Nut'"},
+                 hasField ? "-1 'set'" : "1 'Nut'", hasField ? eGap::windows : eGap::none},
                 {"select none", Do(id, CB_SETCURSEL, kNone, -1), "", "-1 ''"},
                 {"focus lost", Focus(kButton), number + ":4", "-1 ''"},
             },

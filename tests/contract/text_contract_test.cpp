@@ -149,6 +149,7 @@ TEST(FormatMessage, Inserts) {
         {"line ends become two units", TEXT("a\nb\rc\r\nd"), TEXT("a\r\nb\r\nc\r\nd")},
         {"null insert", TEXT("%3"), TEXT("(null)")},
         {"percent at the end", TEXT("a%"), TEXT("")},
+        {"a form without end", TEXT("%1!s"), TEXT("")},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);
@@ -157,7 +158,7 @@ TEST(FormatMessage, Inserts) {
                                              TEXT(""), TEXT(""), TEXT(""), TEXT(""), TEXT("ten")}));
     }
     const WText longText(5000, 'x');
-    EXPECT_EQ(longText + TEXT("!"), FormatInserts(TEXT("%1!"), {longText.c_str()}));
+    EXPECT_EQ(longText + TEXT("?"), FormatInserts(TEXT("%1?"), {longText.c_str()}));
 }
 
 TEST(UserName, Sizes) {
