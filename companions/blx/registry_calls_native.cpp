@@ -59,9 +59,9 @@ public:
         pending_.push_back(std::move(change));
     }
 
-    // A change to the values of an open key. That of the root is made at once: nobody closes it.
+    // A change to the values of an open key. The root takes none: nobody closes it.
     DWORD ChangeValue(OpenKey& open, RegistryChange change) {
-        if (&open == &root_) return ChangeNow(std::move(change));
+        if (&open == &root_) return ERROR_NOT_SUPPORTED;
         Change(std::move(change));
         open.changed = true;
         return ERROR_SUCCESS;

@@ -13,7 +13,6 @@ namespace {
 
 constexpr DWORD kBrowse = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_ENABLEHOOK |
                           OFN_NOCHANGEDIR | OFN_HIDEREADONLY;
-constexpr DWORD kExport = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOREADONLYRETURN;
 
 // What the hook and the callback were told.
 std::string told;
@@ -105,45 +104,6 @@ TEST_F(CommonDialogs, BufferThatIsTooSmall) {
     request_.nMaxFile = static_cast<DWORD>(path.size());
     EXPECT_FALSE(GetOpenFileNameW(&request_));
     EXPECT_EQ(DWORD{FNERR_BUFFERTOOSMALL}, CommDlgExtendedError());
-}
-
-TEST_F(CommonDialogs, FileToSave) {
-    struct Row {
-        const char* label;
-        std::vector<WText> answers;
-        std::vector<int> boxes;
-        WText saved;
-        eGap gap = eGap::none;
-    };
-    const Row rows[] = {
-        {"without an extension", {In(TEXT("new"))}, {}, In(TEXT("new.txt"))},
-        {"replaced", {In(TEXT("a.txt"))}, {IDYES}, In(TEXT("a.txt"))},
-        {"another one then", {In(TEXT("a.txt")), In(TEXT("d.txt"))}, {IDNO}, In(TEXT("d.txt"))},
-        {"cancelled", {TEXT("")}, {}, TEXT(""), eGap::windows},
-    };
-    request_.Flags = kExport;
-    request_.lpfnHook = nullptr;
-    request_.lpstrFilter = TEXT("(*.txt)\0*.txt\0(*.*)\0*.*\0");
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.label);
-        SetCurrentDirectoryW(start_.c_str());
-        ScriptedDesk desk;
-        const DeskScope scope(desk);
-        for (std::size_t i = 0; i < row.answers.size(); ++i) {
-            desk.ExpectFile(
-                i == 0 ? "Look in a file; (*.txt)|(*.*)|; " + wtext::ToUtf8(top_) : "again",
-                row.answers[i]);
-            if (i < row.boxes.size()) desk.Expect("", row.boxes[i]);
-        }
-        buffer_[0] = 0;
-        request_.lpstrDefExt = TEXT(".txt");
-        EXPECT_EQ(!row.saved.empty(), GetSaveFileNameW(&request_) != FALSE);
-        EXPECT_EQ(0u, CommDlgExtendedError());
-        EXPECT_EQ(row.saved, buffer_);
-        // Without OFN_NOCHANGEDIR one is then where the file lies.
-        const WText wanted = row.saved.empty() ? start_ : top_;
-        KNOWN_GAP(row.gap, CurrentWideFolder() == wanted) << wtext::ToUtf8(CurrentWideFolder());
-    }
 }
 
 // As a desk is that knows no files.

@@ -77,16 +77,4 @@ TEST(DialogTemplates, CutShortIsRefused) {
         EXPECT_FALSE(Read(words, length)) << length;
 }
 
-TEST(DialogTemplates, OtherForms) {
-    auto words = SoundTemplate();
-    words[0] = 2;
-    EXPECT_FALSE(Read(words, 2 * words.size()));
-    words = SoundTemplate();
-    words[1] = 0;
-    EXPECT_FALSE(Read(words, 2 * words.size()));
-    words = SoundTemplate();
-    words[8] = 0xFFFF;  // more controls than there are
-    EXPECT_FALSE(Read(words, 2 * words.size()));
-}
-
 }  // namespace
