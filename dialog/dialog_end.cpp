@@ -3,6 +3,7 @@
 #include "dialog/find_dialog.h"
 #include "found/found_dialog.h"
 #include "module/module_state.h"
+#include "module/registry_key.h"
 #include "outside/blx_registry.h"
 #include "outside/md_registry.h"
 
@@ -12,12 +13,11 @@ void SavePlace(HWND window) try {
     RECT rect{};
     if (!GetWindowRect(window, &rect)) return;
     WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
-    const HKEY key = MDxCreateRegistryKey(HKEY_CURRENT_USER, path, kPathLength);
-    if (key == nullptr) return;
+    const RegistryKeyOwner key(MDxCreateRegistryKey(HKEY_CURRENT_USER, path, kPathLength));
+    if (!key) return;
     // Left, top, width, height. Closing goes on when they can't be kept.
     const LONG place[] = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
-    (void)BLxPref_Reg::Write(key, nullptr, REG_BINARY, place, sizeof(place));
-    BLxPref_Reg::CloseKey(key);
+    (void)BLxPref_Reg::Write(key.get(), nullptr, REG_BINARY, place, sizeof(place));
 } catch (const std::bad_alloc&) {
     // Nor without memory for it.
 }

@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Require(cch >= 0 && cch < 8 && text[cch] == 0);
         const HWND dialog = CreateDialogParamW(library, NameOf(id), nullptr, Answer, 0);
         if (dialog != nullptr) {
-            ShowWindow(dialog, SW_SHOWNORMAL);
+            ShowWindow(dialog, SW_SHOW);
             Require(DestroyWindow(dialog) != FALSE);
         }
         for (const int side : {16, 32}) {

@@ -2,20 +2,6 @@
 
 #include "platform/files/path_mapping.h"
 
-WText FullWidePath(const WText& path) {
-    const DWORD cch = path.empty() ? 0 : GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
-    if (cch == 0) return {};
-    WText full(cch, 0);
-    full.resize(GetFullPathNameW(path.c_str(), cch, full.data(), nullptr));
-    return full;
-}
-
-WText CurrentWideFolder() {
-    WText path(GetCurrentDirectoryW(0, nullptr), 0);
-    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));
-    return path;
-}
-
 WTextView FileNameIn(WTextView path) {
     using platform::IsSeparator;
     for (std::size_t at = path.size(); at-- > 1;) {

@@ -1,5 +1,6 @@
 // The part of the operating system's interface that knows no window: base types, text, files,
-// registry, resources, COM. Headers for plain data include it in place of win.h, which has the windows too.
+// registry, resources, COM. Headers for plain data include it in place of win.h, which has the
+// windows too.
 #pragma once
 
 #ifdef _WIN32

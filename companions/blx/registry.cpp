@@ -4,45 +4,26 @@
 #include <vector>
 
 #include "companions/blx/natural_order.h"
-#include "platform/wtext.h"
-
-namespace {
-
-// A key's name has at most 255 units.
-constexpr DWORD kMaxKeyName = 256;
-
-BLxResult Result(LSTATUS status) {
-    return BLxResult(static_cast<DWORD>(status));
-}
-
-const BYTE* Bytes(const void* data) {
-    return static_cast<const BYTE*>(data);
-}
-
-}  // namespace
+#include "companions/blx/registry_calls.h"
 
 BLxResult BLxPref_Reg::OpenKey(HKEY root, const WCHAR* path, HKEY* key, REGSAM access) {
-    *key = nullptr;
-    return Result(RegOpenKeyExW(root, path, 0, access, key));
+    return BLxResult(registry_calls::OpenKey(root, path, access, key));
 }
 
 BLxResult BLxPref_Reg::CreateKey(HKEY root, const WCHAR* path, HKEY* key) {
-    *key = nullptr;
-    return Result(RegCreateKeyExW(root, path, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
-                                  nullptr, key, nullptr));
+    return BLxResult(registry_calls::CreateKey(root, path, key));
 }
 
 BLxResult BLxPref_Reg::CloseKey(HKEY key) {
-    return Result(RegCloseKey(key));
+    return BLxResult(registry_calls::CloseKey(key));
 }
 
 BLxResult BLxPref_Reg::Read(HKEY key, const WCHAR* name, LONG* value) {
     DWORD type = REG_NONE;
     LONG read = 0;
     DWORD cb = sizeof(read);
-    const LSTATUS status =
-        RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(&read), &cb);
-    if (status != ERROR_SUCCESS) return Result(status);
+    const DWORD error = registry_calls::ReadValue(key, name, &type, &read, &cb);
+    if (error != ERROR_SUCCESS) return BLxResult(error);
     if (type != REG_DWORD || cb != sizeof(read)) return BLxResult(ERROR_INVALID_DATA);
     *value = read;
     return BLxResult();
@@ -51,29 +32,28 @@ BLxResult BLxPref_Reg::Read(HKEY key, const WCHAR* name, LONG* value) {
 BLxResult BLxPref_Reg::Read(HKEY key, const WCHAR* name, BLxWString* value) {
     DWORD type = REG_NONE;
     DWORD cb = 0;
-    LSTATUS status = RegQueryValueExW(key, name, nullptr, &type, nullptr, &cb);
+    DWORD error = registry_calls::ReadValue(key, name, &type, nullptr, &cb);
     // Another process may lengthen the text between the two calls.
     BLxWString text;
-    for (int attempt = 0; status == ERROR_SUCCESS && attempt < 4; ++attempt) {
+    for (int attempt = 0; error == ERROR_SUCCESS && attempt < 4; ++attempt) {
         if (type != REG_SZ) return BLxResult(ERROR_INVALID_DATA);
         text.assign((cb + 1) / sizeof(WCHAR) + 1, 0);
         cb = static_cast<DWORD>((text.size() - 1) * sizeof(WCHAR));
-        status =
-            RegQueryValueExW(key, name, nullptr, &type, reinterpret_cast<BYTE*>(text.data()), &cb);
-        if (status == ERROR_SUCCESS) {
+        error = registry_calls::ReadValue(key, name, &type, text.data(), &cb);
+        if (error == ERROR_SUCCESS) {
             // A stored text may lack its terminator, hold several, or have an odd size.
             text.resize(cb / sizeof(WCHAR));
             text.resize(std::min(text.size(), text.find(WCHAR{0})));
             *value = std::move(text);
             return BLxResult();
         }
-        if (status == ERROR_MORE_DATA) status = ERROR_SUCCESS;
+        if (error == ERROR_MORE_DATA) error = ERROR_SUCCESS;
     }
-    return Result(status != ERROR_SUCCESS ? status : ERROR_MORE_DATA);
+    return BLxResult(error != ERROR_SUCCESS ? error : ERROR_MORE_DATA);
 }
 
 BLxResult BLxPref_Reg::Read(HKEY key, const WCHAR* name, DWORD* type, void* data, DWORD* cb) {
-    return Result(RegQueryValueExW(key, name, nullptr, type, static_cast<BYTE*>(data), cb));
+    return BLxResult(registry_calls::ReadValue(key, name, type, data, cb));
 }
 
 BLxResult BLxPref_Reg::Write(HKEY key, const WCHAR* name, LONG value) {
@@ -90,15 +70,15 @@ BLxResult BLxPref_Reg::Write(HKEY key, const WCHAR* name, const WCHAR* text) {
 }
 
 BLxResult BLxPref_Reg::Write(HKEY key, const WCHAR* name, DWORD type, const void* data, DWORD cb) {
-    return Result(RegSetValueExW(key, name, 0, type, Bytes(data), cb));
+    return BLxResult(registry_calls::WriteValue(key, name, type, data, cb));
 }
 
 BLxResult BLxPref_Reg::DeleteKey(HKEY root, const WCHAR* path) {
-    return Result(RegDeleteKeyW(root, path));
+    return BLxResult(registry_calls::DeleteKey(root, path));
 }
 
 BLxResult BLxPref_Reg::DeleteKeyAndDescendants(HKEY root, const WCHAR* path) {
-    return Result(RegDeleteTreeW(root, path));
+    return BLxResult(registry_calls::DeleteTree(root, path));
 }
 
 struct BLxPrefKeyIterator_Reg::State {
@@ -112,14 +92,7 @@ struct BLxPrefKeyIterator_Reg::State {
 
 void BLxPrefKeyIterator_Reg::State::List() {
     listed = true;
-    WCHAR name[kMaxKeyName];
-    for (DWORD index = 0;; ++index) {
-        DWORD cch = kMaxKeyName;
-        const LSTATUS status =
-            RegEnumKeyExW(key, index, name, &cch, nullptr, nullptr, nullptr, nullptr);
-        if (status != ERROR_SUCCESS) break;
-        names.emplace_back(name, cch);
-    }
+    names = registry_calls::SubkeyNames(key);
     std::sort(names.begin(), names.end(), NaturalLess);
 }
 

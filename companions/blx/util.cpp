@@ -2,6 +2,7 @@
 
 #include "outside/blx_registry.h"
 #include "outside/blx_util.h"
+#include "platform/owner.h"
 #include "platform/wtext.h"
 
 namespace {
@@ -36,10 +37,10 @@ BLxWString ThisLibraryPath() {
 BLxWString ReadWorkspaceValue(const WCHAR* name) {
     BLxWString text;
     const WText path = WText(kProductBranch) + TEXT("\\Workspace");
-    HKEY key = nullptr;
-    if (BLxPref_Reg::OpenKey(HKEY_CURRENT_USER, path.c_str(), &key, KEY_READ) != 0) return text;
-    if (BLxPref_Reg::Read(key, name, &text) != 0) text.clear();
-    BLxPref_Reg::CloseKey(key);
+    Owner<HKEY, &BLxPref_Reg::CloseKey> key;
+    if (BLxPref_Reg::OpenKey(HKEY_CURRENT_USER, path.c_str(), key.out(), KEY_READ) != 0)
+        return text;
+    if (BLxPref_Reg::Read(key.get(), name, &text) != 0) text.clear();
     return text;
 }
 

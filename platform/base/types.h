@@ -16,8 +16,6 @@ using BOOL = std::int32_t;
 using SHORT = std::int16_t;
 using USHORT = std::uint16_t;
 using LONGLONG = std::int64_t;
-using ULONGLONG = std::uint64_t;
-using DWORDLONG = std::uint64_t;
 using INT_PTR = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;
@@ -28,11 +26,7 @@ using LPARAM = LONG_PTR;
 using WPARAM = UINT_PTR;
 using LRESULT = LONG_PTR;
 using HRESULT = LONG;
-using SCODE = LONG;
 using LCID = DWORD;
-using LANGID = WORD;
-using ATOM = WORD;
-using COLORREF = DWORD;
 using DATE = double;
 using WCHAR = char16_t;
 using LPWSTR = WCHAR*;
@@ -58,7 +52,6 @@ using HGLOBAL = HANDLE;
 
 #define CALLBACK
 #define WINAPI
-#define APIENTRY
 #define STDMETHODCALLTYPE
 #define FALSE 0
 #define TRUE 1
@@ -104,17 +97,10 @@ inline bool operator==(const GUID& a, const GUID& b) {
 inline bool operator!=(const GUID& a, const GUID& b) {
     return !(a == b);
 }
-inline bool IsEqualGUID(REFGUID a, REFGUID b) {
-    return a == b;
-}
 
 struct POINT {
     LONG x;
     LONG y;
-};
-struct SIZE {
-    LONG cx;
-    LONG cy;
 };
 struct RECT {
     LONG left;
@@ -141,14 +127,9 @@ inline LPARAM MAKELPARAM(WORD low, WORD high) {
 inline LPCWSTR MAKEINTRESOURCEW(ULONG_PTR id) {
     return reinterpret_cast<LPCWSTR>(id & 0xFFFFu);
 }
-inline bool IS_INTRESOURCE(LPCWSTR name) {
-    return (reinterpret_cast<ULONG_PTR>(name) >> 16) == 0;
-}
 
 // Error codes of the calls that the layer offers, with their values on Windows.
 inline constexpr DWORD ERROR_SUCCESS = 0;
-inline constexpr DWORD NO_ERROR = 0;
-inline constexpr DWORD ERROR_INVALID_FUNCTION = 1;
 inline constexpr DWORD ERROR_FILE_NOT_FOUND = 2;
 inline constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
 inline constexpr DWORD ERROR_TOO_MANY_OPEN_FILES = 4;
@@ -156,40 +137,30 @@ inline constexpr DWORD ERROR_ACCESS_DENIED = 5;
 inline constexpr DWORD ERROR_INVALID_HANDLE = 6;
 inline constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
 inline constexpr DWORD ERROR_INVALID_DATA = 13;
-inline constexpr DWORD ERROR_NO_MORE_FILES = 18;
 inline constexpr DWORD ERROR_GEN_FAILURE = 31;
-inline constexpr DWORD ERROR_SHARING_VIOLATION = 32;
-inline constexpr DWORD ERROR_LOCK_VIOLATION = 33;
-inline constexpr DWORD ERROR_HANDLE_EOF = 38;
 inline constexpr DWORD ERROR_NOT_SUPPORTED = 50;
-inline constexpr DWORD ERROR_FILE_EXISTS = 80;
 inline constexpr DWORD ERROR_INVALID_PARAMETER = 87;
 inline constexpr DWORD ERROR_DISK_FULL = 112;
 inline constexpr DWORD ERROR_INSUFFICIENT_BUFFER = 122;
 inline constexpr DWORD ERROR_INVALID_NAME = 123;
-inline constexpr DWORD ERROR_DIR_NOT_EMPTY = 145;
 inline constexpr DWORD ERROR_BAD_PATHNAME = 161;
 inline constexpr DWORD ERROR_ALREADY_EXISTS = 183;
 inline constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
 inline constexpr DWORD ERROR_DIRECTORY = 267;
 inline constexpr DWORD ERROR_MORE_DATA = 234;
-inline constexpr DWORD ERROR_NO_WORK_DONE = 235;
 inline constexpr DWORD ERROR_NO_MORE_ITEMS = 259;
 inline constexpr DWORD ERROR_REGISTRY_IO_FAILED = 1016;
 inline constexpr DWORD ERROR_KEY_DELETED = 1018;
 inline constexpr DWORD ERROR_NOACCESS = 998;
 inline constexpr DWORD ERROR_INVALID_FLAGS = 1004;
-inline constexpr DWORD ERROR_BADKEY = 1010;
 inline constexpr DWORD ERROR_NO_UNICODE_TRANSLATION = 1113;
 inline constexpr DWORD ERROR_INVALID_WINDOW_HANDLE = 1400;
 inline constexpr DWORD ERROR_INVALID_CURSOR_HANDLE = 1402;
-inline constexpr DWORD ERROR_TLW_WITH_WSCHILD = 1406;
 inline constexpr DWORD ERROR_CANNOT_FIND_WND_CLASS = 1407;
 inline constexpr DWORD ERROR_INVALID_INDEX = 1413;
 inline constexpr DWORD ERROR_CONTROL_ID_NOT_FOUND = 1421;
 inline constexpr DWORD ERROR_INVALID_HOOK_HANDLE = 1404;
 inline constexpr DWORD ERROR_RESOURCE_DATA_NOT_FOUND = 1812;
-inline constexpr DWORD ERROR_RESOURCE_TYPE_NOT_FOUND = 1813;
 inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
 inline constexpr DWORD ERROR_MOD_NOT_FOUND = 126;
 inline constexpr DWORD ERROR_BAD_EXE_FORMAT = 193;
@@ -201,11 +172,7 @@ inline constexpr HRESULT S_OK = 0;
 inline constexpr HRESULT S_FALSE = 1;
 inline constexpr HRESULT E_NOTIMPL = SrHresult(0x80004001u);
 inline constexpr HRESULT E_NOINTERFACE = SrHresult(0x80004002u);
-inline constexpr HRESULT E_POINTER = SrHresult(0x80004003u);
-inline constexpr HRESULT E_ABORT = SrHresult(0x80004004u);
 inline constexpr HRESULT E_FAIL = SrHresult(0x80004005u);
-inline constexpr HRESULT E_UNEXPECTED = SrHresult(0x8000FFFFu);
-inline constexpr HRESULT E_ACCESSDENIED = SrHresult(0x80070005u);
 inline constexpr HRESULT E_OUTOFMEMORY = SrHresult(0x8007000Eu);
 inline constexpr HRESULT E_INVALIDARG = SrHresult(0x80070057u);
 inline constexpr HRESULT DISP_E_TYPEMISMATCH = SrHresult(0x80020005u);
@@ -220,7 +187,6 @@ inline constexpr HRESULT STG_E_READFAULT = SrHresult(0x8003001Eu);
 inline constexpr HRESULT STG_E_SHAREVIOLATION = SrHresult(0x80030020u);
 inline constexpr HRESULT STG_E_LOCKVIOLATION = SrHresult(0x80030021u);
 inline constexpr HRESULT STG_E_FILEALREADYEXISTS = SrHresult(0x80030050u);
-inline constexpr HRESULT STG_E_INVALIDHEADER = SrHresult(0x800300FBu);
 inline constexpr HRESULT STG_E_DOCFILECORRUPT = SrHresult(0x80030109u);
 inline constexpr HRESULT REGDB_E_CLASSNOTREG = SrHresult(0x80040154u);
 inline constexpr HRESULT CLASS_E_NOAGGREGATION = SrHresult(0x80040110u);
@@ -236,8 +202,6 @@ inline constexpr bool FAILED(HRESULT status) {
 inline constexpr HRESULT HRESULT_FROM_WIN32(DWORD error) {
     return error == 0 ? S_OK : SrHresult((error & 0xFFFFu) | 0x80070000u);
 }
-
-inline HANDLE const INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(static_cast<INT_PTR>(-1));
 
 // The last-error value of the calling thread.
 DWORD GetLastError();

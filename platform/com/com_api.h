@@ -5,7 +5,6 @@
 #include "platform/base/types.h"
 
 inline constexpr IID IID_IUnknown = {0x00000000, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
-inline constexpr GUID GUID_NULL = {0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 0}};
 
 struct IUnknown {
     virtual HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) = 0;
@@ -19,7 +18,6 @@ protected:
 using BSTR = WCHAR*;
 // A text with its length in bytes in front; released with SysFreeString. Null when out of memory.
 BSTR SysAllocString(const WCHAR* text);
-BSTR SysAllocStringLen(const WCHAR* text, UINT cch);
 void SysFreeString(BSTR text);
 UINT SysStringLen(BSTR text);
 
@@ -38,7 +36,6 @@ enum VARENUM : VARTYPE {
     VT_ERROR = 10,
     VT_BOOL = 11,
     VT_VARIANT = 12,
-    VT_UNKNOWN = 13,
     VT_DECIMAL = 14,
     VT_I1 = 16,
     VT_UI1 = 17,
@@ -61,7 +58,6 @@ enum VARENUM : VARTYPE {
     VT_CLSID = 72,
     VT_VECTOR = 0x1000,
     VT_ARRAY = 0x2000,
-    VT_BYREF = 0x4000,
 };
 
 struct IDispatch;

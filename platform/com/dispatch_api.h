@@ -5,7 +5,7 @@
 #include "platform/com/com_api.h"
 
 inline constexpr IID IID_IDispatch = {0x00020400, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
-inline constexpr IID IID_NULL = GUID_NULL;
+inline constexpr IID IID_NULL = {};
 
 using DISPID = LONG;
 inline constexpr WORD DISPATCH_METHOD = 1;

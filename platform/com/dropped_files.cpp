@@ -16,11 +16,6 @@ HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes) {
     return memory;
 }
 
-HGLOBAL GlobalFree(HGLOBAL memory) {
-    std::free(memory);
-    return nullptr;
-}
-
 UINT DragQueryFileW(HDROP drop, UINT index, LPWSTR buffer, UINT cch) {
     constexpr UINT kCount = 0xFFFFFFFFu;
     DROPFILES head;
@@ -48,8 +43,8 @@ void ReleaseStgMedium(STGMEDIUM* medium) {
     if (medium->pUnkForRelease != nullptr) {
         medium->pUnkForRelease->Release();
     } else if (medium->tymed == TYMED_HGLOBAL) {
-        GlobalFree(medium->hGlobal);
+        std::free(medium->hGlobal);
     }
-    medium->tymed = TYMED_NULL;
+    medium->tymed = 0;
     medium->pUnkForRelease = nullptr;
 }

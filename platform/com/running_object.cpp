@@ -2,7 +2,7 @@
 #include "platform/com/dispatch_api.h"
 
 HRESULT CLSIDFromProgID(LPCWSTR, CLSID* id) {
-    *id = GUID_NULL;
+    *id = IID_NULL;
     return CO_E_CLASSSTRING;
 }
 

@@ -30,7 +30,6 @@ using CLIPFORMAT = WORD;
 inline constexpr CLIPFORMAT CF_HDROP = 15;
 inline constexpr DWORD DVASPECT_CONTENT = 1;
 inline constexpr DWORD TYMED_HGLOBAL = 1;
-inline constexpr DWORD TYMED_NULL = 0;
 inline constexpr HRESULT DV_E_FORMATETC = SrHresult(0x80040064u);
 
 struct DVTARGETDEVICE;
@@ -69,7 +68,6 @@ protected:
 
 inline constexpr UINT GCS_VERBA = 0;
 inline constexpr UINT GCS_HELPTEXTA = 1;
-inline constexpr UINT GCS_VALIDATEA = 2;
 inline constexpr UINT GCS_VERBW = 4;
 inline constexpr UINT GCS_HELPTEXTW = 5;
 inline constexpr UINT GCS_VALIDATEW = 6;
@@ -108,8 +106,6 @@ protected:
 // Memory at a fixed place, all zero; other flags fail with ERROR_NOT_SUPPORTED.
 inline constexpr UINT GPTR = 0x0040;
 HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes);
-// Null when it was freed.
-HGLOBAL GlobalFree(HGLOBAL memory);
 
 // The head of a block of dropped files: their names follow at `pFiles`, each with its terminator,
 // and one more at the end.

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "platform/com/com_api.h"
+#include "platform/com/dispatch_api.h"
 #include "platform/text/date_parse.h"
 
 namespace {
@@ -25,7 +25,6 @@ bool IsTypeToClear(VARTYPE type) {
         case VT_R8:
         case VT_DATE:
         case VT_BSTR:
-        case VT_UNKNOWN:
         case VT_DISPATCH:
         case VT_BOOL:
             return true;
@@ -39,18 +38,13 @@ bool IsTypeToClear(VARTYPE type) {
 BSTR SysAllocString(const WCHAR* text) {
     if (text == nullptr) return nullptr;
     const std::size_t size = std::char_traits<WCHAR>::length(text);
-    return size > kMostUnits ? nullptr : SysAllocStringLen(text, static_cast<UINT>(size));
-}
-
-BSTR SysAllocStringLen(const WCHAR* text, UINT cch) {
-    if (cch > kMostUnits) return nullptr;
-    const std::size_t cb = cch * sizeof(WCHAR);
-    unsigned char* block =
-        static_cast<unsigned char*>(std::calloc(1, kPrefix + cb + sizeof(WCHAR)));
+    if (size > kMostUnits) return nullptr;
+    const std::size_t cb = size * sizeof(WCHAR);
+    auto* block = static_cast<unsigned char*>(std::calloc(1, kPrefix + cb + sizeof(WCHAR)));
     if (block == nullptr) return nullptr;
     BSTR result = reinterpret_cast<BSTR>(block + kPrefix);
     *LengthOf(result) = static_cast<UINT>(cb);
-    if (text != nullptr) std::memcpy(result, text, cb);
+    std::memcpy(result, text, cb);
     return result;
 }
 
@@ -69,8 +63,7 @@ void VariantInit(VARIANTARG* value) {
 HRESULT VariantClear(VARIANTARG* value) {
     if (!IsTypeToClear(value->vt)) return DISP_E_BADVARTYPE;
     if (value->vt == VT_BSTR) SysFreeString(value->bstrVal);
-    const bool isObject = value->vt == VT_UNKNOWN || value->vt == VT_DISPATCH;
-    if (isObject && value->punkVal != nullptr) value->punkVal->Release();
+    if (value->vt == VT_DISPATCH && value->pdispVal != nullptr) value->pdispVal->Release();
     value->vt = VT_EMPTY;
     return S_OK;
 }

@@ -4,22 +4,7 @@
 
 #include "platform/base/types.h"
 
-inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFFu;
-inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x00000001;
-inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x00000002;
-inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x00000010;
-inline constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x00000020;
-inline constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x00000400;
-
-// INVALID_FILE_ATTRIBUTES and the last error when there is no such path.
-DWORD GetFileAttributesW(LPCWSTR path);
-
 BOOL SetCurrentDirectoryW(LPCWSTR path);
-// Units without the terminator; when `cch` is too small the units needed with it.
-DWORD GetCurrentDirectoryW(DWORD cch, LPWSTR buffer);
-// As GetCurrentDirectoryW; `filePart` may be null, else it gets the last component or null.
-DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart);
-
 // The text behind the last separator; the whole text when nothing stands behind it.
 LPWSTR PathFindFileNameW(LPCWSTR path);
 // The last point of the last component, or the end of the text.

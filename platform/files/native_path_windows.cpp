@@ -23,3 +23,17 @@ bool FileSize(WTextView path, std::uint64_t& bytes) {
     bytes = (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
     return true;
 }
+
+WText FullWidePath(const WText& path) {
+    const DWORD cch = path.empty() ? 0 : GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);
+    if (cch == 0) return {};
+    WText full(cch, 0);
+    full.resize(GetFullPathNameW(path.c_str(), cch, full.data(), nullptr));
+    return full;
+}
+
+WText CurrentWideFolder() {
+    WText path(GetCurrentDirectoryW(0, nullptr), 0);
+    path.resize(GetCurrentDirectoryW(static_cast<DWORD>(path.size()), path.data()));
+    return path;
+}

@@ -10,17 +10,9 @@
 
 #include "platform/files/files_api.h"
 #include "platform/files/path_mapping.h"
+#include "platform/native_path.h"
 
 namespace {
-
-// Copies out as the Windows calls do: the units without the terminator, or, when it doesn't fit,
-// the units needed with it and the buffer untouched.
-DWORD CopyOrMeasure(const WText& text, DWORD cch, LPWSTR buffer) {
-    if (text.size() + 1 > cch) return static_cast<DWORD>(text.size() + 1);
-    text.copy(buffer, text.size());
-    buffer[text.size()] = 0;
-    return static_cast<DWORD>(text.size());
-}
 
 bool CurrentDirectory(WText& path) {
     std::vector<char> bytes(4096);
@@ -76,37 +68,14 @@ void AppendComponents(std::vector<WTextView>& components, WTextView path) {
 
 }  // namespace
 
-DWORD GetFileAttributesW(LPCWSTR path) {
-    struct stat status {};
-    if (!StatPath(path, status)) return INVALID_FILE_ATTRIBUTES;
-    const WTextView text(path);
-    const WTextView name = text.substr(text.find_last_of(TEXT("\\/:")) + 1);
-    DWORD attributes = FILE_ATTRIBUTE_ARCHIVE;
-    if (S_ISDIR(status.st_mode)) {
-        struct stat link {};
-        std::string bytes;
-        const bool isLink = platform::PathToBytes(text, bytes) &&
-                            lstat(bytes.c_str(), &link) == 0 && S_ISLNK(link.st_mode);
-        attributes = FILE_ATTRIBUTE_DIRECTORY | (isLink ? FILE_ATTRIBUTE_REPARSE_POINT : 0);
-    }
-    if ((status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) {
-        attributes |= FILE_ATTRIBUTE_READONLY;
-    }
-    const bool isDot = name == TEXT(".") || name == TEXT("..");
-    if (!name.empty() && name[0] == '.' && !isDot) attributes |= FILE_ATTRIBUTE_HIDDEN;
-    return attributes;
-}
-
 BOOL PathFileExistsW(LPCWSTR path) {
-    return path != nullptr && GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES;
+    struct stat status {};
+    return path != nullptr && StatPath(path, status);
 }
 
 BOOL PathIsDirectoryW(LPCWSTR path) {
-    if (path == nullptr) return FALSE;
-    const DWORD attributes = GetFileAttributesW(path);
-    if (attributes == INVALID_FILE_ATTRIBUTES) return FALSE;
-    // Windows gives the attribute itself, not 1.
-    return static_cast<BOOL>(attributes & FILE_ATTRIBUTE_DIRECTORY);
+    struct stat status {};
+    return path != nullptr && StatPath(path, status) && S_ISDIR(status.st_mode);
 }
 
 BOOL SetCurrentDirectoryW(LPCWSTR path) {
@@ -126,17 +95,15 @@ BOOL SetCurrentDirectoryW(LPCWSTR path) {
     return FALSE;
 }
 
-DWORD GetCurrentDirectoryW(DWORD cch, LPWSTR buffer) {
+WText CurrentWideFolder() {
     WText path;
-    if (!CurrentDirectory(path)) return 0;
-    return CopyOrMeasure(path, cch, buffer);
+    return CurrentDirectory(path) ? path : WText();
 }
 
-DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart) {
-    if (filePart != nullptr) *filePart = nullptr;
-    if (path == nullptr || *path == 0) {
+WText FullWidePath(const WText& path) {
+    if (path.empty()) {
         SetLastError(ERROR_INVALID_NAME);
-        return 0;
+        return {};
     }
     WTextView text(path);
     WText drive;
@@ -149,10 +116,10 @@ DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart)
         rooted = isOther || (!text.empty() && platform::IsSeparator(text[0]));
     } else if (text.size() >= 2 && rooted && platform::IsSeparator(text[1])) {
         SetLastError(ERROR_NOT_SUPPORTED);
-        return 0;
+        return {};
     }
     WText base;
-    if (!rooted && !CurrentDirectory(base)) return 0;
+    if (!rooted && !CurrentDirectory(base)) return {};
     std::vector<WTextView> components;
     AppendComponents(components, base.empty() ? WTextView() : WTextView(base).substr(2));
     AppendComponents(components, text);
@@ -163,11 +130,7 @@ DWORD GetFullPathNameW(LPCWSTR path, DWORD cch, LPWSTR buffer, LPWSTR* filePart)
     }
     const bool closed = !text.empty() && platform::IsSeparator(text.back());
     if (components.empty() || closed) full += static_cast<WCHAR>('\\');
-    const DWORD length = CopyOrMeasure(full, cch, buffer);
-    if (filePart != nullptr && length < cch && !components.empty() && !closed) {
-        *filePart = buffer + (full.size() - components.back().size());
-    }
-    return length;
+    return full;
 }
 
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD cch) {

@@ -99,6 +99,8 @@ std::string HomeFolder() {
 
 }  // namespace
 
+std::atomic<int> openKeyCount = 0;
+
 RegistryFile::RegistryFile(std::string path) : path_(std::move(path)) {}
 
 RegistryFile::~RegistryFile() {

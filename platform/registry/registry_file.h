@@ -7,6 +7,7 @@
 // overwritten: it is kept beside as <file>.damaged-<n>.
 #pragma once
 
+#include <atomic>
 #include <string>
 #include <vector>
 
@@ -61,5 +62,5 @@ private:
     Identity identity_;
 };
 
-// The keys of this process that are open.
-std::size_t CountOpenKeys();
+// The keys of this process that are open; whoever opens and closes them counts.
+extern std::atomic<int> openKeyCount;

@@ -78,11 +78,3 @@ void ApplyChange(RegistryKey& root, const RegistryChange& change) {
             break;
     }
 }
-
-bool IsBelow(const RegistryPath& path, const RegistryPath& ancestor) {
-    if (path.size() < ancestor.size()) return false;
-    for (std::size_t i = 0; i < ancestor.size(); ++i) {
-        if (FoldName(path[i]) != FoldName(ancestor[i])) return false;
-    }
-    return true;
-}

@@ -48,6 +48,3 @@ RegistryKey& MakeKey(RegistryKey& root, const RegistryPath& path);
 // A change to a key that is gone does nothing, save that setValue makes it again: what one process
 // writes isn't lost because another deleted the key meanwhile.
 void ApplyChange(RegistryKey& root, const RegistryChange& change);
-
-// True when `path` is `ancestor` or lies below it.
-bool IsBelow(const RegistryPath& path, const RegistryPath& ancestor);

@@ -287,8 +287,7 @@ eOutcome CompareQuickly(DWORD flags, Span left, Span right) {
 }
 
 bool IsKnownLocale(LCID locale) {
-    return locale == LOCALE_USER_DEFAULT || locale == LOCALE_SYSTEM_DEFAULT ||
-           locale == LOCALE_NEUTRAL;
+    return locale == LOCALE_USER_DEFAULT || locale == LOCALE_NEUTRAL;
 }
 
 bool AreKnownFlags(DWORD flags) {

@@ -2,12 +2,9 @@
 // only the flags that the product passes; any other fails with the documented error.
 #pragma once
 
-#include <cstdarg>
-
 #include "platform/base/types.h"
 
 inline constexpr LCID LOCALE_USER_DEFAULT = 0x0400;
-inline constexpr LCID LOCALE_SYSTEM_DEFAULT = 0x0800;
 inline constexpr LCID LOCALE_NEUTRAL = 0x0000;
 inline constexpr DWORD NORM_IGNORECASE = 0x00000001;
 inline constexpr DWORD SORT_STRINGSORT = 0x00001000;
@@ -27,16 +24,6 @@ inline constexpr DWORD LCMAP_SORTKEY = 0x00000400;
 // as CompareStringW compares the texts. `buffer` holds `cb` bytes; 0 asks for the bytes needed. 0
 // on failure (buffer too small: ERROR_INSUFFICIENT_BUFFER; no text: ERROR_INVALID_PARAMETER).
 int LCMapStringW(LCID locale, DWORD flags, LPCWSTR text, int cch, LPWSTR buffer, int cb);
-
-inline constexpr DWORD FORMAT_MESSAGE_FROM_STRING = 0x00000400;
-inline constexpr DWORD FORMAT_MESSAGE_ARGUMENT_ARRAY = 0x00002000;
-
-// Only FROM_STRING | ARGUMENT_ARRAY with inserts %1 to %99 of texts (%1!s! and %1!ls! as well);
-// `arguments` points to an array of LPCWSTR. Returns the units written without the terminator, 0 on
-// failure (buffer too small: ERROR_INSUFFICIENT_BUFFER; nothing to write: ERROR_NO_WORK_DONE).
-// Callers have FormatInserts of message_format.h, which needs no cast and no buffer.
-DWORD FormatMessageW(DWORD flags, LPCVOID source, DWORD messageId, DWORD languageId, LPWSTR buffer,
-                     DWORD cchBuffer, va_list* arguments);
 
 inline constexpr DWORD DATE_SHORTDATE = 0x00000001;
 inline constexpr DWORD DATE_LONGDATE = 0x00000002;

@@ -1,4 +1,4 @@
-// Native build: static texts and buttons.
+// Native build: buttons.
 #include <utility>
 
 #include "platform/windows/window_object.h"
@@ -7,26 +7,17 @@ namespace platform {
 
 namespace {
 
-class Static : public Window {
-public:
-    LRESULT Receive(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == WM_GETDLGCODE) return DLGC_STATIC;
-        return Window::Receive(message, wParam, lParam);
-    }
-};
-
 class Button : public Window {
 public:
     LRESULT Receive(UINT message, WPARAM wParam, LPARAM lParam) override;
+    eRole Role() const override;
+    void MakeDefault(bool isDefault) override {
+        style = (style & ~BS_TYPEMASK) | (isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON);
+    }
 
 private:
     DWORD Type() const { return style & BS_TYPEMASK; }
-    bool IsRadio() const { return Type() == BS_RADIOBUTTON || Type() == BS_AUTORADIOBUTTON; }
-    bool CanBeChecked() const {
-        return Type() == BS_CHECKBOX || Type() == BS_AUTOCHECKBOX || IsRadio();
-    }
     bool TakesIcon(WPARAM kind) const { return kind == IMAGE_ICON && Has(BS_ICON); }
-    LRESULT DialogCode() const;
     void SetCheck(WPARAM value);
     void Click();
     void CheckAloneInGroup();
@@ -35,42 +26,34 @@ private:
     LRESULT icon_ = 0;
 };
 
-LRESULT Button::DialogCode() const {
+eRole Button::Role() const {
     switch (Type()) {
         case BS_PUSHBUTTON:
-            return DLGC_BUTTON | DLGC_UNDEFPUSHBUTTON;
+            return eRole::pushButton;
         case BS_DEFPUSHBUTTON:
-            return DLGC_BUTTON | DLGC_DEFPUSHBUTTON;
-        case BS_RADIOBUTTON:
+            return eRole::defaultButton;
         case BS_AUTORADIOBUTTON:
-            return DLGC_BUTTON | DLGC_RADIOBUTTON;
-        case BS_GROUPBOX:
-            return DLGC_STATIC;
+            return eRole::radioButton;
         default:
-            return DLGC_BUTTON;
+            return eRole::other;
     }
 }
 
 void Button::SetCheck(WPARAM value) {
-    if (!CanBeChecked()) return;
+    if (Type() != BS_AUTOCHECKBOX && Type() != BS_AUTORADIOBUTTON) return;
     check_ = value != BST_UNCHECKED ? BST_CHECKED : BST_UNCHECKED;
     // The checked one of a group is where Tab goes.
-    if (IsRadio()) style = check_ != BST_UNCHECKED ? style | WS_TABSTOP : style & ~WS_TABSTOP;
+    if (Role() == eRole::radioButton)
+        style = check_ != BST_UNCHECKED ? style | WS_TABSTOP : style & ~WS_TABSTOP;
 }
 
 void Button::CheckAloneInGroup() {
-    const HWND dialog = parent;
-    HWND other = handle;
-    // The count bounds a walk that a child's end in mid-way would keep from coming round.
-    const auto dialogWindow = FindWindowObject(dialog);
-    std::size_t left = dialogWindow != nullptr ? dialogWindow->children.size() : 0;
-    do {
-        if (other != handle &&
-            SendMessageW(other, WM_GETDLGCODE, 0, 0) == (DLGC_BUTTON | DLGC_RADIOBUTTON)) {
+    for (const HWND other : GroupOf(parent, handle)) {
+        const auto window = FindWindowObject(other);
+        if (other != handle && window != nullptr && window->Role() == eRole::radioButton) {
             SendMessageW(other, BM_SETCHECK, BST_UNCHECKED, 0);
         }
-        other = GetNextDlgGroupItem(dialog, other, FALSE);
-    } while (other != nullptr && other != handle && left-- > 0);
+    }
     SetCheck(BST_CHECKED);
 }
 
@@ -83,15 +66,10 @@ void Button::Click() {
 
 LRESULT Button::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-        case WM_GETDLGCODE:
-            return DialogCode();
         case BM_GETCHECK:
             return static_cast<LRESULT>(check_);
         case BM_SETCHECK:
             SetCheck(wParam);
-            return 0;
-        case BM_SETSTYLE:
-            style = (style & ~BS_TYPEMASK) | (static_cast<DWORD>(wParam) & BS_TYPEMASK);
             return 0;
         case BM_GETIMAGE:
             return TakesIcon(wParam) ? icon_ : 0;
@@ -100,19 +78,12 @@ LRESULT Button::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
         case BM_CLICK:
             Click();
             return 0;
-        case WM_KEYUP:
-            if (wParam == VK_SPACE) Click();
-            return 0;
         default:
             return Window::Receive(message, wParam, lParam);
     }
 }
 
 }  // namespace
-
-std::shared_ptr<Window> MakeStatic() {
-    return std::make_shared<Static>();
-}
 
 std::shared_ptr<Window> MakeButton() {
     return std::make_shared<Button>();

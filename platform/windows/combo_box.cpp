@@ -1,7 +1,6 @@
 // Native build: combo boxes, with an edit field (a child window of its own, as on Windows) and
 // without one. The list is never seen dropped.
 #include <algorithm>
-#include <utility>
 
 #include "platform/windows/item_list.h"
 #include "platform/windows/window_object.h"
@@ -20,37 +19,26 @@ public:
 private:
     bool HasField() const { return field_ != nullptr; }
     LRESULT ReceiveListMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT ReceiveFieldNotice(WORD code);
     LRESULT SelectItem(WPARAM at);
     LRESULT SelectByText(WPARAM behind, LPARAM wanted);
     void ShowText(const WText& shown);
-    void PressKey(WPARAM key);
-    void LoseFocus();
 
     ItemList items_;
     HWND field_ = nullptr;
-    bool settingText_ = false;  // by the program: the field's notices go no further
-    LRESULT extendedUi_ = FALSE;
-    LRESULT droppedWidth_ = 0;
 };
 
 void ComboBox::OnCreated() {
     text.clear();
     if ((style & CBS_DROPDOWNLIST) != CBS_DROPDOWN) return;
-    const auto field = MakeWindow({TEXT("Edit"), nullptr,
-                                   WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL | (style & WS_DISABLED),
-                                   0, 0, static_cast<int>(place.right - place.left),
-                                   static_cast<int>(place.bottom - place.top), handle, kFieldId});
+    const auto field =
+        MakeWindow({TEXT("Edit"), nullptr, WS_CHILD | WS_VISIBLE | (style & WS_DISABLED), 0, 0,
+                    static_cast<int>(place.right - place.left),
+                    static_cast<int>(place.bottom - place.top), handle, kFieldId});
     field_ = field->handle;
 }
 
 void ComboBox::ShowText(const WText& shown) {
-    if (!HasField()) return;
-    settingText_ = true;
-    SendMessageW(field_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(shown.c_str()));
-    // What one then types goes in the place of it.
-    if (GetFocus() == field_) SendMessageW(field_, EM_SETSEL, 0, -1);
-    settingText_ = false;
+    if (HasField()) SendMessageW(field_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(shown.c_str()));
 }
 
 LRESULT ComboBox::SelectItem(WPARAM at) {
@@ -62,32 +50,7 @@ LRESULT ComboBox::SelectItem(WPARAM at) {
 
 LRESULT ComboBox::SelectByText(WPARAM behind, LPARAM wanted) {
     const LRESULT found = items_.Find(behind, wanted, false);
-    return found != CB_ERR ? SelectItem(static_cast<WPARAM>(found)) : CB_ERR;
-}
-
-void ComboBox::PressKey(WPARAM key) {
-    const LRESULT selected = items_.SelectByKey(key);
-    if (selected == CB_ERR) return;
-    ShowText(*items_.TextAt(static_cast<WPARAM>(selected)));
-    NotifyParent(CBN_SELENDOK);
-    NotifyParent(CBN_SELCHANGE);
-}
-
-void ComboBox::LoseFocus() {
-    NotifyParent(CBN_SELENDCANCEL);
-    NotifyParent(CBN_KILLFOCUS);
-}
-
-LRESULT ComboBox::ReceiveFieldNotice(WORD code) {
-    if (code == EN_SETFOCUS) NotifyParent(CBN_SETFOCUS);
-    if (code == EN_KILLFOCUS) LoseFocus();
-    if (settingText_) return 0;
-    // A text of its own is no item of the list.
-    if (code == EN_UPDATE) items_.Select(static_cast<WPARAM>(CB_ERR));
-    if (code == EN_MAXTEXT) NotifyParent(CBN_ERRSPACE);
-    if (code == EN_UPDATE) NotifyParent(CBN_EDITUPDATE);
-    if (code == EN_CHANGE) NotifyParent(CBN_EDITCHANGE);
-    return 0;
+    return found != kNoItem ? SelectItem(static_cast<WPARAM>(found)) : kNoItem;
 }
 
 LRESULT ComboBox::ReceiveListMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -121,7 +84,7 @@ LRESULT ComboBox::ReceiveListMessage(UINT message, WPARAM wParam, LPARAM lParam)
         case CB_GETITEMDATA:
             return items_.Data(wParam);
         case CB_SETITEMDATA:
-            return items_.SetData(wParam, lParam) == CB_ERR ? CB_ERR : TRUE;
+            return items_.SetData(wParam, lParam);
         default:
             return Window::Receive(message, wParam, lParam);
     }
@@ -130,12 +93,13 @@ LRESULT ComboBox::ReceiveListMessage(UINT message, WPARAM wParam, LPARAM lParam)
 LRESULT ComboBox::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_COMMAND:
-            return reinterpret_cast<HWND>(lParam) == field_ && HasField()
-                       ? ReceiveFieldNotice(HIWORD(wParam))
-                       : 0;
+            // Of the field's notices its focus goes on; its text changes by the box alone.
+            if (HIWORD(wParam) == EN_SETFOCUS) NotifyParent(CBN_SETFOCUS);
+            if (HIWORD(wParam) == EN_KILLFOCUS) NotifyParent(CBN_KILLFOCUS);
+            return 0;
         case WM_SETTEXT:
-            if (!HasField()) return CB_ERR;
-            items_.Select(static_cast<WPARAM>(CB_ERR));
+            if (!HasField()) return kNoItem;
+            items_.Select(static_cast<WPARAM>(kNoItem));
             ShowText(lParam != 0 ? reinterpret_cast<LPCWSTR>(lParam) : TEXT(""));
             return TRUE;
         case WM_GETTEXT:
@@ -153,29 +117,17 @@ LRESULT ComboBox::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             return 0;
         case WM_KILLFOCUS:
-            if (!HasField()) LoseFocus();
+            if (!HasField()) NotifyParent(CBN_KILLFOCUS);
             return 0;
         case WM_ENABLE:
             if (HasField()) EnableWindow(field_, static_cast<BOOL>(wParam));
             return 0;
-        case WM_KEYDOWN:
-            PressKey(wParam);
-            return 0;
-        case WM_GETDLGCODE:
-            return DLGC_WANTARROWS | DLGC_WANTCHARS | (HasField() ? DLGC_HASSETSEL : 0);
-        case CB_LIMITTEXT:
-            if (HasField()) SendMessageW(field_, EM_LIMITTEXT, wParam, 0);
-            return TRUE;
+        case EM_LIMITTEXT:
         case CB_SETEXTENDEDUI:
-            extendedUi_ = wParam != 0;
-            return CB_OKAY;
-        case CB_GETEXTENDEDUI:
-            return extendedUi_;
+            return 0;
         case CB_SETDROPPEDWIDTH:
-            droppedWidth_ = static_cast<LRESULT>(wParam);
-            return std::max(droppedWidth_, static_cast<LRESULT>(place.right - place.left));
-        case CB_GETDROPPEDWIDTH:
-            return std::max(droppedWidth_, static_cast<LRESULT>(place.right - place.left));
+            return std::max(static_cast<LRESULT>(wParam),
+                            static_cast<LRESULT>(place.right - place.left));
         default:
             return ReceiveListMessage(message, wParam, lParam);
     }

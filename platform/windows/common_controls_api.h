@@ -19,64 +19,34 @@ struct NMHDR {
     UINT_PTR idFrom;
     UINT code;
 };
-inline constexpr UINT NM_CLICK = 0u - 2u;
 inline constexpr UINT NM_DBLCLK = 0u - 3u;
 inline constexpr UINT NM_RCLICK = 0u - 5u;
 
 // List views, in report mode.
-inline constexpr const WCHAR* WC_LISTVIEWW = TEXT("SysListView32");
-inline constexpr DWORD LVS_REPORT = 0x0001;
 inline constexpr DWORD LVS_SINGLESEL = 0x0004;
-inline constexpr DWORD LVS_SHOWSELALWAYS = 0x0008;
 inline constexpr DWORD LVS_EX_FULLROWSELECT = 0x00000020;
 inline constexpr UINT LVM_FIRST = 0x1000;
 inline constexpr UINT LVM_GETITEMCOUNT = LVM_FIRST + 4;
-inline constexpr UINT LVM_DELETEITEM = LVM_FIRST + 8;
 inline constexpr UINT LVM_DELETEALLITEMS = LVM_FIRST + 9;
 inline constexpr UINT LVM_GETNEXTITEM = LVM_FIRST + 12;
-// Only LVIR_BOUNDS.
-inline constexpr UINT LVM_GETITEMRECT = LVM_FIRST + 14;
-inline constexpr UINT LVM_HITTEST = LVM_FIRST + 18;
-inline constexpr UINT LVM_GETCOLUMNWIDTH = LVM_FIRST + 29;
 inline constexpr UINT LVM_SETCOLUMNWIDTH = LVM_FIRST + 30;
-inline constexpr UINT LVM_GETHEADER = LVM_FIRST + 31;
 inline constexpr UINT LVM_SETITEMSTATE = LVM_FIRST + 43;
-inline constexpr UINT LVM_GETITEMSTATE = LVM_FIRST + 44;
 inline constexpr UINT LVM_SORTITEMS = LVM_FIRST + 48;
-inline constexpr UINT LVM_GETSELECTEDCOUNT = LVM_FIRST + 50;
 inline constexpr UINT LVM_SETEXTENDEDLISTVIEWSTYLE = LVM_FIRST + 54;
-inline constexpr UINT LVM_GETEXTENDEDLISTVIEWSTYLE = LVM_FIRST + 55;
 inline constexpr UINT LVM_GETITEMW = LVM_FIRST + 75;
 inline constexpr UINT LVM_INSERTITEMW = LVM_FIRST + 77;
-inline constexpr UINT LVM_FINDITEMW = LVM_FIRST + 83;
 inline constexpr UINT LVM_INSERTCOLUMNW = LVM_FIRST + 97;
 inline constexpr UINT LVM_SETITEMTEXTW = LVM_FIRST + 116;
 // As wide as the widest text of the column; a unit counts 6 pixels, and 12 stand around it.
 inline constexpr int LVSCW_AUTOSIZE = -1;
 inline constexpr UINT LVIF_TEXT = 0x0001;
 inline constexpr UINT LVIF_PARAM = 0x0004;
-inline constexpr UINT LVIF_STATE = 0x0008;
-inline constexpr UINT LVIS_FOCUSED = 0x0001;
 inline constexpr UINT LVIS_SELECTED = 0x0002;
 inline constexpr UINT LVCF_FMT = 0x0001;
 inline constexpr UINT LVCF_WIDTH = 0x0002;
 inline constexpr UINT LVCF_TEXT = 0x0004;
 inline constexpr int LVCFMT_LEFT = 0x0000;
-inline constexpr UINT LVFI_PARAM = 0x0001;
-inline constexpr UINT LVFI_STRING = 0x0002;
-inline constexpr UINT LVFI_PARTIAL = 0x0008;
-inline constexpr UINT LVFI_WRAP = 0x0020;
-inline constexpr UINT LVNI_ALL = 0x0000;
-inline constexpr UINT LVNI_FOCUSED = 0x0001;
 inline constexpr UINT LVNI_SELECTED = 0x0002;
-inline constexpr LONG LVIR_BOUNDS = 0;
-inline constexpr UINT LVHT_NOWHERE = 0x0001;
-inline constexpr UINT LVHT_ONITEMLABEL = 0x0004;
-inline constexpr UINT LVN_ITEMCHANGING = 0u - 100u;
-inline constexpr UINT LVN_ITEMCHANGED = 0u - 101u;
-inline constexpr UINT LVN_INSERTITEM = 0u - 102u;
-inline constexpr UINT LVN_DELETEITEM = 0u - 103u;
-inline constexpr UINT LVN_DELETEALLITEMS = 0u - 104u;
 inline constexpr UINT LVN_COLUMNCLICK = 0u - 108u;
 
 struct LVITEMW {
@@ -98,13 +68,6 @@ struct LVCOLUMNW {
     int cchTextMax;
     int iSubItem;
 };
-struct LVFINDINFOW {
-    UINT flags;
-    LPCWSTR psz;
-    LPARAM lParam;
-    POINT pt;
-    UINT vkDirection;
-};
 using PFNLVCOMPARE = int(CALLBACK*)(LPARAM, LPARAM, LPARAM);
 struct NMLISTVIEW {
     NMHDR hdr;
@@ -117,38 +80,13 @@ struct NMLISTVIEW {
     LPARAM lParam;
 };
 
-// What a click or a double click on a list view tells; the first fields are those of NMLISTVIEW.
-struct NMITEMACTIVATE {
-    NMHDR hdr;
-    int iItem;
-    int iSubItem;
-    UINT uNewState;
-    UINT uOldState;
-    UINT uChanged;
-    POINT ptAction;
-    LPARAM lParam;
-    UINT uKeyFlags;
-};
-inline constexpr UINT LVKF_CONTROL = 0x0002;
-inline constexpr UINT LVKF_SHIFT = 0x0004;
-struct LVHITTESTINFO {
-    POINT pt;
-    UINT flags;
-    int iItem;
-    int iSubItem;
-    int iGroup;
-};
-
 // Status bars of one part.
-inline constexpr const WCHAR* STATUSCLASSNAMEW = TEXT("msctls_statusbar32");
 inline constexpr WPARAM SBT_NOBORDERS = 0x0100;  // with the part's number: how it is drawn
 inline constexpr UINT SB_SETTEXTW = WM_USER + 11;
 inline constexpr UINT SB_GETTEXTLENGTHW = WM_USER + 12;
 inline constexpr UINT SB_GETTEXTW = WM_USER + 13;
 
 // Date fields.
-inline constexpr const WCHAR* DATETIMEPICK_CLASSW = TEXT("SysDateTimePick32");
-inline constexpr DWORD DTS_SHOWNONE = 0x0002;
 inline constexpr UINT DTM_GETSYSTEMTIME = 0x1001;
 inline constexpr UINT DTM_SETSYSTEMTIME = 0x1002;
 inline constexpr UINT DTN_DATETIMECHANGE = 0u - 759u;
@@ -159,4 +97,3 @@ struct NMDATETIMECHANGE {
 };
 inline constexpr LRESULT GDT_ERROR = -1;
 inline constexpr LRESULT GDT_VALID = 0;
-inline constexpr LRESULT GDT_NONE = 1;

@@ -9,16 +9,13 @@ inline constexpr DWORD OFN_OVERWRITEPROMPT = 0x00000002;
 inline constexpr DWORD OFN_HIDEREADONLY = 0x00000004;
 inline constexpr DWORD OFN_NOCHANGEDIR = 0x00000008;
 inline constexpr DWORD OFN_ENABLEHOOK = 0x00000020;
-inline constexpr DWORD OFN_EXTENSIONDIFFERENT = 0x00000400;
 inline constexpr DWORD OFN_PATHMUSTEXIST = 0x00000800;
 inline constexpr DWORD OFN_FILEMUSTEXIST = 0x00001000;
 inline constexpr DWORD OFN_NOREADONLYRETURN = 0x00008000;
 inline constexpr DWORD OFN_EXPLORER = 0x00080000;
 
 // In the place of an error of the dialog itself.
-inline constexpr DWORD CDERR_STRUCTSIZE = 0x0001;
 inline constexpr DWORD CDERR_INITIALIZATION = 0x0002;
-inline constexpr DWORD CDERR_NOHOOK = 0x000B;
 inline constexpr DWORD FNERR_BUFFERTOOSMALL = 0x3003;
 
 using LPOFNHOOKPROC = UINT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
@@ -53,14 +50,11 @@ struct OFNOTIFYW {
     LPOPENFILENAMEW lpOFN;
     LPWSTR pszFile;
 };
-// What a hook is told by WM_NOTIFY. A true answer to CDN_FILEOK, with a message result other than
-// 0, keeps the dialog open.
+// The one notice that a hook gets.
 inline constexpr UINT CDN_INITDONE = 0u - 601u;
-inline constexpr UINT CDN_SELCHANGE = 0u - 602u;
-inline constexpr UINT CDN_FOLDERCHANGE = 0u - 603u;
-inline constexpr UINT CDN_FILEOK = 0u - 606u;
 
-// Only the flags above, no template and no custom filter; else CDERR_INITIALIZATION. The dialog
+// Only the flags above, no template, no custom filter and no title of the file; else
+// CDERR_INITIALIZATION. The offsets in the path aren't set. The dialog
 // goes on until the desk gives a path that every check lets pass, or none. A path that the buffer
 // can't hold is FNERR_BUFFERTOOSMALL, with the units needed in the buffer's first.
 BOOL GetOpenFileNameW(LPOPENFILENAMEW request);
@@ -68,20 +62,13 @@ BOOL GetSaveFileNameW(LPOPENFILENAMEW request);
 // Of the last of the two calls above; 0 when it went well or was cancelled.
 DWORD CommDlgExtendedError();
 
-inline constexpr IID IID_IMalloc = {0x00000002, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
 struct IMalloc : IUnknown {
-    virtual void* STDMETHODCALLTYPE Alloc(SIZE_T bytes) = 0;
-    virtual void* STDMETHODCALLTYPE Realloc(void* block, SIZE_T bytes) = 0;
     virtual void STDMETHODCALLTYPE Free(void* block) = 0;
-    virtual SIZE_T STDMETHODCALLTYPE GetSize(void* block) = 0;
-    // 1 for a block of this allocator, 0 for another, -1 for null.
-    virtual int STDMETHODCALLTYPE DidAlloc(void* block) = 0;
-    virtual void STDMETHODCALLTYPE HeapMinimize() = 0;
 
 protected:
     ~IMalloc() = default;
 };
-// The one allocator of the process; it counts no references.
+// The one allocator of the process; it counts no references and only frees.
 HRESULT SHGetMalloc(IMalloc** allocator);
 
 // A folder's place in the tree of all folders; freed through the allocator.

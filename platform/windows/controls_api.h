@@ -7,20 +7,10 @@
 // Static text: no messages of its own.
 
 // Buttons.
-inline constexpr DWORD BS_PUSHBUTTON = 0x00000000;
-inline constexpr DWORD BS_DEFPUSHBUTTON = 0x00000001;
-inline constexpr DWORD BS_CHECKBOX = 0x00000002;
-inline constexpr DWORD BS_AUTOCHECKBOX = 0x00000003;
-inline constexpr DWORD BS_RADIOBUTTON = 0x00000004;
-inline constexpr DWORD BS_GROUPBOX = 0x00000007;
-inline constexpr DWORD BS_AUTORADIOBUTTON = 0x00000009;
-inline constexpr DWORD BS_TYPEMASK = 0x0000000F;
 inline constexpr UINT BM_GETCHECK = 0x00F0;
 inline constexpr UINT BM_SETCHECK = 0x00F1;
-inline constexpr UINT BM_SETSTYLE = 0x00F4;
 inline constexpr UINT BM_CLICK = 0x00F5;
 // The icon on a button of style BS_ICON; any other has none. The button doesn't own it.
-inline constexpr DWORD BS_ICON = 0x00000040;
 inline constexpr UINT BM_GETIMAGE = 0x00F6;
 inline constexpr UINT BM_SETIMAGE = 0x00F7;
 inline constexpr WPARAM BST_UNCHECKED = 0;
@@ -28,22 +18,12 @@ inline constexpr WPARAM BST_CHECKED = 1;
 inline constexpr WORD BN_CLICKED = 0;
 
 // Edit fields.
-inline constexpr DWORD ES_AUTOHSCROLL = 0x00000080;
-inline constexpr DWORD ES_READONLY = 0x00000800;
-inline constexpr UINT EM_GETSEL = 0x00B0;
-inline constexpr UINT EM_SETSEL = 0x00B1;
 inline constexpr UINT EM_LIMITTEXT = 0x00C5;
-inline constexpr WORD EN_SETFOCUS = 0x0100;
-inline constexpr WORD EN_KILLFOCUS = 0x0200;
 inline constexpr WORD EN_CHANGE = 0x0300;
 inline constexpr WORD EN_UPDATE = 0x0400;
 inline constexpr WORD EN_MAXTEXT = 0x0501;
 
 // Combo boxes.
-inline constexpr DWORD CBS_DROPDOWN = 0x00000002;
-inline constexpr DWORD CBS_DROPDOWNLIST = 0x00000003;
-inline constexpr DWORD CBS_AUTOHSCROLL = 0x00000040;
-inline constexpr UINT CB_LIMITTEXT = 0x0141;
 inline constexpr UINT CB_ADDSTRING = 0x0143;
 inline constexpr UINT CB_DELETESTRING = 0x0144;
 inline constexpr UINT CB_GETCOUNT = 0x0146;
@@ -58,20 +38,11 @@ inline constexpr UINT CB_SETCURSEL = 0x014E;
 inline constexpr UINT CB_GETITEMDATA = 0x0150;
 inline constexpr UINT CB_SETITEMDATA = 0x0151;
 inline constexpr UINT CB_SETEXTENDEDUI = 0x0155;
-inline constexpr UINT CB_GETEXTENDEDUI = 0x0156;
 inline constexpr UINT CB_FINDSTRINGEXACT = 0x0158;
-inline constexpr UINT CB_GETDROPPEDWIDTH = 0x015F;
 inline constexpr UINT CB_SETDROPPEDWIDTH = 0x0160;
-inline constexpr LRESULT CB_OKAY = 0;
-inline constexpr LRESULT CB_ERR = -1;
-inline constexpr WORD CBN_ERRSPACE = 0xFFFF;
 inline constexpr WORD CBN_SELCHANGE = 1;
-inline constexpr WORD CBN_SETFOCUS = 3;
 inline constexpr WORD CBN_KILLFOCUS = 4;
 inline constexpr WORD CBN_EDITCHANGE = 5;
-inline constexpr WORD CBN_EDITUPDATE = 6;
-inline constexpr WORD CBN_SELENDOK = 9;
-inline constexpr WORD CBN_SELENDCANCEL = 10;
 
 inline constexpr UINT DDL_DIRECTORY = 0x0010;
 inline constexpr UINT DDL_DRIVES = 0x4000;
@@ -82,8 +53,6 @@ inline constexpr UINT DDL_EXCLUSIVE = 0x8000;
 int DlgDirListComboBoxW(HWND dialog, LPWSTR pathSpec, int comboId, int pathId, UINT types);
 
 // List boxes.
-inline constexpr DWORD LBS_NOTIFY = 0x0001;
-inline constexpr UINT LB_ADDSTRING = 0x0180;
 inline constexpr UINT LB_INSERTSTRING = 0x0181;
 inline constexpr UINT LB_DELETESTRING = 0x0182;
 inline constexpr UINT LB_RESETCONTENT = 0x0184;
@@ -92,14 +61,9 @@ inline constexpr UINT LB_GETCURSEL = 0x0188;
 inline constexpr UINT LB_GETTEXT = 0x0189;
 inline constexpr UINT LB_GETTEXTLEN = 0x018A;
 inline constexpr UINT LB_GETCOUNT = 0x018B;
-inline constexpr UINT LB_GETHORIZONTALEXTENT = 0x0193;
 inline constexpr UINT LB_SETHORIZONTALEXTENT = 0x0194;
-inline constexpr UINT LB_GETITEMRECT = 0x0198;
 inline constexpr UINT LB_GETITEMDATA = 0x0199;
 inline constexpr UINT LB_SETITEMDATA = 0x019A;
-inline constexpr LRESULT LB_OKAY = 0;
 inline constexpr LRESULT LB_ERR = -1;
 inline constexpr WORD LBN_SELCHANGE = 1;
 inline constexpr WORD LBN_DBLCLK = 2;
-inline constexpr WORD LBN_SETFOCUS = 4;
-inline constexpr WORD LBN_KILLFOCUS = 5;

@@ -1,8 +1,8 @@
 // Native build: what asks the desk within the layer.
 #pragma once
 
-#include "platform/win.h"
 #include "platform/desk.h"
+#include "platform/win.h"
 
 namespace platform {
 

@@ -2,8 +2,8 @@
 // folders.
 #pragma once
 
-#include "platform/win.h"
 #include "platform/desk.h"
+#include "platform/win.h"
 
 namespace platform {
 

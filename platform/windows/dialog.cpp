@@ -10,21 +10,9 @@ namespace platform {
 
 namespace {
 
-// A template in memory doesn't tell its length.
-constexpr std::size_t kLongestTemplate = 0x100000;
-
 int Scale(int units, int base, int divisor) {
     const int product = units * base;
     return (product + (product < 0 ? -divisor / 2 : divisor / 2)) / divisor;
-}
-
-bool IsPushButton(HWND window) {
-    return window != nullptr && (SendMessageW(window, WM_GETDLGCODE, 0, 0) &
-                                 (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0;
-}
-
-void SetButtonStyle(HWND button, DWORD wanted) {
-    if (IsPushButton(button)) SendMessageW(button, BM_SETSTYLE, wanted, TRUE);
 }
 
 bool AddControls(Dialog& dialog, const DialogTemplate& read) {
@@ -35,10 +23,10 @@ bool AddControls(Dialog& dialog, const DialogTemplate& read) {
              dialog.PixelsDown(item.height), dialog.handle, static_cast<INT_PTR>(item.id)});
         if (control != nullptr) {
             control->helpId = item.helpId;
-            if ((SendMessageW(control->handle, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0) {
+            if (control->Role() == eRole::defaultButton) {
                 dialog.defaultId = static_cast<WORD>(item.id);
             }
-        } else if (!dialog.Has(DS_NOFAILCREATE)) {
+        } else {
             return false;
         }
     }
@@ -70,18 +58,13 @@ HWND CreateFrom(const std::optional<DialogTemplate>& read, HWND parent, DLGPROC 
         SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
         return nullptr;
     }
-    const auto firstControl = [handle] {
-        const HWND first = GetNextDlgTabItem(handle, nullptr, FALSE);
-        return first != nullptr ? first : GetNextDlgGroupItem(handle, nullptr, FALSE);
-    };
-    const auto focus = reinterpret_cast<WPARAM>(firstControl());
-    if (SendMessageW(handle, WM_INITDIALOG, focus, parameter) != 0 && IsWindow(handle) &&
-        (!dialog->Has(DS_CONTROL) || (read->style & WS_VISIBLE) != 0)) {
+    const auto focus = reinterpret_cast<WPARAM>(dialog->NextTabStop(nullptr));
+    if (SendMessageW(handle, WM_INITDIALOG, focus, parameter) != 0 && IsWindow(handle)) {
         // What was disabled meanwhile is passed over.
-        if (const HWND first = firstControl()) SetFocus(first);
+        if (const HWND first = dialog->NextTabStop(nullptr)) SetFocus(first);
     }
     if (!IsWindow(handle)) return nullptr;
-    if ((read->style & WS_VISIBLE) != 0) ShowWindow(handle, SW_SHOWNORMAL);
+    if ((read->style & WS_VISIBLE) != 0) ShowWindow(handle, SW_SHOW);
     return handle;
 }
 
@@ -138,11 +121,6 @@ std::optional<DialogTemplate> TemplateOf(HINSTANCE module, LPCWSTR name) {
     return bytes.empty() ? std::nullopt : Read(bytes);
 }
 
-std::optional<DialogTemplate> TemplateAt(LPCDLGTEMPLATEW at) {
-    if (at == nullptr) return Read({});
-    return Read({reinterpret_cast<const std::byte*>(at), kLongestTemplate});
-}
-
 }  // namespace
 
 int Dialog::PixelsAcross(int units) const {
@@ -153,30 +131,26 @@ int Dialog::PixelsDown(int units) const {
     return Scale(units, hasFont ? 13 : 16, 8);
 }
 
-void Dialog::SetDefaultButton(HWND button) {
-    if (!IsPushButton(button)) button = GetDlgItem(handle, defaultId);
-    for (const HWND child : children) {
-        if (child != button &&
-            (SendMessageW(child, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0) {
-            SendMessageW(child, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-        }
-    }
-    SetButtonStyle(button, BS_DEFPUSHBUTTON);
+void Dialog::SetDefault(WORD newId) {
+    defaultId = newId;
+    ShowDefault(nullptr);
 }
 
-void Dialog::SetDefault(WORD newId) {
-    const HWND earlier = GetDlgItem(handle, defaultId);
-    const HWND next = GetDlgItem(handle, newId);
-    defaultId = newId;
-    SetButtonStyle(earlier, BS_PUSHBUTTON);
-    SetButtonStyle(next, BS_DEFPUSHBUTTON);
+// One push button has the look of the default one: that with the focus, else that of the number.
+void Dialog::ShowDefault(const Window* focused) {
+    const bool isOwn = focused != nullptr && (focused->Role() == eRole::pushButton ||
+                                              focused->Role() == eRole::defaultButton);
+    for (const HWND child : children) {
+        const auto button = FindWindowObject(child);
+        if (button->Role() != eRole::pushButton && button->Role() != eRole::defaultButton) continue;
+        button->MakeDefault(isOwn ? button.get() == focused : button->id == defaultId);
+    }
 }
 
 void Dialog::MoveFocus(HWND control) {
-    const LRESULT code = SendMessageW(control, WM_GETDLGCODE, 0, 0);
-    if ((code & DLGC_HASSETSEL) != 0) SendMessageW(control, EM_SETSEL, 0, -1);
     SetFocus(control);
-    SetDefaultButton(control);
+    // The one who lost it may have ended this one.
+    if (IsWindow(handle)) ShowDefault(FindWindowObject(control).get());
 }
 
 LRESULT Dialog::ReceiveByDefault(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -185,34 +159,23 @@ LRESULT Dialog::ReceiveByDefault(UINT message, WPARAM wParam, LPARAM lParam) {
             PostMessageW(handle, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED),
                          reinterpret_cast<LPARAM>(GetDlgItem(handle, IDCANCEL)));
             return 0;
-        case DM_GETDEFID:
-            return defaultId != 0 ? MAKELPARAM(defaultId, DC_HASDEFID) : 0;
         case DM_SETDEFID:
             SetDefault(static_cast<WORD>(wParam));
             return 1;
-        case WM_NEXTDLGCTL: {
-            const HWND next = lParam != 0 ? reinterpret_cast<HWND>(wParam)
-                                          : GetNextDlgTabItem(handle, GetFocus(), wParam != 0);
-            if (next != nullptr) MoveFocus(next);
-            return 0;
-        }
         default:
             return Window::Receive(message, wParam, lParam);
     }
 }
 
 LRESULT Dialog::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
-    messageResult = 0;
     const INT_PTR answer = procedure(handle, message, wParam, lParam);
     if (message == WM_INITDIALOG) return answer;
-    if (answer != 0) return messageResult;
+    if (answer != 0) return 0;
     return IsWindow(handle) ? ReceiveByDefault(message, wParam, lParam) : 0;
 }
 
 LONG_PTR GetDialogNumber(Window& dialog, int index) {
     auto& own = static_cast<Dialog&>(dialog);
-    if (index == DWLP_MSGRESULT) return own.messageResult;
-    if (index == DWLP_DLGPROC) return reinterpret_cast<LONG_PTR>(own.procedure);
     if (index == DWLP_USER) return own.user;
     SetLastError(ERROR_INVALID_INDEX);
     return 0;
@@ -220,7 +183,6 @@ LONG_PTR GetDialogNumber(Window& dialog, int index) {
 
 LONG_PTR SetDialogNumber(Window& dialog, int index, LONG_PTR value) {
     auto& own = static_cast<Dialog&>(dialog);
-    if (index == DWLP_MSGRESULT) return std::exchange(own.messageResult, value);
     if (index == DWLP_USER) return std::exchange(own.user, value);
     SetLastError(ERROR_INVALID_INDEX);
     return 0;
@@ -236,16 +198,6 @@ HWND CreateDialogParamW(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC pro
 INT_PTR DialogBoxParamW(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
                         LPARAM parameter) {
     return platform::RunFrom(platform::TemplateOf(module, name), owner, procedure, parameter);
-}
-
-HWND CreateDialogIndirectParamW(HINSTANCE, LPCDLGTEMPLATEW dialogTemplate, HWND parent,
-                                DLGPROC procedure, LPARAM parameter) {
-    return platform::CreateFrom(platform::TemplateAt(dialogTemplate), parent, procedure, parameter);
-}
-
-INT_PTR DialogBoxIndirectParamW(HINSTANCE, LPCDLGTEMPLATEW dialogTemplate, HWND owner,
-                                DLGPROC procedure, LPARAM parameter) {
-    return platform::RunFrom(platform::TemplateAt(dialogTemplate), owner, procedure, parameter);
 }
 
 BOOL EndDialog(HWND dialog, INT_PTR result) {

@@ -15,12 +15,13 @@ public:
 
     int PixelsAcross(int units) const;
     int PixelsDown(int units) const;
-    // Moves the focus, selects what stands in a field, and lets a push button be the default.
+    // A push button that gets the focus is the default one meanwhile.
     void MoveFocus(HWND control);
+    // The control that Tab leads to, shown and enabled; the first from null. Null for none.
+    HWND NextTabStop(HWND control) const;
 
     DLGPROC procedure;
     bool hasFont;
-    LONG_PTR messageResult = 0;
     LONG_PTR user = 0;
     WORD defaultId = 0;
     bool ended = false;
@@ -29,7 +30,7 @@ public:
 private:
     LRESULT ReceiveByDefault(UINT message, WPARAM wParam, LPARAM lParam);
     void SetDefault(WORD newId);
-    void SetDefaultButton(HWND button);
+    void ShowDefault(const Window* focused);
 };
 
 }  // namespace platform

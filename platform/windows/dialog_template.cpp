@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "platform/windows/system_names.h"
+
 namespace platform {
 
 namespace {

@@ -10,8 +10,8 @@ namespace platform {
 namespace {
 
 constexpr DWORD kKnownFlags = OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR |
-                              OFN_ENABLEHOOK | OFN_EXTENSIONDIFFERENT | OFN_PATHMUSTEXIST |
-                              OFN_FILEMUSTEXIST | OFN_NOREADONLYRETURN | OFN_EXPLORER;
+                              OFN_ENABLEHOOK | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
+                              OFN_NOREADONLYRETURN | OFN_EXPLORER;
 
 thread_local DWORD lastError = 0;
 
@@ -24,10 +24,9 @@ class HookDialog : public Dialog {
 public:
     explicit HookDialog(LPOFNHOOKPROC hook) : Dialog(AnswerNothing, true), hook_(hook) {}
     LRESULT Receive(UINT message, WPARAM wParam, LPARAM lParam) override {
-        messageResult = 0;
         const auto answer = static_cast<LRESULT>(hook_(handle, message, wParam, lParam));
         if (message == WM_INITDIALOG) return answer;
-        if (answer != 0) return messageResult;
+        if (answer != 0) return 0;
         return Window::Receive(message, wParam, lParam);
     }
 
@@ -64,7 +63,6 @@ public:
 
 private:
     void OpenHook();
-    LRESULT TellHook(UINT code) const;
     WText WholePath(const WText& answer) const;
     bool Accepts(const WText& path) const;
     bool Store(const WText& path) const;
@@ -75,7 +73,6 @@ private:
     WText title_;
     WText folder_;
     HWND window_ = nullptr;
-    HWND hook_ = nullptr;
 };
 
 // Without the point that it may have in front; empty for none.
@@ -102,18 +99,11 @@ void FileDialog::OpenHook() {
     if ((request_.Flags & OFN_ENABLEHOOK) == 0) return;
     const auto hook = std::make_shared<HookDialog>(request_.lpfnHook);
     EnterTree(hook, {TEXT(""), nullptr, WS_CHILD | WS_VISIBLE, 0, 0, 0, 0, window_, 0});
-    hook_ = hook->handle;
-    SendMessageW(hook_, WM_INITDIALOG, 0, reinterpret_cast<LPARAM>(&request_));
-    TellHook(CDN_INITDONE);
-    TellHook(CDN_FOLDERCHANGE);
-}
-
-LRESULT FileDialog::TellHook(UINT code) const {
-    if (hook_ == nullptr) return 0;
+    SendMessageW(hook->handle, WM_INITDIALOG, 0, reinterpret_cast<LPARAM>(&request_));
     OFNOTIFYW notice{};
-    notice.hdr = {window_, 0, code};
+    notice.hdr = {window_, 0, CDN_INITDONE};
     notice.lpOFN = &request_;
-    return SendMessageW(hook_, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
+    SendMessageW(hook->handle, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
 }
 
 // With the default extension, where it has none.
@@ -125,10 +115,8 @@ WText FileDialog::WholePath(const WText& answer) const {
         if (given.back() != '\\') given += TEXT("\\");
         given += answer;
     }
-    WText path(GetFullPathNameW(given.c_str(), 0, nullptr, nullptr), 0);
+    WText path = FullWidePath(given);
     if (path.empty()) return {};
-    path.resize(
-        GetFullPathNameW(given.c_str(), static_cast<DWORD>(path.size()), path.data(), nullptr));
     const LPCWSTR extension = DefaultExtension(request_);
     if (*extension != 0 && *PathFindExtensionW(path.c_str()) == 0 &&
         !PathIsDirectoryW(path.c_str())) {
@@ -157,7 +145,7 @@ bool FileDialog::Accepts(const WText& path) const {
                     MB_YESNO | MB_ICONWARNING) != IDYES) {
         return false;
     }
-    return TellHook(CDN_FILEOK) == 0;
+    return true;
 }
 
 bool FileDialog::Store(const WText& path) const {
@@ -168,21 +156,6 @@ bool FileDialog::Store(const WText& path) const {
     }
     path.copy(request_.lpstrFile, path.size());
     request_.lpstrFile[path.size()] = 0;
-    const LPCWSTR name = PathFindFileNameW(path.c_str());
-    const LPCWSTR extension = PathFindExtensionW(path.c_str());
-    request_.nFileOffset = static_cast<WORD>(name - path.c_str());
-    request_.nFileExtension =
-        *extension != 0 ? static_cast<WORD>(extension + 1 - path.c_str()) : WORD{0};
-    request_.Flags &= ~OFN_EXTENSIONDIFFERENT;
-    if (request_.lpstrDefExt != nullptr &&
-        !wtext::EqualsAsciiFold(*extension != 0 ? extension + 1 : extension,
-                                DefaultExtension(request_))) {
-        request_.Flags |= OFN_EXTENSIONDIFFERENT;
-    }
-    if (request_.lpstrFileTitle != nullptr) {
-        CopyWindowText(name, request_.nMaxFileTitle,
-                       reinterpret_cast<LPARAM>(request_.lpstrFileTitle));
-    }
     if ((request_.Flags & OFN_NOCHANGEDIR) == 0) SetCurrentDirectoryW(FolderOf(path).c_str());
     return true;
 }
@@ -197,26 +170,19 @@ bool FileDialog::Run(Desk& desk) {
         if (path.empty()) continue;
         if (PathIsDirectoryW(path.c_str())) {
             folder_ = path;
-            TellHook(CDN_FOLDERCHANGE);
             continue;
         }
-        TellHook(CDN_SELCHANGE);
         if (Accepts(path)) return Store(path);
     }
 }
 
 BOOL RunFileDialog(OPENFILENAMEW* request, bool saving) {
     lastError = 0;
-    if (request == nullptr || request->lStructSize != sizeof(OPENFILENAMEW)) {
-        lastError = request == nullptr ? CDERR_INITIALIZATION : CDERR_STRUCTSIZE;
-        return FALSE;
-    }
-    if ((request->Flags & OFN_ENABLEHOOK) != 0 && request->lpfnHook == nullptr) {
-        lastError = CDERR_NOHOOK;
-        return FALSE;
-    }
     Desk* desk = CurrentDesk();
-    if (desk == nullptr || (request->Flags & ~kKnownFlags) != 0 || request->lpstrFile == nullptr ||
+    const bool wantsHook = (request->Flags & OFN_ENABLEHOOK) != 0;
+    if (desk == nullptr || request->lStructSize != sizeof(OPENFILENAMEW) ||
+        (request->Flags & ~kKnownFlags) != 0 || request->lpstrFile == nullptr ||
+        wantsHook != (request->lpfnHook != nullptr) || request->lpstrFileTitle != nullptr ||
         request->lpstrCustomFilter != nullptr || request->lpTemplateName != nullptr) {
         SetLastError(ERROR_NOT_SUPPORTED);
         lastError = CDERR_INITIALIZATION;

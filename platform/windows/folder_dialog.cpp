@@ -1,8 +1,8 @@
 // Native build: the dialog for a folder, the list of ids that it gives, and the allocator of that.
 #include <cstdlib>
 #include <cstring>
-#include <map>
 
+#include "platform/native_path.h"
 #include "platform/windows/common_dialogs_api.h"
 #include "platform/windows/desk_native.h"
 #include "platform/windows/dialog.h"
@@ -19,36 +19,13 @@ namespace {
 
 class Allocator final : public IMalloc {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** ppv) override {
-        const bool known = riid == IID_IUnknown || riid == IID_IMalloc;
-        *ppv = known ? static_cast<IMalloc*>(this) : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** ppv) override {
+        *ppv = nullptr;
+        return E_NOINTERFACE;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    void* STDMETHODCALLTYPE Alloc(SIZE_T bytes) override { return Realloc(nullptr, bytes); }
-    void* STDMETHODCALLTYPE Realloc(void* block, SIZE_T bytes) override {
-        if (block != nullptr && DidAlloc(block) != 1) return nullptr;
-        void* moved = std::realloc(block, bytes != 0 ? bytes : 1);
-        if (moved == nullptr) return nullptr;
-        sizes_.erase(block);
-        sizes_[moved] = bytes;
-        return moved;
-    }
-    void STDMETHODCALLTYPE Free(void* block) override {
-        if (sizes_.erase(block) > 0) std::free(block);
-    }
-    SIZE_T STDMETHODCALLTYPE GetSize(void* block) override {
-        const auto found = sizes_.find(block);
-        return found != sizes_.end() ? found->second : static_cast<SIZE_T>(-1);
-    }
-    int STDMETHODCALLTYPE DidAlloc(void* block) override {
-        return block == nullptr ? -1 : static_cast<int>(sizes_.count(block));
-    }
-    void STDMETHODCALLTYPE HeapMinimize() override {}
-
-private:
-    std::map<void*, SIZE_T> sizes_;
+    void STDMETHODCALLTYPE Free(void* block) override { std::free(block); }
 };
 
 Allocator& TheAllocator() {
@@ -60,9 +37,8 @@ Allocator& TheAllocator() {
 LPITEMIDLIST MakeList(const WText& path) {
     const std::size_t bytes = sizeof(WORD) + (path.size() + 1) * sizeof(WCHAR);
     if (bytes > 0xFFFF) return nullptr;
-    auto* list = static_cast<std::byte*>(TheAllocator().Alloc(bytes + sizeof(WORD)));
+    auto* list = static_cast<std::byte*>(std::calloc(1, bytes + sizeof(WORD)));
     if (list == nullptr) return nullptr;
-    std::memset(list, 0, bytes + sizeof(WORD));
     const auto length = static_cast<WORD>(bytes);
     std::memcpy(list, &length, sizeof length);
     std::memcpy(list + sizeof(WORD), path.c_str(), (path.size() + 1) * sizeof(WCHAR));
@@ -107,15 +83,13 @@ private:
 
 bool FolderDialog::Select(const WText& folder) {
     if (!PathIsDirectoryW(folder.c_str())) return false;
-    WText path(GetFullPathNameW(folder.c_str(), 0, nullptr, nullptr), 0);
-    path.resize(
-        GetFullPathNameW(folder.c_str(), static_cast<DWORD>(path.size()), path.data(), nullptr));
+    WText path = FullWidePath(folder);
     // The root of a drive alone ends in a backslash.
     if (path.size() > 3 && path.back() == '\\') path.pop_back();
     selected_ = path;
     const LPITEMIDLIST list = MakeList(selected_);
     CallBack(BFFM_SELCHANGED, reinterpret_cast<LPARAM>(list));
-    TheAllocator().Free(list);
+    std::free(list);
     return true;
 }
 
@@ -139,7 +113,6 @@ LPITEMIDLIST FolderDialog::Run(Desk& desk) {
 }  // namespace platform
 
 HRESULT SHGetMalloc(IMalloc** allocator) {
-    if (allocator == nullptr) return E_INVALIDARG;
     *allocator = &platform::TheAllocator();
     return S_OK;
 }

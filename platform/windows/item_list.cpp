@@ -22,83 +22,58 @@ const WText* ItemList::TextAt(WPARAM at) const {
 
 LRESULT ItemList::Insert(WPARAM at, LPARAM text) {
     if (at == static_cast<WPARAM>(-1)) at = items_.size();
-    if (at > items_.size()) return LB_ERR;
+    if (at > items_.size()) return kNoItem;
     const auto* given = reinterpret_cast<LPCWSTR>(text);
     items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(at),
                   Item{given != nullptr ? given : TEXT(""), 0});
-    if (selected_ >= static_cast<LRESULT>(at)) caret_ = ++selected_;
+    if (selected_ >= static_cast<LRESULT>(at)) ++selected_;
     return static_cast<LRESULT>(at);
 }
 
 LRESULT ItemList::Delete(WPARAM at) {
-    if (at >= items_.size()) return LB_ERR;
+    if (at >= items_.size()) return kNoItem;
     items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(at));
     if (selected_ == static_cast<LRESULT>(at)) {
-        selected_ = LB_ERR;
+        selected_ = kNoItem;
     } else if (selected_ > static_cast<LRESULT>(at)) {
-        caret_ = --selected_;
+        --selected_;
     }
     return Count();
 }
 
 LRESULT ItemList::Select(WPARAM at) {
-    selected_ = at < items_.size() ? static_cast<LRESULT>(at) : LB_ERR;
-    if (selected_ != LB_ERR) caret_ = selected_;
+    selected_ = at < items_.size() ? static_cast<LRESULT>(at) : kNoItem;
     return selected_;
-}
-
-LRESULT ItemList::SelectByKey(WPARAM key) {
-    const LRESULT last = Count() - 1;
-    if (last < 0) return LB_ERR;
-    const bool begun = selected_ != LB_ERR;
-    switch (key) {
-        case VK_DOWN:
-            caret_ += begun ? 1 : 0;
-            break;
-        case VK_UP:
-            caret_ -= begun ? 1 : 0;
-            break;
-        case VK_HOME:
-            caret_ = 0;
-            break;
-        case VK_END:
-            caret_ = last;
-            break;
-        default:
-            return LB_ERR;
-    }
-    return Select(static_cast<WPARAM>(std::clamp<LRESULT>(caret_, 0, last)));
 }
 
 void ItemList::Clear() {
     items_.clear();
-    selected_ = LB_ERR;
-    caret_ = 0;
+    selected_ = kNoItem;
 }
 
 LRESULT ItemList::Data(WPARAM at) const {
-    return at < items_.size() ? items_[at].data : LB_ERR;
+    return at < items_.size() ? items_[at].data : kNoItem;
 }
 
 LRESULT ItemList::SetData(WPARAM at, LPARAM data) {
-    if (at >= items_.size()) return LB_ERR;
+    if (at >= items_.size()) return kNoItem;
     items_[at].data = data;
-    return 0;
+    return TRUE;
 }
 
 LRESULT ItemList::Length(WPARAM at) const {
     const WText* text = TextAt(at);
-    return text != nullptr ? static_cast<LRESULT>(text->size()) : LB_ERR;
+    return text != nullptr ? static_cast<LRESULT>(text->size()) : kNoItem;
 }
 
 LRESULT ItemList::Copy(WPARAM at, LPARAM buffer) const {
     const WText* text = TextAt(at);
-    return text != nullptr ? CopyWindowText(*text, text->size() + 1, buffer) : LB_ERR;
+    return text != nullptr ? CopyWindowText(*text, text->size() + 1, buffer) : kNoItem;
 }
 
 LRESULT ItemList::Find(WPARAM behind, LPARAM text, bool whole) const {
     const auto* given = reinterpret_cast<LPCWSTR>(text);
-    if (given == nullptr) return LB_ERR;
+    if (given == nullptr) return kNoItem;
     const WTextView wanted(given);
     const std::size_t first = behind < items_.size() ? behind + 1 : 0;
     for (std::size_t step = 0; step < items_.size(); ++step) {
@@ -107,7 +82,7 @@ LRESULT ItemList::Find(WPARAM behind, LPARAM text, bool whole) const {
         if (item.size() < wanted.size() || (whole && item.size() != wanted.size())) continue;
         if (IsEqualFolded(item.substr(0, wanted.size()), wanted)) return static_cast<LRESULT>(at);
     }
-    return LB_ERR;
+    return kNoItem;
 }
 
 }  // namespace platform

@@ -1,5 +1,5 @@
 // Native build: the items of a list box, alone or within a combo box: texts, a number with each,
-// and the selected one. An index out of range is LB_ERR, as is CB_ERR.
+// and the selected one.
 #pragma once
 
 #include <vector>
@@ -8,6 +8,9 @@
 #include "platform/wtext.h"
 
 namespace platform {
+
+// For an index out of range, and for none.
+inline constexpr LRESULT kNoItem = -1;
 
 class ItemList {
 public:
@@ -20,12 +23,9 @@ public:
     LRESULT Append(LPARAM text) { return Insert(static_cast<WPARAM>(-1), text); }
     LRESULT Delete(WPARAM at);
     LRESULT Select(WPARAM at);  // none for an index out of range
-    // The arrow and end keys: the item they lead to, selected; LB_ERR for another key or no items.
-    // With nothing selected they begin where the last selection was.
-    LRESULT SelectByKey(WPARAM key);
     void Clear();
     LRESULT Data(WPARAM at) const;
-    LRESULT SetData(WPARAM at, LPARAM data);  // 0 or LB_ERR
+    LRESULT SetData(WPARAM at, LPARAM data);  // TRUE or kNoItem
     LRESULT Length(WPARAM at) const;
     LRESULT Copy(WPARAM at, LPARAM buffer) const;
     // The first item behind `behind` that begins with the text, or is the text (`whole`), without
@@ -38,8 +38,7 @@ private:
         LPARAM data;
     };
     std::vector<Item> items_;
-    LRESULT selected_ = -1;
-    LRESULT caret_ = 0;
+    LRESULT selected_ = kNoItem;
 };
 
 }  // namespace platform

@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <deque>
 #include <functional>
@@ -38,7 +37,6 @@ std::optional<int> quitCode;
 std::vector<Timer> timers;
 std::vector<Hook> hooks;  // the newest last, so that the handles rise
 HHOOK running = nullptr;  // the hook that is being called
-std::array<BYTE, 256> keyStates = {};
 
 DWORD TickCount() {
     return static_cast<DWORD>(
@@ -162,8 +160,7 @@ BOOL GetMessageW(MSG* message, HWND window, UINT first, UINT last) {
 }
 
 BOOL TranslateMessage(const MSG* message) {
-    return message->message >= WM_KEYDOWN && message->message <= WM_SYSCHAR &&
-           message->message != WM_CHAR && message->message != WM_SYSCHAR;
+    return message->message == WM_KEYDOWN;
 }
 
 LRESULT DispatchMessageW(const MSG* message) {
@@ -226,20 +223,6 @@ LRESULT CallNextHookEx(HHOOK, int code, WPARAM wParam, LPARAM lParam) {
     return running != nullptr ? CallHookOlderThan(running, code, wParam, lParam) : 0;
 }
 
-BOOL SetKeyboardState(BYTE* states) {
-    if (states == nullptr) {
-        SetLastError(ERROR_NOACCESS);
-        return FALSE;
-    }
-    std::copy_n(states, keyStates.size(), keyStates.begin());
-    return TRUE;
-}
-
-SHORT GetKeyState(int key) {
-    const BYTE state = key >= 0 && key < 256 ? keyStates[static_cast<std::size_t>(key)] : BYTE{0};
-    return static_cast<SHORT>(((state & 0x80) != 0 ? 0xFF80 : 0) | (state & 0x01));
-}
-
 int CountOpenHandles() {
-    return static_cast<int>(timers.size() + hooks.size() + CountOpenKeys());
+    return static_cast<int>(timers.size() + hooks.size()) + openKeyCount;
 }

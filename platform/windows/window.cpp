@@ -1,4 +1,5 @@
 // Native build: windows by their handles: making them, their state, place and text.
+#include <algorithm>
 #include <utility>
 
 #include "platform/windows/window_object.h"
@@ -35,37 +36,10 @@ void Place(platform::Window& window, const RECT& place) {
                             static_cast<WORD>(place.bottom - place.top)));
 }
 
-// Where a number of the window is kept; null and the last error for none that the layer knows.
-LONG_PTR* NumberAt(platform::Window& window, int index) {
-    switch (index) {
-        case GWLP_USERDATA:
-            return &window.userData;
-        case GWLP_ID:
-            return &window.id;
-        default:
-            SetLastError(ERROR_INVALID_INDEX);
-            return nullptr;
-    }
-}
-
 }  // namespace
 
 void platform::ForgetFocusOf(HWND window) {
     if (focus == window) focus = nullptr;
-}
-
-HWND CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x,
-                     int y, int width, int height, HWND parent, HMENU menuOrId, HINSTANCE,
-                     LPVOID parameter) {
-    if (extendedStyle != 0 || parameter != nullptr || className == nullptr ||
-        IS_INTRESOURCE(className)) {
-        SetLastError(ERROR_NOT_SUPPORTED);
-        return nullptr;
-    }
-    const auto window =
-        platform::MakeWindow({className, text, style, x, y, width, height, parent,
-                              static_cast<INT_PTR>(reinterpret_cast<ULONG_PTR>(menuOrId))});
-    return window != nullptr ? window->handle : nullptr;
 }
 
 HWND GetParent(HWND window) {
@@ -101,7 +75,7 @@ BOOL IsWindowEnabled(HWND window) {
 BOOL ShowWindow(HWND window, int show) {
     const auto found = RequireWindow(window);
     if (found == nullptr) return FALSE;
-    if (show != SW_HIDE && show != SW_SHOWNORMAL && show != SW_SHOW) {
+    if (show != SW_HIDE && show != SW_SHOW) {
         SetLastError(ERROR_NOT_SUPPORTED);
         return FALSE;
     }
@@ -158,8 +132,8 @@ LONG_PTR GetWindowLongPtrW(HWND window, int index) {
     if (found == nullptr) return 0;
     if (index == GWL_STYLE) return static_cast<LONG_PTR>(found->style);
     if (found->IsDialog() && index >= 0) return platform::GetDialogNumber(*found, index);
-    const LONG_PTR* number = NumberAt(*found, index);
-    return number != nullptr ? *number : 0;
+    SetLastError(ERROR_INVALID_INDEX);
+    return 0;
 }
 
 LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value) {
@@ -169,8 +143,8 @@ LONG_PTR SetWindowLongPtrW(HWND window, int index, LONG_PTR value) {
         return static_cast<LONG_PTR>(std::exchange(found->style, static_cast<DWORD>(value)));
     }
     if (found->IsDialog() && index >= 0) return platform::SetDialogNumber(*found, index, value);
-    LONG_PTR* number = NumberAt(*found, index);
-    return number != nullptr ? std::exchange(*number, value) : 0;
+    SetLastError(ERROR_INVALID_INDEX);
+    return 0;
 }
 
 BOOL SetWindowContextHelpId(HWND window, DWORD id) {
@@ -201,13 +175,6 @@ BOOL GetClientRect(HWND window, RECT* rect) {
     return TRUE;
 }
 
-BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL) {
-    const auto found = RequireWindow(window);
-    if (found == nullptr) return FALSE;
-    Place(*found, {x, y, x + (width > 0 ? width : 0), y + (height > 0 ? height : 0)});
-    return TRUE;
-}
-
 BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT flags) {
     const auto found = RequireWindow(window);
     if (found == nullptr) return FALSE;
@@ -222,7 +189,8 @@ BOOL SetWindowPos(HWND window, HWND, int x, int y, int width, int height, UINT f
     const int top = (flags & SWP_NOMOVE) != 0 ? old.top : y;
     const int across = (flags & SWP_NOSIZE) != 0 ? old.right - old.left : width;
     const int down = (flags & SWP_NOSIZE) != 0 ? old.bottom - old.top : height;
-    return MoveWindow(window, left, top, across, down, FALSE);
+    Place(*found, {left, top, left + std::max(across, 0), top + std::max(down, 0)});
+    return TRUE;
 }
 
 BOOL InvalidateRect(HWND window, const RECT*, BOOL) {
@@ -244,17 +212,6 @@ BOOL RedrawWindow(HWND window, const RECT* rect, HANDLE region, UINT flags) {
 
 BOOL SetWindowTextW(HWND window, LPCWSTR text) {
     return static_cast<BOOL>(SendMessageW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text)));
-}
-
-int GetWindowTextW(HWND window, LPWSTR buffer, int cch) {
-    if (buffer == nullptr || cch <= 0) return 0;
-    *buffer = 0;
-    return static_cast<int>(SendMessageW(window, WM_GETTEXT, static_cast<WPARAM>(cch),
-                                         reinterpret_cast<LPARAM>(buffer)));
-}
-
-int GetWindowTextLengthW(HWND window) {
-    return static_cast<int>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0));
 }
 
 HWND GetDlgItem(HWND dialog, int id) {

@@ -24,10 +24,14 @@ Maker MakerOf(WTextView name) {
         const WCHAR* name;
         Maker make;
     } kClasses[] = {
-        {TEXT("Static"), MakeStatic},      {TEXT("Button"), MakeButton},
-        {TEXT("Edit"), MakeEdit},          {TEXT("ComboBox"), MakeComboBox},
-        {TEXT("ListBox"), MakeListBox},    {WC_LISTVIEWW, MakeListView},
-        {STATUSCLASSNAMEW, MakeStatusBar}, {DATETIMEPICK_CLASSW, MakeDateField},
+        {TEXT("Static"), std::make_shared<Window>},
+        {TEXT("Button"), MakeButton},
+        {TEXT("Edit"), MakeEdit},
+        {TEXT("ComboBox"), MakeComboBox},
+        {TEXT("ListBox"), MakeListBox},
+        {TEXT("SysListView32"), MakeListView},
+        {TEXT("msctls_statusbar32"), MakeStatusBar},
+        {TEXT("SysDateTimePick32"), MakeDateField},
     };
     for (const auto& row : kClasses) {
         if (wtext::EqualsAsciiFold(name, row.name)) return row.make;
@@ -68,14 +72,6 @@ LRESULT CopyWindowText(const WText& text, WPARAM cch, LPARAM buffer) {
     return static_cast<LRESULT>(length);
 }
 
-LPARAM OnScreen(const Window& window, LPARAM point) {
-    RECT rect{};
-    GetWindowRect(window.handle, &rect);
-    const auto across = static_cast<SHORT>(LOWORD(static_cast<ULONG_PTR>(point)));
-    const auto down = static_cast<SHORT>(HIWORD(static_cast<ULONG_PTR>(point)));
-    return MAKELPARAM(static_cast<WORD>(rect.left + across), static_cast<WORD>(rect.top + down));
-}
-
 LRESULT Window::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SETTEXT:
@@ -85,17 +81,11 @@ LRESULT Window::Receive(UINT message, WPARAM wParam, LPARAM lParam) {
             return CopyWindowText(text, wParam, lParam);
         case WM_GETTEXTLENGTH:
             return static_cast<LRESULT>(text.size());
-        case WM_RBUTTONUP:
-            SendMessageW(handle, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(handle),
-                         OnScreen(*this, lParam));
-            return 0;
         case WM_CONTEXTMENU:
             if (IsChild()) SendMessageW(parent, WM_CONTEXTMENU, wParam, lParam);
             return 0;
-        case WM_GETICON:
-            return wParam <= ICON_BIG ? icons[wParam] : 0;
         case WM_SETICON:
-            return wParam <= ICON_BIG ? std::exchange(icons[wParam], lParam) : 0;
+            return wParam < std::size(icons) ? std::exchange(icons[wParam], lParam) : 0;
         case WM_CLOSE:
             DestroyWindow(handle);
             return 0;
@@ -126,7 +116,7 @@ void EnterTree(const std::shared_ptr<Window>& window, const WindowPlan& plan) {
     window->handle = reinterpret_cast<HWND>(lastHandle);
     window->parent = plan.parent;
     window->style = plan.style;
-    window->id = window->IsChild() ? plan.id : 0;
+    window->id = plan.id;
     window->place = {plan.x, plan.y, plan.x + plan.width, plan.y + plan.height};
     if (plan.text != nullptr) window->text = plan.text;
     Windows()[window->handle] = window;
@@ -142,11 +132,6 @@ std::shared_ptr<Window> MakeWindow(const WindowPlan& plan) {
         SetLastError(ERROR_CANNOT_FIND_WND_CLASS);
         return nullptr;
     }
-    if (plan.parent == nullptr && (plan.style & WS_CHILD) != 0) {
-        SetLastError(ERROR_TLW_WITH_WSCHILD);
-        return nullptr;
-    }
-    if (plan.parent != nullptr && RequireWindow(plan.parent) == nullptr) return nullptr;
     const std::shared_ptr<Window> window = make();
     EnterTree(window, plan);
     window->OnCreated();

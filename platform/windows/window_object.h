@@ -6,9 +6,13 @@
 #include <vector>
 
 #include "platform/win.h"
+#include "platform/windows/system_names.h"
 #include "platform/wtext.h"
 
 namespace platform {
+
+// What the dialog's keyboard takes a control for.
+enum class eRole { other, pushButton, defaultButton, radioButton };
 
 class Window {
 public:
@@ -18,6 +22,8 @@ public:
     // Called once, behind the window's entry into the tree: the place for children of its own.
     virtual void OnCreated() {}
     virtual bool IsDialog() const { return false; }
+    virtual eRole Role() const { return eRole::other; }
+    virtual void MakeDefault(bool) {}  // of a push button
 
     bool Has(DWORD bits) const { return (style & bits) == bits; }
     bool IsChild() const { return Has(WS_CHILD); }
@@ -29,7 +35,6 @@ public:
     INT_PTR id = 0;
     DWORD style = 0;
     DWORD helpId = 0;
-    LONG_PTR userData = 0;
     RECT place = {};  // in the parent's client area; of a popup on the screen
     WText text;
     LPARAM icons[2] = {};        // small and big; the window doesn't own them
@@ -38,9 +43,6 @@ public:
 
 // Copies a text out as WM_GETTEXT does: at most cch units with the terminator.
 LRESULT CopyWindowText(const WText& text, WPARAM cch, LPARAM buffer);
-
-// A point of the window's client area, as a mouse message has it, in places of the screen.
-LPARAM OnScreen(const Window& window, LPARAM point);
 
 // Null when there is no such window.
 std::shared_ptr<Window> FindWindowObject(HWND handle);
@@ -55,13 +57,15 @@ struct WindowPlan {
     HWND parent;
     INT_PTR id;
 };
-// Null and the last error for an unknown class or a parent that isn't there.
+// Null and the last error for an unknown class.
 std::shared_ptr<Window> MakeWindow(const WindowPlan& plan);
 // Gives a window of any kind its handle and its place in the tree.
 void EnterTree(const std::shared_ptr<Window>& window, const WindowPlan& plan);
 
 // `window` or one of its parents is `ancestor`.
 bool IsWithin(HWND window, HWND ancestor);
+// The children of the dialog that are in one group with the control.
+std::vector<HWND> GroupOf(HWND dialog, HWND control);
 // The numbers of a dialog (DWLP_...).
 LONG_PTR GetDialogNumber(Window& dialog, int index);
 LONG_PTR SetDialogNumber(Window& dialog, int index, LONG_PTR value);
@@ -71,7 +75,6 @@ void ForgetMessagesOf(HWND window);
 void ForgetFocusOf(HWND window);
 
 // The control classes, each in the file of its name.
-std::shared_ptr<Window> MakeStatic();
 std::shared_ptr<Window> MakeButton();
 std::shared_ptr<Window> MakeEdit();
 std::shared_ptr<Window> MakeComboBox();

@@ -11,27 +11,9 @@ using HOOKPROC = LRESULT(CALLBACK*)(int, WPARAM, LPARAM);
 struct HHOOK__;
 using HHOOK = HHOOK__*;
 
-inline constexpr DWORD WS_POPUP = 0x80000000;
-inline constexpr DWORD WS_CHILD = 0x40000000;
-inline constexpr DWORD WS_VISIBLE = 0x10000000;
-inline constexpr DWORD WS_DISABLED = 0x08000000;
-inline constexpr DWORD WS_CAPTION = 0x00C00000;
-inline constexpr DWORD WS_BORDER = 0x00800000;
-inline constexpr DWORD WS_VSCROLL = 0x00200000;
-inline constexpr DWORD WS_SYSMENU = 0x00080000;
-inline constexpr DWORD WS_GROUP = 0x00020000;
-inline constexpr DWORD WS_TABSTOP = 0x00010000;
-inline constexpr DWORD DS_SETFONT = 0x00000040;
-inline constexpr DWORD DS_MODALFRAME = 0x00000080;
-inline constexpr DWORD DS_NOFAILCREATE = 0x00000010;
-inline constexpr DWORD DS_CONTROL = 0x00000400;
-
 inline constexpr UINT WM_DESTROY = 0x0002;
 inline constexpr UINT WM_SIZE = 0x0005;
 inline constexpr WPARAM SIZE_MINIMIZED = 1;
-inline constexpr UINT WM_SETFOCUS = 0x0007;
-inline constexpr UINT WM_KILLFOCUS = 0x0008;
-inline constexpr UINT WM_ENABLE = 0x000A;
 inline constexpr UINT WM_SETREDRAW = 0x000B;
 inline constexpr UINT WM_SETTEXT = 0x000C;
 inline constexpr UINT WM_GETTEXT = 0x000D;
@@ -39,70 +21,28 @@ inline constexpr UINT WM_GETTEXTLENGTH = 0x000E;
 inline constexpr UINT WM_CLOSE = 0x0010;
 inline constexpr UINT WM_QUIT = 0x0012;
 inline constexpr UINT WM_SYSCOLORCHANGE = 0x0015;
-inline constexpr UINT WM_NEXTDLGCTL = 0x0028;
 inline constexpr UINT WM_NOTIFY = 0x004E;
 inline constexpr UINT WM_HELP = 0x0053;
 inline constexpr UINT WM_CONTEXTMENU = 0x007B;
-inline constexpr UINT WM_GETICON = 0x007F;
 inline constexpr UINT WM_SETICON = 0x0080;
 inline constexpr WPARAM ICON_SMALL = 0;
-inline constexpr WPARAM ICON_BIG = 1;
-inline constexpr UINT WM_GETDLGCODE = 0x0087;
 inline constexpr UINT WM_KEYFIRST = 0x0100;
 inline constexpr UINT WM_KEYLAST = 0x0109;
 inline constexpr UINT WM_KEYDOWN = 0x0100;
-inline constexpr UINT WM_KEYUP = 0x0101;
-inline constexpr UINT WM_CHAR = 0x0102;
-inline constexpr UINT WM_SYSCHAR = 0x0106;
 inline constexpr UINT WM_INITDIALOG = 0x0110;
 inline constexpr UINT WM_COMMAND = 0x0111;
 inline constexpr UINT WM_TIMER = 0x0113;
-inline constexpr UINT WM_LBUTTONDOWN = 0x0201;
-inline constexpr UINT WM_LBUTTONUP = 0x0202;
-inline constexpr UINT WM_LBUTTONDBLCLK = 0x0203;
-inline constexpr UINT WM_RBUTTONDOWN = 0x0204;
-inline constexpr UINT WM_RBUTTONUP = 0x0205;
-inline constexpr WPARAM MK_SHIFT = 0x0004;
-inline constexpr WPARAM MK_CONTROL = 0x0008;
 inline constexpr UINT WM_USER = 0x0400;
 inline constexpr UINT WM_APP = 0x8000;
-inline constexpr UINT DM_GETDEFID = WM_USER;
 inline constexpr UINT DM_SETDEFID = WM_USER + 1;
-inline constexpr WORD DC_HASDEFID = 0x534B;
-inline constexpr LRESULT DLGC_WANTARROWS = 0x0001;
-inline constexpr LRESULT DLGC_WANTTAB = 0x0002;
-inline constexpr LRESULT DLGC_HASSETSEL = 0x0008;
-inline constexpr LRESULT DLGC_DEFPUSHBUTTON = 0x0010;
-inline constexpr LRESULT DLGC_UNDEFPUSHBUTTON = 0x0020;
-inline constexpr LRESULT DLGC_RADIOBUTTON = 0x0040;
-inline constexpr LRESULT DLGC_WANTCHARS = 0x0080;
-inline constexpr LRESULT DLGC_STATIC = 0x0100;
-inline constexpr LRESULT DLGC_BUTTON = 0x2000;
 
-inline constexpr WPARAM VK_BACK = 0x08;
 inline constexpr WPARAM VK_TAB = 0x09;
 inline constexpr WPARAM VK_RETURN = 0x0D;
 inline constexpr WPARAM VK_ESCAPE = 0x1B;
-inline constexpr WPARAM VK_SPACE = 0x20;
-inline constexpr WPARAM VK_PRIOR = 0x21;
-inline constexpr WPARAM VK_NEXT = 0x22;
-inline constexpr WPARAM VK_END = 0x23;
-inline constexpr WPARAM VK_HOME = 0x24;
-inline constexpr WPARAM VK_LEFT = 0x25;
-inline constexpr WPARAM VK_UP = 0x26;
-inline constexpr WPARAM VK_RIGHT = 0x27;
-inline constexpr WPARAM VK_DOWN = 0x28;
 
-inline constexpr int GWLP_ID = -12;
 inline constexpr int GWL_STYLE = -16;
-inline constexpr int GWLP_USERDATA = -21;
-inline constexpr int DWLP_MSGRESULT = 0;
-inline constexpr int DWLP_DLGPROC = 8;
 inline constexpr int DWLP_USER = 16;
 
-HWND CreateWindowExW(DWORD extendedStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x,
-                     int y, int width, int height, HWND parent, HMENU menuOrId, HINSTANCE instance,
-                     LPVOID parameter);
 BOOL DestroyWindow(HWND window);
 BOOL IsWindow(HWND window);
 HWND GetParent(HWND window);
@@ -110,9 +50,8 @@ int GetDlgCtrlID(HWND window);
 BOOL EnableWindow(HWND window, BOOL enable);
 BOOL IsWindowEnabled(HWND window);
 inline constexpr int SW_HIDE = 0;
-inline constexpr int SW_SHOWNORMAL = 1;
 inline constexpr int SW_SHOW = 5;
-// True when the window was visible before. Only the three values above.
+// True when the window was visible before. Only the two values above.
 BOOL ShowWindow(HWND window, int show);
 // Visible, and its parents as well.
 BOOL IsWindowVisible(HWND window);
@@ -125,7 +64,6 @@ DWORD GetWindowContextHelpId(HWND window);
 
 BOOL GetWindowRect(HWND window, RECT* rect);
 BOOL GetClientRect(HWND window, RECT* rect);
-BOOL MoveWindow(HWND window, int x, int y, int width, int height, BOOL repaint);
 inline constexpr UINT SWP_NOSIZE = 0x0001;
 inline constexpr UINT SWP_NOMOVE = 0x0002;
 inline constexpr UINT SWP_NOZORDER = 0x0004;
@@ -143,8 +81,6 @@ inline constexpr UINT RDW_UPDATENOW = 0x0100;
 BOOL RedrawWindow(HWND window, const RECT* rect, HANDLE region, UINT flags);
 
 BOOL SetWindowTextW(HWND window, LPCWSTR text);
-int GetWindowTextW(HWND window, LPWSTR buffer, int cch);
-int GetWindowTextLengthW(HWND window);
 
 HWND GetDlgItem(HWND dialog, int id);
 LRESULT SendDlgItemMessageW(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
@@ -159,7 +95,6 @@ struct MSG {
     DWORD time;
     POINT pt;
 };
-inline constexpr UINT PM_NOREMOVE = 0x0000;
 inline constexpr UINT PM_REMOVE = 0x0001;
 LRESULT SendMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -175,18 +110,11 @@ UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT ms, TIMERPROC procedure);
 BOOL KillTimer(HWND window, UINT_PTR id);
 
 inline constexpr int WH_GETMESSAGE = 3;
-inline constexpr int HC_ACTION = 0;
 DWORD GetCurrentThreadId();
 // Only WH_GETMESSAGE of the calling thread.
 HHOOK SetWindowsHookExW(int kind, HOOKPROC procedure, HINSTANCE module, DWORD thread);
 BOOL UnhookWindowsHookEx(HHOOK hook);
 LRESULT CallNextHookEx(HHOOK hook, int code, WPARAM wParam, LPARAM lParam);
-
-inline constexpr int VK_SHIFT = 0x10;
-// The states of the 256 keys, the highest bit set for one that is held down. Nobody sits at a
-// keyboard here: they are what SetKeyboardState makes them.
-BOOL SetKeyboardState(BYTE* states);
-SHORT GetKeyState(int key);
 
 // What WM_HELP points to.
 inline constexpr int HELPINFO_WINDOW = 1;
@@ -198,31 +126,21 @@ struct HELPINFO {
     DWORD_PTR dwContextId;
     POINT MousePos;
 };
-using LPHELPINFO = HELPINFO*;
 inline constexpr UINT HELP_CONTENTS = 0x0003;
 inline constexpr UINT HELP_CONTEXTPOPUP = 0x0008;
 inline constexpr UINT HELP_WM_HELP = 0x000C;
 
 // Dialogs from extended templates (DIALOGEX). A unit is a quarter of 6 pixels across and an eighth
 // of 13 down where the template names a font, of 7 and 16 where it names none.
-struct DLGTEMPLATE;
-using LPCDLGTEMPLATEW = const DLGTEMPLATE*;
 // Null (-1 for the modal ones) and the last error when the library has no sound template of this
-// number, or a control's class is unknown and the dialog lacks DS_NOFAILCREATE.
+// number, or the class of a control is unknown.
 HWND CreateDialogParamW(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure,
                         LPARAM parameter);
 INT_PTR DialogBoxParamW(HINSTANCE module, LPCWSTR name, HWND owner, DLGPROC procedure,
                         LPARAM parameter);
-// The caller vouches that the template is whole.
-HWND CreateDialogIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW dialogTemplate, HWND parent,
-                                DLGPROC procedure, LPARAM parameter);
-INT_PTR DialogBoxIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW dialogTemplate, HWND owner,
-                                DLGPROC procedure, LPARAM parameter);
 BOOL EndDialog(HWND dialog, INT_PTR result);
 BOOL IsDialogMessageW(HWND dialog, MSG* message);
 BOOL MapDialogRect(HWND dialog, RECT* rect);
-HWND GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
-HWND GetNextDlgGroupItem(HWND dialog, HWND control, BOOL previous);
 
 inline constexpr int IDOK = 1;
 inline constexpr int IDCANCEL = 2;
@@ -255,13 +173,6 @@ BOOL DestroyIcon(HICON icon);
 
 inline constexpr int SM_CXSCREEN = 0;
 inline constexpr int SM_CYSCREEN = 1;
-inline constexpr int SM_CXVSCROLL = 2;
-inline constexpr int SM_CXBORDER = 5;
-inline constexpr int SM_CYBORDER = 6;
-inline constexpr int SM_CXICON = 11;
-inline constexpr int SM_CYICON = 12;
-inline constexpr int SM_CXEDGE = 45;
-inline constexpr int SM_CYEDGE = 46;
 inline constexpr int SM_CXSMICON = 49;
 inline constexpr int SM_CYSMICON = 50;
 // 0 for any other number.

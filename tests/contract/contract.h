@@ -5,10 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <iostream>
 #include <string>
 
-#include "platform/win.h"
 #include "platform/native_layer.h"
+#include "platform/win.h"
 #include "platform/wtext.h"
 
 inline constexpr DWORD kPoisonError = 7777;
@@ -21,11 +22,25 @@ inline bool GapApplies(eGap gap) {
     return gap == (IsNativeLayer() ? eGap::native : eGap::windows);
 }
 
-// The condition holds, save on the side that has the gap. When it comes to hold there too, the mark
-// turns red.
-#define KNOWN_GAP(gap, condition)                \
-    EXPECT_EQ(!GapApplies(gap), bool(condition)) \
-        << (GapApplies(gap) ? "the gap closed: drop this mark and its row in GAPS.md" : "")
+// Judges the condition on the side that has the gap. A gap of the layer is ours: when it closes,
+// its mark and its row go, so that fails. A fault of Windows differs from version to version: that
+// it is gone is only said.
+inline void JudgeGap(eGap gap, const char* condition, bool holds) {
+    if (!holds) return;
+    if (gap == eGap::native) {
+        ADD_FAILURE() << "the gap closed: drop this mark and its row in GAPS.md: " << condition;
+    } else {
+        std::cout << "this Windows has no such gap any more: " << condition << '\n';
+    }
+}
+
+// The condition holds, save on the side that has the gap.
+#define KNOWN_GAP(gap, condition)                   \
+    GTEST_AMBIGUOUS_ELSE_BLOCKER_                   \
+    if (GapApplies(gap)) {                          \
+        JudgeGap(gap, #condition, bool(condition)); \
+    } else                                          \
+        EXPECT_TRUE(condition)
 
 // A buffer of `size` units with a guard behind it, all filled with the guard's value.
 class GuardedBuffer {

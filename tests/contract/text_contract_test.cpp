@@ -61,43 +61,22 @@ TEST(SortKey, AgreesWithTheComparison) {
     }
 }
 
-TEST(SortKey, SizesAndRefusals) {
+TEST(SortKey, SizesAndFlags) {
     char key[100];
-    const auto map = [&](DWORD flags, LPCWSTR text, int cch, int cb) {
+    const auto map = [&](DWORD flags, int cb) {
         std::memset(key, 0x55, sizeof key);
-        SetLastError(kPoisonError);
-        return LCMapStringW(LOCALE_USER_DEFAULT, flags, text, cch, reinterpret_cast<LPWSTR>(key),
-                            cb);
+        return LCMapStringW(LOCALE_USER_DEFAULT, flags, TEXT("Br\u00E4cket \u2460"), -1,
+                            reinterpret_cast<LPWSTR>(key), cb);
     };
     constexpr DWORD kKey = LCMAP_SORTKEY | kFolding;
-    const LPCWSTR text = TEXT("Br\u00E4cket \u2460");
-    const int needed = map(kKey, text, -1, 0);
+    const int needed = map(kKey, 0);
     ASSERT_LT(1, needed);
-    EXPECT_EQ(needed, map(kKey, text, -1, needed));
+    EXPECT_EQ(needed, map(kKey, needed));
     EXPECT_EQ(0, key[needed - 1]) << "a null at the end";
     EXPECT_EQ(0x55, key[needed]);
-    EXPECT_EQ(kPoisonError, GetLastError());
-    const struct {
-        const char* label;
-        DWORD flags;
-        LPCWSTR text;
-        int cch;
-        int cb;
-        DWORD error;
-        eGap gap;
-    } kRows[] = {
-        {"one byte too few", kKey, text, -1, needed - 1, ERROR_INSUFFICIENT_BUFFER, eGap::none},
-        {"no text", kKey, nullptr, -1, 100, ERROR_INVALID_PARAMETER, eGap::none},
-        {"nothing of a text", kKey, text, 0, 100, ERROR_INVALID_PARAMETER, eGap::none},
-        {"no such flag", kKey | 0x80000000u, text, -1, 100, ERROR_INVALID_FLAGS, eGap::windows},
-        {"flags that nobody passes", LCMAP_SORTKEY, text, -1, 100, kPoisonError, eGap::native},
-    };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.label);
-        const bool fails = map(row.flags, row.text, row.cch, row.cb) == 0;
-        KNOWN_GAP(row.gap, fails == (row.error != kPoisonError) && GetLastError() == row.error)
-            << GetLastError();
-    }
+    EXPECT_EQ(0, map(kKey, needed - 1)) << "one byte too few";
+    KNOWN_GAP(eGap::windows, map(kKey | 0x80000000u, 100) == 0);
+    KNOWN_GAP(eGap::native, map(LCMAP_SORTKEY, 100) > 0);
 }
 
 // Every ASCII character against every other: the order of the table, in words as alone.
@@ -118,37 +97,14 @@ TEST(CompareString, AsciiOrderIsTotal) {
     }
 }
 
-TEST(CompareString, LengthsAndEmbeddedNul) {
-    struct Row {
-        const char* label;
-        WTextView a;
-        int cchA;
-        WTextView b;
-        int cchB;
-        int result;
+// No unit behind the count is read, and one more counts.
+TEST(CompareString, Lengths) {
+    const auto compare = [](LPCWSTR a, int cchA) {
+        return CompareStringW(LOCALE_USER_DEFAULT, kFolding, a, cchA, TEXT("ab"), -1);
     };
-    using namespace std::string_view_literals;
-    const WCHAR withNul[] = {'a', 0, 'b', 0};
-    const WCHAR withOther[] = {'a', 0, 'c', 0};
-    const WTextView nulB(withNul, 3);
-    const WTextView nulC(withOther, 3);
-    const Row rows[] = {
-        {"counted stops in mid text", TEXT("bolts"), 4, TEXT("bolt"), -1, CSTR_EQUAL},
-        {"counted one more", TEXT("bolts"), 5, TEXT("bolt"), -1, CSTR_GREATER_THAN},
-        {"both counted to nothing", TEXT("a"), 0, TEXT("b"), 0, CSTR_EQUAL},
-        {"nothing is less", TEXT("a"), 0, TEXT("b"), 1, CSTR_LESS_THAN},
-        {"any negative length", TEXT("ab"), -5, TEXT("AB"), -1, CSTR_EQUAL},
-        {"no unit behind the count is read", TEXT("ab\u00E4"), 2, TEXT("ab"), -1, CSTR_EQUAL},
-        {"counted NUL doesn't count", nulB, 3, TEXT("ab"), 2, CSTR_EQUAL},
-        {"behind a counted NUL", nulB, 3, nulC, 3, CSTR_LESS_THAN},
-        {"a NUL at the end", nulB, 2, TEXT("a"), 1, CSTR_EQUAL},
-        {"terminated at the NUL", nulB, -1, nulC, -1, CSTR_EQUAL},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.label);
-        EXPECT_EQ(row.result, CompareStringW(LOCALE_USER_DEFAULT, kFolding, row.a.data(), row.cchA,
-                                             row.b.data(), row.cchB));
-    }
+    EXPECT_EQ(CSTR_EQUAL, compare(TEXT("ab\u00E4"), 2));
+    EXPECT_EQ(CSTR_GREATER_THAN, compare(TEXT("abc"), 3));
+    EXPECT_EQ(CSTR_LESS_THAN, compare(TEXT("abc"), 0));
 }
 
 TEST(CompareString, RefusesAndLeavesTheLastError) {
@@ -164,10 +120,6 @@ TEST(CompareString, RefusesAndLeavesTheLastError) {
     const LPCWSTR a = TEXT("a");
     const Row rows[] = {
         {"success", LOCALE_USER_DEFAULT, kFolding, a, a, kPoisonError, eGap::none},
-        {"null first", LOCALE_USER_DEFAULT, kFolding, nullptr, a, ERROR_INVALID_PARAMETER,
-         eGap::none},
-        {"null second", LOCALE_USER_DEFAULT, kFolding, a, nullptr, ERROR_INVALID_PARAMETER,
-         eGap::none},
         {"no such locale", 0xFFFFF, kFolding, a, a, ERROR_INVALID_PARAMETER, eGap::none},
         {"no such flag", LOCALE_USER_DEFAULT, 0x80000000u, a, a, ERROR_INVALID_FLAGS, eGap::none},
         {"flags that nobody passes", LOCALE_USER_DEFAULT, 0, a, a, kPoisonError, eGap::native},
@@ -189,19 +141,14 @@ TEST(FormatMessage, Inserts) {
         LPCWSTR wanted;
     };
     const Row rows[] = {
-        {"in order", TEXT("%1 of %2"), TEXT("one of two")},
         {"swapped and repeated", TEXT("%2 %1 %2"), TEXT("two one two")},
         {"two digits", TEXT("%10"), TEXT("ten")},
-        {"a digit behind two", TEXT("%101"), TEXT("ten1")},
-        {"letter behind", TEXT("%1a"), TEXT("onea")},
         {"percent sign", TEXT("100%%"), TEXT("100%")},
-        {"text form", TEXT("%1!s!, %2!ls!"), TEXT("one, two")},
         {"escapes", TEXT("a%nb%tc%rd%.%!% e%q"), TEXT("a\r\nb\tc\rd.! eq")},
-        {"ends at %0", TEXT("a%0b"), TEXT("a")},
         {"line ends become two units", TEXT("a\nb\rc\r\nd"), TEXT("a\r\nb\r\nc\r\nd")},
         {"null insert", TEXT("%3"), TEXT("(null)")},
         {"percent at the end", TEXT("a%"), TEXT("")},
-        {"form without end", TEXT("%1!s"), TEXT("")},
+        {"a form without end", TEXT("%1!s"), TEXT("")},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);
@@ -209,65 +156,21 @@ TEST(FormatMessage, Inserts) {
                   FormatInserts(row.format, {TEXT("one"), TEXT("two"), nullptr, TEXT(""), TEXT(""),
                                              TEXT(""), TEXT(""), TEXT(""), TEXT(""), TEXT("ten")}));
     }
-    // The helper's buffer grows.
     const WText longText(5000, 'x');
-    EXPECT_EQ(longText + TEXT("!"), FormatInserts(TEXT("%1!s!!"), {longText.c_str()}));
-}
-
-TEST(FormatMessage, SizesAndErrors) {
-    struct Row {
-        const char* label;
-        LPCWSTR format;
-        bool withInserts;
-        DWORD size;
-        DWORD written;
-        DWORD error;
-    };
-    const Row rows[] = {
-        {"size 0", TEXT("%1a"), true, 0, 0, ERROR_INSUFFICIENT_BUFFER},
-        {"one too small", TEXT("%1a"), true, 4, 0, ERROR_INSUFFICIENT_BUFFER},
-        {"exact", TEXT("%1a"), true, 5, 4, kPoisonError},
-        {"one more", TEXT("%1a"), true, 6, 4, kPoisonError},
-        {"no insert to take", TEXT("%1"), false, 9, 0, ERROR_INVALID_PARAMETER},
-        {"none needed", TEXT("abc"), false, 9, 3, kPoisonError},
-        {"percent at the end", TEXT("a%"), true, 9, 0, ERROR_INVALID_PARAMETER},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.label);
-        LPCWSTR inserts[] = {TEXT("one")};
-        void* array = row.withInserts ? inserts : nullptr;
-        GuardedBuffer buffer(row.size);
-        SetLastError(kPoisonError);
-        EXPECT_EQ(
-            row.written,
-            FormatMessageW(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, row.format,
-                           0, 0, buffer.data(), row.size, static_cast<va_list*>(array)));
-        EXPECT_EQ(row.error, GetLastError());
-        KNOWN_GAP(row.size == 0 ? eGap::windows : eGap::none, buffer.IsGuardWhole());
-        if (row.written != 0) {
-            EXPECT_EQ(row.written, wtext::Length(buffer.data()));
-        }
-    }
+    EXPECT_EQ(longText + TEXT("?"), FormatInserts(TEXT("%1?"), {longText.c_str()}));
 }
 
 TEST(UserName, Sizes) {
     DWORD needed = 0;
     EXPECT_FALSE(GetUserNameW(nullptr, &needed));
     ASSERT_GT(needed, 1u);
-    for (const DWORD size : {DWORD{0}, needed - 1, needed, needed + 1}) {
-        SCOPED_TRACE(size);
-        GuardedBuffer buffer(size);
-        DWORD cch = size;
-        SetLastError(kPoisonError);
-        const bool fits = size >= needed;
-        EXPECT_EQ(fits, GetUserNameW(buffer.data(), &cch) != FALSE);
-        EXPECT_EQ(needed, cch);
-        EXPECT_EQ(fits ? kPoisonError : ERROR_INSUFFICIENT_BUFFER, GetLastError());
-        EXPECT_TRUE(fits ? buffer.IsGuardWhole() : buffer.IsUntouched());
-        if (fits) {
-            EXPECT_EQ(needed - 1, wtext::Length(buffer.data()));
-        }
-    }
+    GuardedBuffer buffer(needed);
+    DWORD cch = needed - 1;
+    EXPECT_FALSE(GetUserNameW(buffer.data(), &cch));
+    EXPECT_EQ(needed, cch);
+    EXPECT_TRUE(GetUserNameW(buffer.data(), &cch));
+    EXPECT_EQ(needed - 1, wtext::Length(buffer.data()));
+    EXPECT_TRUE(buffer.IsGuardWhole());
 }
 
 }  // namespace

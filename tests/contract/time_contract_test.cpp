@@ -28,10 +28,6 @@ std::uint64_t Ticks(const FILETIME& time) {
     return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
 }
 
-FILETIME FileTime(std::uint64_t ticks) {
-    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
-
 TEST(SystemTime, ToFileTimeAndBack) {
     struct Row {
         const char* label;
@@ -41,94 +37,54 @@ TEST(SystemTime, ToFileTimeAndBack) {
     };
     const Row rows[] = {
         {"the first", Moment(1601, 1, 1), 0, 1},
-        {"one millisecond", Moment(1601, 1, 1, 0, 0, 0, 1), 10'000, 1},
         {"leap day", Moment(2024, 2, 29), 0x01DA6AA23CE90000u, 4},
-        {"leap century", Moment(2000, 2, 29), 0x01BF8247EBCC8000u, 2},
         {"last of a day", Moment(2024, 1, 1, 23, 59, 59, 999), 133'486'271'999'990'000u, 1},
         {"the last", Moment(30827, 12, 31, 23, 59, 59, 999), 0x7FFF35F4F06C58F0u, 5},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);
         FILETIME file = Poison<FILETIME>();
-        SetLastError(kPoisonError);
         EXPECT_TRUE(SystemTimeToFileTime(&row.time, &file));
         EXPECT_EQ(row.ticks, Ticks(file));
         SYSTEMTIME back = Poison<SYSTEMTIME>();
         EXPECT_TRUE(FileTimeToSystemTime(&file, &back));
         EXPECT_TRUE(SameMoment(row.time, back));
         EXPECT_EQ(row.dayOfWeek, back.wDayOfWeek);
-        EXPECT_EQ(kPoisonError, GetLastError());
     }
 }
 
 TEST(SystemTime, RefusesWhatIsNoTime) {
     struct Row {
-        const char* label;
         SYSTEMTIME time;
-        eGap gap;
+        eGap gap = eGap::none;
     };
-    const Row rows[] = {
-        {"year too early", Moment(1600, 12, 31), eGap::none},
-        {"year too late", Moment(30828, 1, 1), eGap::windows},
-        {"month 0", Moment(2024, 0, 1), eGap::none},
-        {"month 13", Moment(2024, 13, 1), eGap::none},
-        {"day 0", Moment(2024, 1, 0), eGap::none},
-        {"30 February", Moment(2024, 2, 30), eGap::none},
-        {"29 February of no leap year", Moment(2023, 2, 29), eGap::windows},
-        {"29 February of a plain century", Moment(1900, 2, 29), eGap::windows},
-        {"31 April", Moment(2024, 4, 31), eGap::none},
-        {"hour 24", Moment(2024, 1, 1, 24), eGap::none},
-        {"minute 60", Moment(2024, 1, 1, 0, 60), eGap::none},
-        {"second 60", Moment(2024, 1, 1, 0, 0, 60), eGap::none},
-        {"millisecond 1000", Moment(2024, 1, 1, 0, 0, 0, 1000), eGap::none},
-    };
+    const Row rows[] = {{Moment(1600, 12, 31)},
+                        {Moment(30828, 1, 1), eGap::windows},
+                        {Moment(2024, 13, 1)},
+                        {Moment(2024, 2, 30)},
+                        {Moment(2023, 2, 29), eGap::windows},
+                        {Moment(2024, 1, 1, 0, 0, 0, 1000)}};
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.label);
         FILETIME file = Poison<FILETIME>();
-        SetLastError(kPoisonError);
-        const bool refused = SystemTimeToFileTime(&row.time, &file) == FALSE &&
-                             GetLastError() == ERROR_INVALID_PARAMETER && IsPoison(file);
-        KNOWN_GAP(row.gap, refused);
-    }
-    for (const std::uint64_t ticks : {0x8000000000000000u, ~std::uint64_t{0}}) {
-        const FILETIME file = FileTime(ticks);
-        SYSTEMTIME time = Poison<SYSTEMTIME>();
-        SetLastError(kPoisonError);
-        EXPECT_FALSE(FileTimeToSystemTime(&file, &time));
-        EXPECT_EQ(ERROR_INVALID_PARAMETER, GetLastError());
-        EXPECT_TRUE(IsPoison(time));
+        const bool refused = SystemTimeToFileTime(&row.time, &file) == FALSE && IsPoison(file);
+        KNOWN_GAP(row.gap, refused) << row.time.wYear << '-' << row.time.wMonth;
     }
 }
 
 // The test runs in the zone America/New_York.
 TEST(SystemTime, LocalTimeFollowsTheRuleOfThatDate) {
     struct Row {
-        const char* label;
-        SYSTEMTIME utc;
-        SYSTEMTIME local;
+        SYSTEMTIME utc, local;
     };
-    const Row rows[] = {
-        {"summer", Moment(2024, 7, 1, 12), Moment(2024, 7, 1, 8)},
-        {"winter", Moment(2024, 1, 1, 12, 30, 15, 7), Moment(2024, 1, 1, 7, 30, 15, 7)},
-        {"over the day's edge", Moment(2024, 3, 1, 2), Moment(2024, 2, 29, 21)},
-        {"one second before summer", Moment(2024, 3, 10, 6, 59, 59),
-         Moment(2024, 3, 10, 1, 59, 59)},
-        {"summer begins", Moment(2024, 3, 10, 7), Moment(2024, 3, 10, 3)},
-        {"one second before winter", Moment(2024, 11, 3, 5, 59, 59),
-         Moment(2024, 11, 3, 1, 59, 59)},
-        {"winter begins", Moment(2024, 11, 3, 6), Moment(2024, 11, 3, 1)},
-    };
+    const Row rows[] = {{Moment(2024, 3, 1, 2), Moment(2024, 2, 29, 21)},
+                        {Moment(2024, 3, 10, 6, 59, 59), Moment(2024, 3, 10, 1, 59, 59)},
+                        {Moment(2024, 3, 10, 7), Moment(2024, 3, 10, 3)},
+                        {Moment(2024, 11, 3, 6), Moment(2024, 11, 3, 1)}};
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.label);
         SYSTEMTIME local = Poison<SYSTEMTIME>();
         EXPECT_TRUE(SystemTimeToTzSpecificLocalTime(nullptr, &row.utc, &local));
         EXPECT_TRUE(SameMoment(row.local, local)) << local.wDay << ". " << local.wHour;
     }
-    const SYSTEMTIME bad = Moment(2024, 13, 1);
-    SYSTEMTIME local = Poison<SYSTEMTIME>();
-    SetLastError(kPoisonError);
-    EXPECT_FALSE(SystemTimeToTzSpecificLocalTime(nullptr, &bad, &local));
-    EXPECT_EQ(ERROR_INVALID_PARAMETER, GetLastError());
 }
 
 TEST(VariantTime, ToSystemTime) {
@@ -142,17 +98,13 @@ TEST(VariantTime, ToSystemTime) {
     };
     const Row rows[] = {
         {"day 0", 0, true, Moment(1899, 12, 30), 6},
-        {"half a day", 0.5, true, Moment(1899, 12, 30, 12), 6},
         {"negative fraction counts away from zero", -0.25, true, Moment(1899, 12, 30, 6), 6},
-        {"before day 0", -1.5, true, Moment(1899, 12, 29, 12), 5},
         {"the first", -657434, true, Moment(100, 1, 1), 5},
-        {"its evening", -657434.99999, true, Moment(100, 1, 1, 23, 59, 59), 5},
         {"before the first", -657435, false, {}, 0},
         {"the last", 2958465.99999, true, Moment(9999, 12, 31, 23, 59, 59), 5},
         {"past the last", 2958466, false, {}, 0},
         {"rounded to the second", 45358 + 1.6 / 86400, true, Moment(2024, 3, 7, 0, 0, 2), 4},
         {"rounded to the next day", 45358.999999, true, Moment(2024, 3, 8), 5, eGap::windows},
-        {"far too large", 1e300, false, {}, 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);
@@ -175,87 +127,33 @@ TEST(DateText, Forms) {
         FormatCall call;
         DWORD flags;
         SYSTEMTIME time;
-        LPCWSTR wanted;  // null: refused
+        LPCWSTR wanted;
     };
     const Row rows[] = {
         {"short", GetDateFormatW, DATE_SHORTDATE, Moment(2024, 3, 7), TEXT("3/7/2024")},
-        {"short, two digits", GetDateFormatW, DATE_SHORTDATE, Moment(1999, 12, 31),
-         TEXT("12/31/1999")},
         {"long", GetDateFormatW, DATE_LONGDATE, Moment(2024, 3, 7),
          TEXT("Thursday, March 7, 2024")},
-        {"the first", GetDateFormatW, DATE_LONGDATE, Moment(1601, 1, 1),
-         TEXT("Monday, January 1, 1601")},
-        {"the last year", GetDateFormatW, DATE_LONGDATE, Moment(30827, 1, 1),
-         TEXT("Friday, January 1, 30827")},
-        {"a date's time doesn't count", GetDateFormatW, DATE_SHORTDATE, Moment(2024, 1, 1, 25),
-         TEXT("1/1/2024")},
-        {"30 February", GetDateFormatW, DATE_SHORTDATE, Moment(2024, 2, 30), nullptr},
-        {"month 0", GetDateFormatW, DATE_SHORTDATE, Moment(2024, 0, 1), nullptr},
-        {"year 1600", GetDateFormatW, DATE_SHORTDATE, Moment(1600, 1, 1), nullptr},
         {"afternoon", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 14, 5, 9),
          TEXT("2:05 PM")},
         {"midnight", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7), TEXT("12:00 AM")},
-        {"noon", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 12), TEXT("12:00 PM")},
-        {"before midnight", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 23, 59, 59),
-         TEXT("11:59 PM")},
-        {"a time's date doesn't count", GetTimeFormatW, TIME_NOSECONDS, Moment(0, 0, 0, 1),
-         TEXT("1:00 AM")},
-        {"hour 24", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 24), nullptr},
-        {"minute 60", GetTimeFormatW, TIME_NOSECONDS, Moment(2024, 3, 7, 1, 60), nullptr},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);
-        GuardedBuffer buffer(64);
-        SetLastError(kPoisonError);
-        const int written =
-            row.call(LOCALE_USER_DEFAULT, row.flags, &row.time, nullptr, buffer.data(), 64);
-        if (row.wanted == nullptr) {
-            EXPECT_EQ(0, written);
-            EXPECT_EQ(ERROR_INVALID_PARAMETER, GetLastError());
-        } else {
-            EXPECT_EQ(wtext::ToUtf8(row.wanted), wtext::ToUtf8(buffer.Text()));
-            EXPECT_EQ(wtext::Length(row.wanted) + 1, static_cast<std::size_t>(written));
-            EXPECT_EQ(kPoisonError, GetLastError());
-        }
-    }
-}
-
-TEST(DateText, SizesAndErrors) {
-    struct Row {
-        const char* label;
-        DWORD flags;
-        LPCWSTR format;
-        int size;
-        int result;
-        DWORD error;
-        eGap gap;
-    };
-    const Row rows[] = {
-        {"size 0 asks for the need", DATE_SHORTDATE, nullptr, 0, 9, kPoisonError, eGap::none},
-        {"one too small", DATE_SHORTDATE, nullptr, 8, 0, ERROR_INSUFFICIENT_BUFFER, eGap::none},
-        {"exact", DATE_SHORTDATE, nullptr, 9, 9, kPoisonError, eGap::none},
-        {"one more", DATE_SHORTDATE, nullptr, 10, 9, kPoisonError, eGap::none},
-        {"negative", DATE_SHORTDATE, nullptr, -1, 0, ERROR_INVALID_PARAMETER, eGap::none},
-        {"short and long", DATE_SHORTDATE | DATE_LONGDATE, nullptr, 20, 0, ERROR_INVALID_FLAGS,
-         eGap::none},
-        {"format with a flag", DATE_SHORTDATE, TEXT("yy"), 20, 0, ERROR_INVALID_FLAGS, eGap::none},
-        {"no flag", 0, nullptr, 20, 9, kPoisonError, eGap::native},
-    };
-    const SYSTEMTIME day = Moment(2024, 3, 7);
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.label);
-        GuardedBuffer buffer(row.size < 0 ? 0 : static_cast<std::size_t>(row.size));
-        SetLastError(kPoisonError);
-        const int result =
-            GetDateFormatW(LOCALE_NEUTRAL, row.flags, &day, row.format, buffer.data(), row.size);
-        KNOWN_GAP(row.gap, result == row.result && GetLastError() == row.error)
-            << result << ", error " << GetLastError();
+        // Asked for the size first.
+        const auto format = [&row](LPWSTR buffer, int size) {
+            return row.call(LOCALE_NEUTRAL, row.flags, &row.time, nullptr, buffer, size);
+        };
+        const int size = format(nullptr, 0);
+        ASSERT_LT(0, size);
+        GuardedBuffer buffer(static_cast<std::size_t>(size));
+        EXPECT_EQ(size, format(buffer.data(), size));
+        EXPECT_EQ(wtext::ToUtf8(row.wanted), wtext::ToUtf8(buffer.Text()));
         EXPECT_TRUE(buffer.IsGuardWhole());
+        EXPECT_EQ(0, format(buffer.data(), size - 1)) << "one too small";
     }
-    SetLastError(kPoisonError);
-    EXPECT_EQ(0, GetDateFormatW(LOCALE_NEUTRAL, DATE_SHORTDATE, &day, nullptr, nullptr, 5));
-    EXPECT_EQ(ERROR_INVALID_PARAMETER, GetLastError());
-    EXPECT_GE(GetDateFormatW(LOCALE_NEUTRAL, DATE_SHORTDATE, nullptr, nullptr, nullptr, 0), 9);
+    const SYSTEMTIME day = Moment(2024, 3, 7);
+    const int plain = GetDateFormatW(LOCALE_NEUTRAL, 0, &day, nullptr, nullptr, 0);
+    KNOWN_GAP(eGap::native, plain > 0) << "without a flag";
 }
 
 }  // namespace

@@ -77,29 +77,4 @@ TEST(DialogTemplates, CutShortIsRefused) {
         EXPECT_FALSE(Read(words, length)) << length;
 }
 
-TEST(DialogTemplates, OtherForms) {
-    auto words = SoundTemplate();
-    words[0] = 2;
-    EXPECT_FALSE(Read(words, 2 * words.size()));
-    words = SoundTemplate();
-    words[1] = 0;
-    EXPECT_FALSE(Read(words, 2 * words.size()));
-    words = SoundTemplate();
-    words[8] = 0xFFFF;  // more controls than there are
-    EXPECT_FALSE(Read(words, 2 * words.size()));
-}
-
-TEST(DialogTemplates, EveryWordChanged) {
-    const auto sound = SoundTemplate();
-    int refused = 0;
-    for (std::size_t at = 0; at < sound.size(); ++at) {
-        for (const WORD value : {WORD{0}, WORD{1}, WORD{0x7FFF}, WORD{0xFFFF}}) {
-            auto words = sound;
-            words[at] = value;
-            refused += Read(words, 2 * words.size()) ? 0 : 1;
-        }
-    }
-    EXPECT_LT(40, refused);
-}
-
 }  // namespace

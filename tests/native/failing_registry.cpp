@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "outside/blx_registry.h"
+#include "companions/blx/registry_calls.h"
 
 namespace {
 
@@ -22,10 +22,6 @@ bool Fails() {
     return true;
 }
 
-BLxResult Result(LSTATUS status) {
-    return BLxResult(static_cast<DWORD>(status));
-}
-
 }  // namespace
 
 void FailRegistryChange(int number, eRegistryFault fault) {
@@ -42,13 +38,12 @@ bool EndRegistryFaults() {
 BLxResult BLxPref_Reg::CreateKey(HKEY root, const WCHAR* path, HKEY* key) {
     *key = nullptr;
     if (Fails()) return BLxResult(ERROR_ACCESS_DENIED);
-    return Result(RegCreateKeyExW(root, path, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_ALL_ACCESS,
-                                  nullptr, key, nullptr));
+    return BLxResult(registry_calls::CreateKey(root, path, key));
 }
 
 BLxResult BLxPref_Reg::Write(HKEY key, const WCHAR* name, DWORD type, const void* data, DWORD cb) {
     if (Fails()) return BLxResult(ERROR_ACCESS_DENIED);
-    return Result(RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), cb));
+    return BLxResult(registry_calls::WriteValue(key, name, type, data, cb));
 }
 
 BLxResult BLxPref_Reg::Write(HKEY key, const WCHAR* name, LONG value) {
@@ -65,11 +60,11 @@ BLxResult BLxPref_Reg::Write(HKEY key, const WCHAR* name, const WCHAR* text) {
 }
 
 BLxResult BLxPref_Reg::DeleteKeyAndDescendants(HKEY root, const WCHAR* path) {
-    if (!Fails()) return Result(RegDeleteTreeW(root, path));
+    if (!Fails()) return BLxResult(registry_calls::DeleteTree(root, path));
     HKEY key = nullptr;
     if (OpenKey(root, path, &key) != 0) return BLxResult(ERROR_FILE_NOT_FOUND);
     WCHAR first[256];
-    if (BLxPrefKeyIterator_Reg(key).NextKey(first, 256)) RegDeleteTreeW(key, first);
+    if (BLxPrefKeyIterator_Reg(key).NextKey(first, 256)) registry_calls::DeleteTree(key, first);
     CloseKey(key);
     return BLxResult(ERROR_ACCESS_DENIED);
 }

@@ -30,7 +30,6 @@ TEST(PathMapping, FixedForms) {
     };
     const Row rows[] = {
         {"plain", "bolt.hpa", TEXT("bolt.hpa")},
-        {"empty", "", TEXT("")},
         {"umlaut",
          "Gr\xC3\xB6\xC3\x9F"
          "e",
@@ -38,15 +37,12 @@ TEST(PathMapping, FixedForms) {
         {"outside the first plane", "\xF0\x9F\x93\x90", TEXT("\U0001F4D0")},
         {"forbidden by Windows", "a:b*?\"<>|\\c",
          TEXT("a\uF03Ab\uF02A\uF03F\uF022\uF03C\uF03E\uF07C\uF05Cc")},
-        {"stray continuation", "a\x80z", TEXT("a\uF080z")},
         {"cut short", "a\xC3", TEXT("a\uF0C3")},
         {"cut short in the middle", "\xE5\xB0z", TEXT("\uF0E5\uF0B0z")},
         {"too long a form", "\xC0\xAF", TEXT("\uF0C0\uF0AF")},
         {"a surrogate in UTF-8", "\xED\xA0\x80", TEXT("\uF0ED\uF0A0\uF080")},
         {"beyond Unicode", "\xF4\x90\x80\x80", TEXT("\uF0F4\uF090\uF080\uF080")},
-        {"no lead at all", "\xFF\xFE", TEXT("\uF0FF\uF0FE")},
         {"the mapped range itself", "\xEF\x80\xBA", TEXT("\uF0EF\uF080\uF0BA")},
-        {"end of the mapped range", "\xEF\x83\xBF", TEXT("\uF0EF\uF083\uF0BF")},
         {"before and behind the range", "\xEF\x80\x80\xEF\x84\x80", TEXT("\uF000\uF100")},
     };
     for (const Row& row : rows) {
@@ -54,21 +50,6 @@ TEST(PathMapping, FixedForms) {
         EXPECT_EQ(row.wide, ToWide(row.bytes));
         EXPECT_EQ(row.bytes, ToBytes(row.wide));
     }
-}
-
-TEST(PathMapping, EveryByteAloneAndBetweenLetters) {
-    int seen = 0;
-    for (int byte = 1; byte < 256; ++byte) {
-        if (byte == '/') continue;
-        const std::string alone(1, static_cast<char>(byte));
-        for (const std::string& name : {alone, "a" + alone + "b", alone + alone}) {
-            const WText wide = ToWide(name);
-            EXPECT_EQ(name, ToBytes(wide)) << byte;
-            EXPECT_EQ(WText::npos, wide.find_first_of(TEXT("\\/:*?\"<>|"))) << byte;
-            ++seen;
-        }
-    }
-    EXPECT_EQ(3 * 254, seen);
 }
 
 // Names from bytes that are likely to meet: leads, continuations, forbidden characters, and the
@@ -98,13 +79,9 @@ TEST(PathMapping, Paths) {
         LPCWSTR wide;
     };
     const Row rows[] = {
-        {"/", TEXT("Z:\\")},
-        {"/a/b", TEXT("Z:\\a\\b")},
-        {"a/b/", TEXT("a\\b\\")},
-        {"", TEXT("")},
-        {"/a:b/c\\d", TEXT("Z:\\a\uF03Ab\\c\uF05Cd")},
-        {"Z:/x", TEXT("Z\uF03A\\x")},
-        {"//a", TEXT("Z:\\\\a")},
+        {"/", TEXT("Z:\\")},          {"/a/b", TEXT("Z:\\a\\b")},
+        {"a/b/", TEXT("a\\b\\")},     {"/a:b/c\\d", TEXT("Z:\\a\uF03Ab\\c\uF05Cd")},
+        {"Z:/x", TEXT("Z\uF03A\\x")}, {"//a", TEXT("Z:\\\\a")},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.bytes);
@@ -122,7 +99,6 @@ TEST(PathMapping, PathsThatThereAreNot) {
     };
     const Row rows[] = {{TEXT("C:\\x"), ERROR_PATH_NOT_FOUND},
                         {TEXT("\\\\server\\share"), ERROR_PATH_NOT_FOUND},
-                        {TEXT("//server/share"), ERROR_PATH_NOT_FOUND},
                         {WText(TEXT("a\0b"), 3), ERROR_INVALID_NAME}};
     for (const Row& row : rows) {
         std::string bytes = "garbage";

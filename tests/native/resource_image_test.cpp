@@ -1,4 +1,4 @@
-// The resource library cut short and changed in single bytes: fewer resources, never a read outside
+// The resource library cut short: fewer resources, never a read outside
 // the file. Each image is a block of its own, so that a sanitizer sees the byte behind it.
 #include "platform/resources/resource_image.h"
 
@@ -6,7 +6,6 @@
 
 #include <fstream>
 #include <memory>
-#include <random>
 #include <string>
 
 #include "platform/wtext.h"
@@ -47,15 +46,10 @@ long ReadAll(std::string_view bytes) {
     return count + (sum == 0 && count > 0 ? 1 : 0);
 }
 
-TEST(ResourceImage, SoundLibrary) {
-    const std::string sound = SoundLibrary();
-    EXPECT_LT(1000, ReadAll(sound));
-}
-
 TEST(ResourceImage, CutShort) {
     const std::string sound = SoundLibrary();
     const long whole = ReadAll(sound);
-    ASSERT_LT(0, whole);
+    ASSERT_LT(1000, whole);
     int refused = 0;
     for (std::size_t length = 0; length < sound.size(); length += length < 1024 ? 1 : 97) {
         const long read = ReadAll(sound.substr(0, length));
@@ -63,22 +57,6 @@ TEST(ResourceImage, CutShort) {
         refused += read < 0 ? 1 : 0;
     }
     EXPECT_LT(1000, refused);
-}
-
-// Headers and directories stand in the first 2 KB; later bytes are mostly texts.
-TEST(ResourceImage, OneByteChanged) {
-    const std::string sound = SoundLibrary();
-    const long whole = ReadAll(sound);
-    std::mt19937 random(7);
-    int different = 0;
-    for (std::size_t at = 0; at < 2048 && at < sound.size(); ++at) {
-        for (const unsigned value : {0x00u, 0x7Fu, 0xFFu, static_cast<unsigned>(random() & 0xFF)}) {
-            std::string mutant = sound;
-            mutant[at] = static_cast<char>(value);
-            different += ReadAll(mutant) != whole ? 1 : 0;
-        }
-    }
-    EXPECT_LT(100, different);
 }
 
 }  // namespace

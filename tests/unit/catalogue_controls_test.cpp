@@ -89,7 +89,7 @@ TEST_F(CatalogueControls, PropertiesOfEachKind) {
         dialog_.SetOnlyAssem(row.onlyAssemblies);
         EXPECT_TRUE(dialog_.InitProperties());
         EXPECT_EQ(row.count, Count(IDC_PROPERTY_LIST));
-        EXPECT_EQ(CB_ERR, Send(IDC_PROPERTY_LIST, CB_GETCURSEL));
+        EXPECT_EQ(-1, Send(IDC_PROPERTY_LIST, CB_GETCURSEL));
     }
 }
 

@@ -82,7 +82,7 @@ HRESULT ReadAll(const NativePath& path) {
         status = file.FindStream(sample.name, stream);
         if (status != S_OK) return status;
         EXPECT_LE(stream.size, sample.bytes.size());
-        if (stream.size > sample.bytes.size()) return E_UNEXPECTED;
+        if (stream.size > sample.bytes.size()) return E_FAIL;
         bytes.assign(static_cast<std::size_t>(stream.size), 0);
         status = file.Read(stream, 0, bytes.data(), bytes.size());
         if (FAILED(status)) return status;

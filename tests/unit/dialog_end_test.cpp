@@ -182,14 +182,22 @@ TEST_F(DialogEnd, WithTwoOpenFoundDialogs) {
     EXPECT_EQ("cancel ", told_);
 }
 
+// A window of a host program, hidden.
+HWND MakeHost() {
+    const DLGPROC nothing = [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; };
+    const HWND host = CreateDialogParamW(SrResReturnHandle(), MAKEINTRESOURCEW(IDD_SR_SAVESEARCH),
+                                         nullptr, nothing, 0);
+    EXPECT_NE(nullptr, host);
+    return host;
+}
+
 TEST_F(DialogEnd, WithItsOwner) {
     for (const bool searching : {false, true}) {
         SCOPED_TRACE(searching);
         told_.clear();
         tap_.files = 0;
         Tree({"one.hpa", "two.hpa"});
-        const HWND owner = CreateWindowExW(0, TEXT("Static"), TEXT("host"), WS_POPUP, 0, 0, 100,
-                                           100, nullptr, nullptr, nullptr, nullptr);
+        const HWND owner = MakeHost();
         SRxFindDialog* const dialog = Make(eAccessShellWindow);
         ASSERT_EQ(0, dialog->InvokeCommand(owner));
         window_ = dialog->dialogWindow;
@@ -281,8 +289,7 @@ TEST_F(DialogEnd, TwoDialogsAtOnce) {
 
 TEST_F(DialogEnd, TheHostKeepsItsKeys) {
     constexpr UINT kSwallowed = 874;
-    const HWND host = CreateWindowExW(0, TEXT("Static"), TEXT("host"), WS_POPUP, 0, 0, 100, 100,
-                                      nullptr, nullptr, nullptr, nullptr);
+    const HWND host = MakeHost();
     OpenOverFiles();
     const auto seenFor = [this](HWND window, WPARAM key) {
         MSG message;

@@ -147,7 +147,7 @@ protected:
     }
     std::string Title() const {
         WCHAR title[kLabelLength] = {};
-        GetWindowTextW(window_, title, kLabelLength);
+        SendMessageW(window_, WM_GETTEXT, kLabelLength, reinterpret_cast<LPARAM>(title));
         return wtext::ToUtf8(title);
     }
     void Add(const std::string& property, const std::string& condition, const std::string& value) {

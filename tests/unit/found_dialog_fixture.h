@@ -71,29 +71,35 @@ protected:
             EXPECT_TRUE(Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), &item));
         }
     }
-    // On a row, or below all for a negative one.
-    void Mouse(int row, std::initializer_list<UINT> messages) const {
-        RECT rect{};
-        const LRESULT last = Send(LVM_GETITEMCOUNT) - 1;
-        Send(LVM_GETITEMRECT, static_cast<WPARAM>(row < 0 ? last : row), &rect);
-        const LONG y = row < 0 ? rect.bottom + 5 : (rect.top + rect.bottom) / 2;
-        const LPARAM point = MAKELPARAM(static_cast<WORD>(20), static_cast<WORD>(y));
-        const HWND list = Control(IDC_FOUND_LIST);
-        // Posted, since a list waits for the button's release in a loop of its own.
-        for (const UINT message : messages)
-            PostMessageW(list, message, 0, point);
+    // As the first click on a row leaves the rows; below all for a negative one.
+    void SelectAlone(int row) const {
+        for (int at = 0; at < Send(LVM_GETITEMCOUNT); ++at) {
+            LVITEMW item{};
+            item.stateMask = LVIS_SELECTED;
+            item.state = at == row ? LVIS_SELECTED : 0;
+            EXPECT_TRUE(Send(LVM_SETITEMSTATE, static_cast<WPARAM>(at), &item));
+        }
+    }
+    // What the list says of a click; the desktop story makes real ones.
+    void Notice(UINT code, int row, int column) const {
+        NMLISTVIEW notice{};
+        notice.hdr = {Control(IDC_FOUND_LIST), IDC_FOUND_LIST, code};
+        notice.iItem = row;
+        notice.iSubItem = column;
+        SendMessageW(Found(), WM_NOTIFY, IDC_FOUND_LIST, reinterpret_cast<LPARAM>(&notice));
     }
     void DoubleClick(int row) const {
-        Mouse(row, {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP});
+        SelectAlone(row);
+        Notice(NM_DBLCLK, row, 0);
     }
-    void RightClick(int row) const { Mouse(row, {WM_RBUTTONDOWN, WM_RBUTTONUP}); }
-    void ClickHeader(int column) const {
-        const auto header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
-        const LRESULT first = Send(LVM_GETCOLUMNWIDTH, 0);
-        const LPARAM point = MAKELPARAM(static_cast<WORD>(column == 0 ? 5 : first + 15), 5);
-        PostMessageW(header, WM_LBUTTONDOWN, 0, point);
-        PostMessageW(header, WM_LBUTTONUP, 0, point);
+    void RightClick(int row) const {
+        // What is chosen already stays so, since the menu is for all of it.
+        const auto behind = static_cast<WPARAM>(row - 1);
+        if (row < 0 || Send(LVM_GETNEXTITEM, behind, reinterpret_cast<void*>(LVNI_SELECTED)) != row)
+            SelectAlone(row);
+        Notice(NM_RCLICK, row, 0);
     }
+    void ClickHeader(int column) const { Notice(LVN_COLUMNCLICK, -1, column); }
     Names Rows() const {
         Names rows;
         for (int row = 0; row < Send(LVM_GETITEMCOUNT); ++row) {

@@ -17,34 +17,24 @@ TEST(NumberText, Reals) {
         std::size_t consumed;
     };
     const Row rows[] = {
-        {"whole", TEXT("12"), 12, 2},
         {"fraction", TEXT("1.5mm"), 1.5, 3},
         {"white space and sign", TEXT(" \t-2.25"), -2.25, 7},
-        {"plus", TEXT("+3"), 3, 2},
         {"no digit in front", TEXT(".5"), 0.5, 2},
         {"no digit behind", TEXT("5."), 5, 2},
         {"exponent", TEXT("1e3"), 1000, 3},
         {"negative exponent", TEXT("25E-1x"), 2.5, 5},
         {"exponent without digits", TEXT("7e+"), 7, 1},
         {"comma of another locale", TEXT("1,5"), 1, 1},
-        {"second point", TEXT("1.2.3"), 1.2, 3},
         {"hexadecimal", TEXT("0x1.8p1"), 3, 7},
         {"hexadecimal without digits", TEXT("0xg"), 0, 1},
-        {"hexadecimal then a name", TEXT("0xinf"), 0, 1},
         {"infinity", TEXT("-Infinity"), -kInfinity, 9},
         {"short infinity", TEXT("infi"), kInfinity, 3},
         {"too large", TEXT("1e999"), kInfinity, 5},
-        {"too large without exponent", WText(400, '9'), kInfinity, 400},
         {"too small", TEXT("-1e-999"), 0, 7},
-        {"too small by zeros", TEXT("0.") + WText(400, '0') + TEXT("1"), 0, 403},
         {"most", TEXT("1.7976931348623157e308"), std::numeric_limits<double>::max(), 22},
         {"stops at a wide digit", TEXT("1\uFF12"), 1, 1},
         {"empty", TEXT(""), 0, 0},
-        {"blanks only", TEXT("  "), 0, 0},
         {"sign only", TEXT("-"), 0, 0},
-        {"two signs", TEXT("+-1"), 0, 0},
-        {"word", TEXT("x1"), 0, 0},
-        {"point only", TEXT("."), 0, 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);
@@ -68,19 +58,13 @@ TEST(NumberText, IntegersStopAtTheEnds) {
         std::size_t consumed;
     };
     const Row rows[] = {
-        {"plain", TEXT("42"), 42, 2},
         {"white space, sign, rest", TEXT("\n -17.9"), -17, 5},
-        {"plus", TEXT("+8"), 8, 2},
-        {"zeros", TEXT("0010"), 10, 4},
         {"most", TEXT("2147483647"), 2147483647, 10},
         {"one above", TEXT("2147483648"), 2147483647, 10},
         {"least", TEXT("-2147483648"), -2147483647 - 1, 11},
         {"one below", TEXT("-2147483649"), -2147483647 - 1, 11},
         {"very long", WText(60, '9'), 2147483647, 60},
-        {"no hexadecimal", TEXT("0x10"), 0, 1},
         {"empty", TEXT(""), 0, 0},
-        {"sign only", TEXT(" -"), 0, 0},
-        {"word", TEXT("a1"), 0, 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.label);

@@ -16,6 +16,7 @@ using mddoc::PropertyEntry;
 using mddoc::PropertyValue;
 
 constexpr HRESULT kCorrupt = STG_E_DOCFILECORRUPT;
+constexpr VARTYPE kByReference = 0x4000;
 
 FileContents FileWith(WTextView stream, const FileContents& set) {
     CompoundWriter writer;
@@ -213,7 +214,7 @@ TEST(PropertySet, DamageIsTheStatusOfTheSet) {
         {"code page of another type", number(72, VT_I4), kCorrupt},
         {"unknown type", number(80, 0x55), kCorrupt},
         {"array", number(80, VT_ARRAY | VT_I4), S_OK},
-        {"type of a reference", number(80, VT_BYREF | VT_I4), kCorrupt},
+        {"type of a reference", number(80, kByReference | VT_I4), kCorrupt},
         {"text of four billion", number(84, 0xFFFFFFFF), kCorrupt},
         {"text one too long", number(84, 5), kCorrupt},
         {"blob too long", [](FileContents& b) { Put32(b, 80, VT_BLOB), Put32(b, 84, 5); },

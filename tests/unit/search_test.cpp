@@ -33,11 +33,11 @@ TEST_F(SearchTest, RemembersFolderAndRestoresCurrentDirectory) {
     Tree({"a/b/x.hpa"});
     Criterion("File name contains x");
     RunFolders();
-    WCHAR current[kPathLength] = {};
-    ASSERT_NE(0u, GetCurrentDirectoryW(kPathLength, current));
-    EXPECT_EQ(CSTR_EQUAL,
-              CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH, current, -1,
-                             Wide("").c_str(), static_cast<int>(wtext::Length(current))));
+    const WText current = CurrentWideFolder();
+    ASSERT_FALSE(current.empty());
+    EXPECT_EQ(CSTR_EQUAL, CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH,
+                                         current.c_str(), -1, Wide("").c_str(),
+                                         static_cast<int>(current.size())));
 }
 
 // The walk changes the current folder, so what is looked in from there is made whole first.

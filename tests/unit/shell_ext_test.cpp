@@ -332,6 +332,9 @@ protected:
         SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
         return item.pszText;
     }
+    static LRESULT NextSelected(HWND list, LRESULT behind) {
+        return SendMessageW(list, LVM_GETNEXTITEM, static_cast<WPARAM>(behind), LVNI_SELECTED);
+    }
     static void Select(HWND list, int row) {
         LVITEMW item{};
         item.stateMask = item.state = LVIS_SELECTED;
@@ -354,7 +357,8 @@ private:
             Select(list, 0);
             Select(list, 1);
             first_ = NameIn(list, multiSelect_ ? 0 : 1);
-            selected_ = SendMessageW(list, LVM_GETSELECTEDCOUNT, 0, 0);
+            for (LRESULT row = -1; (row = NextSelected(list, row)) >= 0;)
+                ++selected_;
             step_ = eStep::Close;
             SendMessageW(GetDlgItem(found, IDOK), BM_CLICK, 0, 0);
         } else if (step_ == eStep::Close && found == nullptr && IsWindowEnabled(find)) {

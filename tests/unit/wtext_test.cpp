@@ -17,8 +17,6 @@ TEST(WText, Utf8RoundTripAndBadInput) {
     const WCHAR threeBad[] = {0xFFFD, 0xFFFD, 0xFFFD, 0};
     const Row rows[] = {
         {"ascii", "part", TEXT("part"), true},
-        {"two bytes", "\xC3\xA4", TEXT("\u00E4"), true},
-        {"three bytes", "\xE2\x82\xAC", TEXT("\u20AC"), true},
         {"surrogate pair", "\xF0\x9F\x98\x80", pair, true},
         {"stray byte",
          "a\xFF"
