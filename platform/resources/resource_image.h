@@ -32,7 +32,6 @@ private:
     std::uint32_t root_ = 0;  // the root directory's offset in the section
 };
 
-inline constexpr std::uint32_t kResourceIcon = 3;
 inline constexpr std::uint32_t kResourceDialog = 5;
 inline constexpr std::uint32_t kResourceString = 6;
 inline constexpr std::uint32_t kResourceIconGroup = 14;
