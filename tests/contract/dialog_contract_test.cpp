@@ -102,7 +102,10 @@ TEST_F(Dialogs, SizeAndStateAreTold) {
     EXPECT_EQ("", told) << "moved only";
     EXPECT_TRUE(SetWindowPos(dialog_, nullptr, 0, 0, width + 10, height - 7,
                              SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE));
-    EXPECT_EQ("360x193 ", std::exchange(told, {}));
+    RECT inner = {0, 0, 200, 100};  // of the template; what a unit measures depends on the fonts
+    ASSERT_TRUE(MapDialogRect(dialog_, &inner));
+    EXPECT_EQ(std::to_string(inner.right + 10) + "x" + std::to_string(inner.bottom - 7) + " ",
+              std::exchange(told, {}));
     EnableWindow(dialog_, FALSE);
     EnableWindow(dialog_, FALSE);
     EnableWindow(dialog_, TRUE);
