@@ -20,6 +20,7 @@
 #include "shell/module_state.h"
 #include "tests/scripted_desk.h"
 #include "tests/unit/dialog_controls.h"
+#include "tests/unit/document_support.h"
 
 // Where a property of the product's own set stands, in a form that a table can hold.
 using FillSection = std::function<void(PropertySectionWriter&)>;
@@ -66,7 +67,8 @@ protected:
         statuses_[Relative(file)] = status;
     }
 
-    std::filesystem::path folder_;
+    const TempFolder place_;
+    const std::filesystem::path folder_ = place_.Path();
     ScriptedDesk desk_;
     MDxFileNameNode* slot_ = nullptr;
     SRxFindDialog dialog_;
