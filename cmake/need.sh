@@ -20,7 +20,7 @@ need_native() {
     need ninja ninja-build
     need llvm-rc-14 llvm-14
     need lld-link-14 lld-14
-    need clang-14 clang-14
+    need clang clang # llvm-rc calls it by this name
     need /usr/include/unicode/ucol.h libicu-dev
     need /usr/src/googletest/googletest/CMakeLists.txt googletest
 }
@@ -30,19 +30,21 @@ need_checks() {
     need "/usr/lib/clang/14*/lib/linux/libclang_rt.asan-x86_64.a" libclang-rt-14-dev
     need clang-format-14 clang-format-14
     need git git
+    need python3 python3
     need gsf libgsf-bin
+    need /usr/share/zoneinfo/America/New_York tzdata
 }
 
 need_windows() {
     need x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
-    need wine wine wine64
+    need wine wine
+    need /usr/lib/wine/wine64 wine64
 }
 
 need_desktop() {
     need Xvfb xvfb
     need openbox openbox
     need xdotool xdotool
-    need iconv libc-bin
 }
 
 install_missing() {

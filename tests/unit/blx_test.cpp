@@ -14,6 +14,7 @@
 #include "platform/host/host_files.h"
 #include "platform/native_path.h"
 #include "tests/contract/contract.h"
+#include "tests/unit/document_support.h"
 
 namespace {
 
@@ -260,7 +261,6 @@ protected:
         for (const char* name : {"a.hpa", "b", "...x"})
             std::ofstream(folder_ / "full" / name);
     }
-    ~BlxDirectorySearch() override { std::filesystem::remove_all(folder_); }
 
     WText Pattern(const char* name) const {
         const std::string path = (folder_ / name).string();
@@ -284,8 +284,8 @@ protected:
         return all;
     }
 
-    std::filesystem::path folder_ = std::filesystem::temp_directory_path() /
-                                    ("blx-test-" + std::to_string(GetCurrentProcessId()));
+    const TempFolder place_;
+    const std::filesystem::path folder_ = place_.Path();
 };
 
 TEST_F(BlxDirectorySearch, EntriesAndDots) {

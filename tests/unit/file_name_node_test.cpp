@@ -8,7 +8,6 @@
 
 #include "platform/wtext.h"
 #include "tests/unit/fake_application.h"
-#include "tests/unit/process_time.h"
 
 namespace {
 
@@ -217,25 +216,15 @@ MDxFileNameNode* Walked(std::size_t count) {
     return head;
 }
 
-// Ten times the nodes may take thirty times as long, never a hundred times; and no stack.
-TEST(FileNameNode, CostOfLongChains) {
-    constexpr double kShortest = 0.05;  // below it a clock tells little
+// So many nodes that a walk of the chain for each would not end within the limit of a test, which
+// is what fails then; and no stack for each.
+TEST(FileNameNode, LongChains) {
+    constexpr std::size_t kCount = 500000;
     for (const auto make : {Appended, AppendedUniquely, Walked}) {
-        double making[2];
-        double destroying[2];
-        for (const std::size_t size : {0, 1}) {
-            const std::size_t count = size == 0 ? 100000 : 1000000;
-            const auto start = ProcessSeconds();
-            MDxFileNameNode* const head = make(count);
-            const auto made = ProcessSeconds();
-            destroyed = 0;
-            delete head;
-            making[size] = made - start;
-            destroying[size] = ProcessSeconds() - made;
-            EXPECT_EQ(count, destroyed);
-        }
-        EXPECT_LT(making[1], 30 * std::max(making[0], kShortest)) << making[1];
-        EXPECT_LT(destroying[1], 30 * std::max(destroying[0], kShortest)) << destroying[1];
+        MDxFileNameNode* const head = make(kCount);
+        destroyed = 0;
+        delete head;
+        EXPECT_EQ(kCount, destroyed);
     }
 }
 

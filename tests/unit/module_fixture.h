@@ -13,15 +13,13 @@
 #include "platform/live_windows.h"
 #include "platform/native_path.h"
 #include "tests/scripted_desk.h"
+#include "tests/unit/document_support.h"
 #include "tests/unit/module_entries.h"
 
 class ModuleTest : public ::testing::Test {
 protected:
     ModuleTest() : windows_(CountLiveWindows()) {
         EXPECT_EQ(S_OK, Module().canUnloadNow()) << "nothing is alive yet";
-        folder_ = std::filesystem::temp_directory_path() /
-                  ("module-test-" + std::to_string(GetCurrentProcessId()));
-        std::filesystem::create_directories(folder_);
         for (const char* name : {"one.hpa", "two.hpa"}) {
             SampleDocument document;
             document.kind = eSampleKind::Part;
@@ -32,8 +30,6 @@ protected:
         }
     }
     ~ModuleTest() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
         EXPECT_EQ(S_OK, Module().canUnloadNow()) << "an object is left";
         EXPECT_EQ(windows_, CountLiveWindows());
     }
@@ -56,7 +52,8 @@ protected:
         return AbsoluteWidePath(folder_.native()) + TEXT("\\") + name;
     }
 
-    std::filesystem::path folder_;
+    const TempFolder place_;
+    const std::filesystem::path folder_ = place_.Path();
     ScriptedDesk desk_;
 
 private:

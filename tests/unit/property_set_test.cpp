@@ -6,7 +6,6 @@
 #include "host/srsample/compound_writer.h"
 #include "host/srsample/property_set_writer.h"
 #include "tests/unit/document_support.h"
-#include "tests/unit/process_time.h"
 
 namespace {
 
@@ -333,20 +332,10 @@ void ReadEverything(DocumentProperties& document, const NativePath& path) {
     document.Close();
 }
 
-// A second try, since other programs share the machine.
-void ExpectQuick(DocumentProperties& document, const NativePath& path) {
-    constexpr double kLimit = 0.05;
-    for (int attempt = 0; attempt < 3; ++attempt) {
-        const double begin = ProcessSeconds();
-        ReadEverything(document, path);
-        if (ProcessSeconds() - begin < kLimit) return;
-    }
-    ADD_FAILURE() << "too slow";
-}
-
-// Each of many properties claims to be the same long vector, which would be walked for each.
-TEST(DocumentProperties, OverlappingVectorsCostNoTime) {
-    constexpr std::uint32_t kCount = 20000;
+// Each of many properties claims to be the same long vector. To walk it for each would not end
+// within the limit of a test.
+TEST(DocumentProperties, OverlappingVectorsAreNotWalked) {
+    constexpr std::uint32_t kCount = 1000000;
     ByteWriter section;
     section.Number32(8 + kCount * 12 + 8);
     section.Number32(kCount);
@@ -367,7 +356,7 @@ TEST(DocumentProperties, OverlappingVectorsCostNoTime) {
     const TempFolder folder;
     const NativePath path = folder.Write("vectors", SummaryFile(set.Done()));
     DocumentProperties document;
-    ExpectQuick(document, path);
+    ReadEverything(document, path);
     ASSERT_EQ(S_OK, document.Open(path));
     EXPECT_EQ(kCorrupt, document.SetStatus(eSetKind::Summary));
 }
@@ -385,7 +374,7 @@ TEST(DocumentProperties, SurvivesFilesCutOffAnywhere) {
     for (const std::size_t size : sizes) {
         SCOPED_TRACE(size);
         const FileContents part(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
-        ExpectQuick(document, folder.Write("part", part));
+        ReadEverything(document, folder.Write("part", part));
     }
 }
 
@@ -405,7 +394,7 @@ TEST(DocumentProperties, SurvivesEachByteChanged) {
         SCOPED_TRACE(at);
         const int mask = static_cast<int>(1 + random() % 255);
         put(at, static_cast<std::uint8_t>(good[at] ^ mask));
-        ExpectQuick(document, path);
+        ReadEverything(document, path);
         put(at, good[at]);
     }
     ASSERT_TRUE(file.good());

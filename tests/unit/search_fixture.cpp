@@ -15,18 +15,9 @@ GUID RootClassOf(const std::string& file) {
     return extension == ".hpa" ? kPartClass : extension == ".hsb" ? kAssemblyClass : GUID{};
 }
 
-fs::path NewFolder() {
-    static unsigned count = 0;
-    const fs::path folder =
-        fs::temp_directory_path() /
-        ("search-test-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++count));
-    fs::create_directories(folder);
-    return folder;
-}
-
 }  // namespace
 
-SearchTest::SearchTest() : folder_(NewFolder()) {
+SearchTest::SearchTest() {
     EXPECT_NE(nullptr, SrResReturnHandle());
 }
 
@@ -34,7 +25,6 @@ SearchTest::~SearchTest() {
     delete slot_;
     std::error_code ignored;
     fs::current_path(fs::temp_directory_path(), ignored);
-    fs::remove_all(folder_, ignored);
 }
 
 void SearchTest::Tree(const std::vector<std::string>& files) {

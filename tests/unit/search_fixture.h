@@ -20,6 +20,7 @@
 #include "search/search.h"
 #include "search/search_sink.h"
 #include "tests/scripted_desk.h"
+#include "tests/unit/document_support.h"
 
 // Where a property of the product's own set stands, in a form that a table can hold.
 using FillSection = std::function<void(PropertySectionWriter&)>;
@@ -83,7 +84,8 @@ protected:
         statuses_[Relative(file)] = status;
     }
 
-    std::filesystem::path folder_;
+    const TempFolder place_;
+    const std::filesystem::path folder_ = place_.Path();
     ScriptedDesk desk_;
     MDxFileNameNode* slot_ = nullptr;  // the chain to search, and then the hits
     SRxCriteriaList criteria_;

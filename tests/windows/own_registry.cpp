@@ -12,6 +12,7 @@ class OwnRegistry : public testing::Environment {
 public:
     void SetUp() override {
         path_ = L"Software\\SrTests\\" + std::to_wstring(GetCurrentProcessId());
+        RegDeleteTreeW(HKEY_CURRENT_USER, path_.c_str());  // of one that ended early
         HKEY key = nullptr;
         ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_CURRENT_USER, path_.c_str(), 0, nullptr, 0,
                                                  KEY_ALL_ACCESS, nullptr, &key, nullptr));
