@@ -1,6 +1,7 @@
 #include "criteria/list_rules.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "outside/ps_property_specifics.h"
 
@@ -126,6 +127,7 @@ bool AddNode(SRxCriteriaListRef list, SRxCriteriaNode* node, bool appendOnly, SR
     index = 0;
     replaced = false;
     if (node == nullptr) return true;
+    assert(node->nextCriterion == nullptr);
     if (list.head == nullptr) {
         list.head = node;  // whatever it says
     } else if (!MayEnter(list, *node, asker) ||

@@ -1,5 +1,7 @@
 // How an opening of the find dialog ends: what waits while the object is at work, what goes first,
 // and what is kept for the next opening.
+#include <cassert>
+
 #include "dialog/find_dialog.h"
 #include "found/found_dialog.h"
 #include "module/module_state.h"
@@ -18,7 +20,7 @@ void SavePlace(HWND window) try {
     // Left, top, width, height. Closing goes on when they can't be kept.
     const LONG place[] = {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
     (void)BLxPref_Reg::Write(key.get(), nullptr, REG_BINARY, place, sizeof(place));
-} catch (const std::bad_alloc&) {
+} catch (...) {
     // Nor without memory for it.
 }
 
@@ -38,6 +40,7 @@ void SRxDialogLife::HoldLender(IUnknown* lender, SRxFindDialog** known) {
 }
 
 void SRxDialogLife::EndWork() {
+    assert(works_ > 0);
     if (--works_ > 0) return;
     if (end_ == eEnd::Asked || end_ == eEnd::AskedByUser) Run(end_ == eEnd::AskedByUser);
 }

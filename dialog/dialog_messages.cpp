@@ -24,7 +24,7 @@ void SayOutOfMemory(const SRxFindDialog& dialog, HWND owner) noexcept {
     try {
         DisplayMessageId(dialog.resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
                          owner == dialog.dialogWindow ? 0 : kHelpFoundList, owner);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         // Nor for the usual box.
         WCHAR text[kLabelLength] = {};
         LoadStringW(dialog.resourceInstance, MSG_OUT_OF_MEMORY, text, kLabelLength);

@@ -43,7 +43,7 @@ bool IsKeyOfOpenDialog(MSG& message) {
     return false;
 }
 
-LRESULT CALLBACK KeyboardHook(int code, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK KeyboardHook(int code, WPARAM wParam, LPARAM lParam) try {
     if (code >= 0 && wParam == PM_REMOVE) {
         MSG& message = *reinterpret_cast<MSG*>(lParam);
         const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
@@ -54,6 +54,9 @@ LRESULT CALLBACK KeyboardHook(int code, WPARAM wParam, LPARAM lParam) {
             message.lParam = 0;
         }
     }
+    return CallNextHookEx(keyboardHook, code, wParam, lParam);
+} catch (...) {
+    // The host's loop is not ours to end: the key goes where it would have gone.
     return CallNextHookEx(keyboardHook, code, wParam, lParam);
 }
 
@@ -120,7 +123,7 @@ void OnCancelCommand(SRxFindDialog& dialog) {
         try {
             dialog.DeleteLastSearches();
             dialog.OnCommandSaveSearch(true);
-        } catch (const std::bad_alloc&) {
+        } catch (...) {
             // Closing frees memory; it goes on.
             SayOutOfMemory(dialog, dialog.dialogWindow);
         }
@@ -256,7 +259,7 @@ LONG SRxFindDialog::InvokeCommand(HWND parent) {
 INT_PTR CALLBACK FindDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     try {
         return Receive(window, message, wParam, lParam);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         // The object lives as long as its window knows it.
         if (const SRxFindDialog* dialog = DialogOf(window)) SayOutOfMemory(*dialog, window);
         return TRUE;

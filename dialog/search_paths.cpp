@@ -54,7 +54,7 @@ WText FolderOf(WText path) {
 }
 
 // A folder that no search looks into can't be chosen.
-int CALLBACK BrowseFolderCallback(HWND window, UINT message, LPARAM lParam, LPARAM data) {
+int CALLBACK BrowseFolderCallback(HWND window, UINT message, LPARAM lParam, LPARAM data) try {
     constexpr std::size_t kLength = 261;
     WCHAR path[kLength];
     if (message == BFFM_INITIALIZED && data != 0) {
@@ -67,6 +67,8 @@ int CALLBACK BrowseFolderCallback(HWND window, UINT message, LPARAM lParam, LPAR
                             !EqualsFold(name, TEXT(".")) && !IsUnsearchedFolder(name);
         SendMessageW(window, BFFM_ENABLEOK, usable, usable);
     }
+    return 0;
+} catch (...) {
     return 0;
 }
 

@@ -3,6 +3,7 @@
 // then stops the search instead, and the record outlives the search.
 #include "found/found_dialog.h"
 
+#include <cassert>
 #include <cstdlib>
 #include <new>
 #include <utility>
@@ -94,7 +95,7 @@ void GiveUpSearch(SRxFoundList& list) {
     list.dialog->TellOutOfMemory(list.window);
     try {
         if (!list.windowGone) CloseFoundSearch(list);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         // The texts stay as they were; the buttons are those of a finished search.
     }
     list.run.stopRequested = false;
@@ -106,7 +107,7 @@ void RunSearchOnce(SRxFoundList& list) {
     list.stage = eFoundStage::Searching;
     try {
         RunSearch(list.run);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         GiveUpSearch(list);
     }
     list.stage = eFoundStage::Finished;
@@ -315,6 +316,7 @@ void AbandonSearch(SRxFoundList& list, bool letGo) {
 }
 
 void EndSearch(SRxFoundList& list) {
+    assert(list.stage != eFoundStage::Searching);
     SRxFoundListOwner& dialog = *list.dialog;
     SRxFoundList* const record = &list;
     if (list.window != nullptr) DestroyWindow(list.window);
@@ -341,7 +343,7 @@ bool ReleaseRowStrings(SRxFoundList& list) {
 INT_PTR CALLBACK FoundDlgProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     try {
         return Receive(window, message, wParam, lParam);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         if (message == WM_INITDIALOG) {
             GiveUp(window);
         } else if (const SRxFoundList* list = ListOf(window)) {

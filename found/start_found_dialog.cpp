@@ -57,7 +57,7 @@ bool StartFoundDialog(SRxFoundList& list, const SRxShellExtParameters& params) {
         list.run.hitsHaveRecords = true;
         try {
             RunSearch(list.run);
-        } catch (const std::bad_alloc&) {
+        } catch (...) {
             dialog.SearchComplete(false);
             dialog.TellOutOfMemory(dialog.Window());
         }

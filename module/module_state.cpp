@@ -25,7 +25,7 @@ HINSTANCE SrResReturnHandle() {
         const BLxWString path = BLxUtil::GetLPResourceDLLPath(TEXT("SrRes.dll"));
         // A container of resources: its entry point doesn't run.
         resourceLibrary = LoadLibraryExW(path.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         return nullptr;
     }
     return resourceLibrary;

@@ -1,3 +1,4 @@
+#include <cassert>
 #include <optional>
 
 #include "criteria/or_groups.h"
@@ -32,8 +33,10 @@ HRESULT OpenProperties(SRxSearchRun& run, MDxFileNameNode& node, MDxProperties& 
 // One record for each criterion, in list order.
 void LeaveRecords(const SRxSearchRun& run, MDxFileNameNode& node) {
     const CriterionOutcome* outcome = run.outcomes.data();
+    [[maybe_unused]] const CriterionOutcome* const end = outcome + run.outcomes.size();
     for (const SRxCriteriaNode* c = run.query.criteria; c != nullptr;
          c = c->nextCriterion, ++outcome) {
+        assert(outcome != end);
         MDxCritNode record;
         record.SetJoinType(c->joinType == JOIN_OR ? eJoinOr : eJoinAnd);
         if (c->IsOccurrenceCategory()) {

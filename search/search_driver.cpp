@@ -1,3 +1,5 @@
+#include <cassert>
+
 #include "criteria/skipped_criteria.h"
 #include "outside/ps_property_specifics.h"
 #include "search/search.h"
@@ -52,6 +54,7 @@ bool RunRoute(SRxSearchRun& run, bool needProperties) {
 }  // namespace
 
 bool RunSearch(SRxSearchRun& run) {
+    assert(run.source != nullptr && run.sink != nullptr && run.rootNode == nullptr);
     run.sink->Begin(run);
     run.query = run.source->ReadQuery();
     const bool needProperties = PrepareCriteria(run.query.criteria);

@@ -32,7 +32,7 @@ bool FindAndPick(HWND owner, WCHAR* name, unsigned nameSize, bool multiSelect) {
 bool FindFiles(HWND owner, WCHAR* name, unsigned nameSize, bool multiSelect) {
     try {
         return FindAndPick(owner, name, nameSize, multiSelect);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         // As without memory for the dialog.
         return true;
     }

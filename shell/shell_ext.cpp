@@ -85,7 +85,7 @@ HRESULT STDMETHODCALLTYPE SRxShellExt::InvokeCommand(CMINVOKECOMMANDINFO* info) 
     HRESULT result = kNoDialog;
     try {
         result = StartDialog(*info);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         // Not set up, so it has no window.
         findDialog = nullptr;
         windowless = nullptr;
@@ -99,7 +99,7 @@ void SRxShellExt::TellNoDialog() const {
     try {
         DisplayMessageId(GetResourceHandle(), MSG_DIALOG_FAILED, MB_OK, eKindError,
                          STR_FIND_CONTEXT, nullptr);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         // The result tells it as well.
     }
 }

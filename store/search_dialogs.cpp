@@ -218,7 +218,7 @@ INT_PTR Dispatch(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, const 
 INT_PTR Receive(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, const DialogKind& kind) {
     try {
         return Dispatch(dialog, message, wParam, lParam, kind);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         if (const auto* record = RecordOf(dialog)) record->dialog->TellOutOfMemory(dialog);
         return TRUE;
     }

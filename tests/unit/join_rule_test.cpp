@@ -114,31 +114,4 @@ TEST(JoinRule, RandomListsOverRandomFacts) {
     EXPECT_LT(kRounds / 10u, leadingOrs);
 }
 
-TEST(JoinRule, ListsInWords) {
-    struct Row {
-        const char* list;  // "&T" is an And that holds, "|F" an Or that doesn't
-        bool hit;
-    };
-    const Row rows[] = {
-        {"", true},         {"&T", true},       {"&F", false},      {"&T&F|T", true},
-        {"&F&F|T", false},  {"&T&F|F", false},  {"&F|T&F|T", true}, {"&F|T&F|F", false},
-        {"&T|F|F&T", true}, {"&F|F|T&T", true}, {"|T", true},       {"|F", false},
-        {"|T|F", true},     {"|F|T", false},    {"|T|F&F", false},  {"|T|F&F|T", true},
-        {"|T|T|F", true},   {"|T|F|T", false},
-    };
-    for (const Row& row : rows) {
-        SRxCriteriaList criteria;
-        SRxCriteriaNode** end = &criteria.head;
-        for (const char* at = row.list; *at != 0; at += 2) {
-            const WCHAR letter = at[1] == 'T' ? 'x' : 'q';
-            *end = MakeCriterion({at[0] == '|', at[1] == 'T', eCritTest::Fixed}, letter);
-            end = &(*end)->nextCriterion;
-        }
-        SRxSearchRun run(nowhere, nowhere);
-        run.query.criteria = criteria.head;
-        MDxFileNameNode node(TEXT("C:\\f\\x"), -1, false);
-        EXPECT_EQ(row.hit, MatchFile(run, &node, false)) << row.list;
-    }
-}
-
 }  // namespace

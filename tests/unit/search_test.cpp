@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "criteria/skipped_criteria.h"
-#include "host/srsample/sample_document.h"
 #include "module/text_lengths.h"
 #include "outside/md_document_classes.h"
 #include "platform/host/hold.h"
@@ -144,25 +143,6 @@ TEST_F(SearchTest, SkippedCriteriaReachTheCaller) {
     // The same type joined by And leaves nothing that could be told.
     Criterion("File type is Presentations");
     EXPECT_EQ(nullptr, reduced());
-}
-
-TEST_F(SearchTest, FollowsReferencesOnceEach) {
-    const auto write = [this](const std::string& file, const std::vector<const WCHAR*>& others) {
-        SampleDocument document;
-        document.kind = eSampleKind::Assembly;
-        for (const WCHAR* other : others)
-            document.references.push_back({other, {}});
-        WriteFile(file, BuildDocument(document));
-    };
-    write("a.hsb", {TEXT("sub\\b.hsb"), TEXT("c.hsb"), TEXT("missing.hpa"), TEXT("a.hsb")});
-    write("sub/b.hsb", {TEXT("..\\a.hsb"), TEXT("d.hsb")});
-    write("sub/d.hsb", {});
-    write("c.hsb", {TEXT("sub\\d.hsb")});
-    write("other.hsb", {});
-    Criterion("File name contains .hsb");
-    // Depth first; a document that comes by again is tested but not asked again.
-    EXPECT_EQ((Names{"a.hsb", "sub/b.hsb", "sub/d.hsb", "c.hsb"}), RunRelated(Wide("a.hsb")));
-    EXPECT_EQ(7u, files_) << "a, b, a, d, c, d, a";
 }
 
 TEST_F(SearchTest, ReadsNoPropertiesWithoutNeed) {
