@@ -19,10 +19,13 @@ bool StartModeless(std::unique_ptr<SRxFoundList> list, SRxFoundListOwner& dialog
                            FoundDlgProc, reinterpret_cast<LPARAM>(list.get()));
     if (gone) {
         (void)list.release();
-    } else if (window == nullptr) {
+        return true;
+    }
+    list->destroyed = nullptr;  // the list may outlive this call
+    if (window == nullptr) {
         dialog.SearchComplete(false);
     } else {
-        list.release()->destroyed = nullptr;
+        (void)list.release();
         ShowWindow(window, SW_SHOW);
     }
     return true;
@@ -38,6 +41,7 @@ bool StartModal(std::unique_ptr<SRxFoundList> list, SRxFoundListOwner& dialog) {
         (void)list.release();
         return result == IDOK;
     }
+    list->destroyed = nullptr;
     dialog.SearchComplete(false);
     if (result < 0) {
         DisplayMessageId(dialog.Resources(), MSG_DIALOG_FAILED, MB_OK, eKindError, kHelpFind,

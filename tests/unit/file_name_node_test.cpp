@@ -219,7 +219,7 @@ MDxFileNameNode* Walked(std::size_t count) {
 // So many nodes that a walk of the chain for each would not end within the limit of a test, which
 // is what fails then; and no stack for each.
 TEST(FileNameNode, LongChains) {
-    constexpr std::size_t kCount = 500000;
+    constexpr std::size_t kCount = 1000000;
     for (const auto make : {Appended, AppendedUniquely, Walked}) {
         MDxFileNameNode* const head = make(kCount);
         destroyed = 0;
