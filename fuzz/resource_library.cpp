@@ -1,6 +1,7 @@
 // A resource library of any bytes: its texts, dialogs and icons, as the module takes them from it.
 #include "fuzz/fuzz_input.h"
 #include "platform/resource_text.h"
+#include "platform/win.h"
 #include "resource/control_ids.h"
 
 namespace {
