@@ -77,7 +77,7 @@ class LongUse : public FindWindow {};
 TEST_F(LongUse, TwentyFourCriteria) {
     Tree({"a/ab.txt", "a/none.txt"});
     Open(eAccessShellWindow);
-    LookIn("");
+    PutLookIn("");
     Press(IDC_LOOK_SUBFOLDERS);
     Dialog()->OnCommandNewSearch();
     const CriterionParser parser(Dialog()->resourceInstance);

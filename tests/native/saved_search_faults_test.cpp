@@ -385,7 +385,7 @@ protected:
 TEST_F(DialogsOnAFullDisk, TellWhatWasAskedFor) {
     Tree({"one.hpa", "two.hpa"});
     Open(eAccessFindFiles);
-    LookIn("");
+    PutLookIn("");
     Add("Title", "contains", "shaft");
     const Names rows = Rows();
     {

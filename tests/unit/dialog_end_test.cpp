@@ -14,7 +14,7 @@ protected:
         Document("one.hpa", nullptr);
         Document("two.hpa", nullptr);
         Open(access, prepare);
-        LookIn("");
+        PutLookIn("");
     }
     static void InApp(SRxFindDialog& dialog) { dialog.SetInApp(true); }
 };
@@ -123,7 +123,7 @@ TEST_F(DialogEnd, InTheMiddleOfASearch) {
             EXPECT_NE(&slot_, list.selectionSlot);
         };
         const auto start = [this] {
-            LookIn("");
+            PutLookIn("");
             Press(IDOK);
         };
         if (modal) {
@@ -154,7 +154,7 @@ TEST_F(DialogEnd, UnderAnOpenModalFoundDialog) {
         Make(eAccessShellWindow, [](SRxFindDialog& made) { made.SetModal(true); });
     Script({[&] {
                 window_ = dialog->dialogWindow;
-                LookIn("");
+                PutLookIn("");
                 inStep_ = false;  // the found dialog's loop runs inside of this step
                 Press(IDOK);
             },
@@ -202,7 +202,7 @@ TEST_F(DialogEnd, WithItsOwner) {
         ASSERT_EQ(0, dialog->InvokeCommand(owner));
         window_ = dialog->dialogWindow;
         windowMayBeGoing_ = true;
-        LookIn("");
+        PutLookIn("");
         if (searching) {
             tap_.onFile = [owner](SRxFoundList&) { DestroyWindow(owner); };
             Press(IDOK);
@@ -322,7 +322,7 @@ TEST_F(DialogEnd, ManyTimes) {
             ASSERT_LT(drawings, CountDrawingObjects()) << "an open dialog holds its icons";
         }
         if (round % 50 == 0) {
-            LookIn("");
+            PutLookIn("");
             Press(IDOK);
             if (round % 100 == 0) PumpUntil([this] { return SearchesEnded(); });
         }

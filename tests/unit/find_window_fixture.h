@@ -68,7 +68,7 @@ protected:
         EXPECT_EQ(window_, modelessDialog);
     }
     // The dialog looks into this test's tree.
-    void LookIn(const std::string& file) {
+    void PutLookIn(const std::string& file) {
         SetDlgItemTextW(window_, IDC_PATH_LIST, Wide(file).c_str());
     }
 

@@ -294,7 +294,7 @@ TEST_F(FindDialogWindow, AsksAboutACriterionStillOpen) {
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.answer);
         Open(eAccessShellWindow);
-        LookIn("");
+        PutLookIn("");
         Choose(IDC_PROPERTY_LIST, "Title");
         Type(IDC_VALUE_EDIT, "x");
         desk_.Expect("\"Title\"", row.answer);
@@ -312,7 +312,7 @@ TEST_F(FindDialogWindow, TellsTheApplicationAndNobodyElse) {
         SCOPED_TRACE(inApp);
         told_.clear();
         Open(eAccessShellWindow, [&](SRxFindDialog& dialog) { dialog.SetInApp(inApp); });
-        LookIn("");
+        PutLookIn("");
         Press(IDOK);
         EXPECT_EQ(inApp ? "ok done " : "", told_);
         EXPECT_FALSE(IsWindowEnabled(window_));

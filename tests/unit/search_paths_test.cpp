@@ -20,7 +20,7 @@ protected:
     }
     void OpenIn(const std::string& file) {
         Open(eAccessShellWindow);
-        LookIn(file);
+        PutLookIn(file);
         Dialog()->InitPaths();
     }
     bool Has(const std::string& entry) const {
@@ -137,7 +137,7 @@ TEST_F(SearchPaths, BrowseForAFolder) {
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.name);
         Open(eAccessShellWindow);
-        LookIn(row.typed);
+        PutLookIn(row.typed);
         desk_.ExpectFolder("Choose where to look; " + Shown(row.opensAt), Wide("other"));
         Press(IDC_BROWSE);
         EXPECT_EQ(Shown("other") + "\\", Text(IDC_PATH_LIST));
