@@ -10,6 +10,7 @@
 
 #include "found/found_rows.h"
 #include "module/dialog_help.h"
+#include "module/file_chain.h"
 #include "module/message_kinds.h"
 #include "outside/md_context_menu.h"
 #include "outside/md_window_aids.h"
@@ -41,13 +42,6 @@ WText TextOfRow(const SRxFoundList& list, int row, int column) {
     }
 }
 
-// Frees a chain whose nodes hold one reference each.
-void FreeChain(MDxFileNameNode*& chain) {
-    if (chain == nullptr) return;
-    if (chain->Release() == 0) delete chain;
-    chain = nullptr;
-}
-
 // False when there was no memory for it; `*chain` is null then.
 bool BuildChain(const SRxFoundList& list, MDxFileNameNode** chain) {
     *chain = nullptr;
@@ -69,7 +63,7 @@ bool BuildChain(const SRxFoundList& list, MDxFileNameNode** chain) {
             last = node;
         }
     } catch (const std::bad_alloc&) {
-        FreeChain(*chain);
+        ReleaseChain(*chain);
         return false;
     }
 }
@@ -287,11 +281,7 @@ WText PathOfRow(const SRxFoundList& list, int row) {
 
 bool CollectSelection(SRxFoundList& list, MDxFileNameNode** out) {
     if (!list.returnSelection) return false;
-    MDxFileNameNode*& earlier = *list.selectionSlot;
-    if (out == nullptr && earlier != nullptr) {
-        earlier->Release();
-        if (earlier->GetReferenceCount() == 0) delete std::exchange(earlier, nullptr);
-    }
+    if (out == nullptr) ReleaseChain(*list.selectionSlot);
     if (list.window == nullptr || CountRows(list) < 1) return false;
     MDxFileNameNode* chain = nullptr;
     const bool complete = BuildChain(list, &chain);

@@ -1,5 +1,6 @@
 #include "found/found_list.h"
 
+#include "module/file_chain.h"
 #include "module/module_state.h"
 
 SRxFoundList::SRxFoundList(SRxFoundListOwner& owner, MDxFileNameNode** slot)
@@ -13,10 +14,7 @@ SRxFoundList::SRxFoundList(SRxFoundListOwner& owner, MDxFileNameNode** slot)
 }
 
 SRxFoundList::~SRxFoundList() {
-    if (!returnSelection && *selectionSlot != nullptr) {
-        (*selectionSlot)->Release();
-        if ((*selectionSlot)->GetReferenceCount() == 0) delete *selectionSlot;
-    }
+    if (!returnSelection) ReleaseChain(*selectionSlot);
     dialog->Leave(this);
     if (destroyed != nullptr) *destroyed = true;
     --objectCount;

@@ -1,6 +1,7 @@
 #include <cassert>
 
 #include "criteria/skipped_criteria.h"
+#include "module/file_chain.h"
 #include "outside/ps_property_specifics.h"
 #include "search/search.h"
 #include "search/search_sink.h"
@@ -29,7 +30,7 @@ public:
         if (counted_) head_->AddRef();
     }
     ~HeldChain() {
-        if (counted_ && head_->Release() == 0) delete head_;
+        if (counted_) ReleaseChain(head_);
     }
     HeldChain(const HeldChain&) = delete;
     HeldChain& operator=(const HeldChain&) = delete;

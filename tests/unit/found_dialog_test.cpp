@@ -1,6 +1,8 @@
 // The found dialog: picks, menus, and every way in which a search and its dialog end.
 #include <fstream>
 
+#include "module/file_chain.h"
+#include "platform/host/hold.h"
 #include "platform/live_windows.h"
 #include "tests/unit/failing_allocation.h"
 #include "tests/unit/found_dialog_fixture.h"
@@ -67,7 +69,23 @@ TEST_F(FoundDialog, ALaterPickTakesTheEarlierPlace) {
                         [this] { DoubleClick(-1); }, [this] { EXPECT_EQ(nullptr, slot_); },
                         [this] { Select({2}); }, [this] { Press(IDOK); }}));
     EXPECT_EQ((Names{rows[2]}), Picked());
-    slot_->Release();
+    // Without a pick the reference is given up, and the slot with it: a caller's own one stays.
+    MDxFileNameNode* kept = slot_;
+    kept->AddRef();
+    EXPECT_TRUE(Search({[this] { Press(IDOK); }}));
+    EXPECT_EQ(nullptr, slot_);
+    EXPECT_EQ(1u, kept->GetReferenceCount());
+    ReleaseChain(kept);
+}
+
+TEST_F(FoundDialog, SaysWhatCouldNotBeRead) {
+    Document("held.hpa", nullptr);
+    const HeldFile held(NativePathFromWide(Wide("held.hpa")));
+    LookFor("Title differs from x");
+    tap_.onFile = [this](SRxFoundList&) { std::filesystem::remove_all(folder_ / "b"); };
+    desk_.Expect("held.hpa");
+    desk_.Expect("b\\ could not be read");
+    Search({[this] { Close(); }});
 }
 
 TEST_F(FoundDialog, InMidSearch) {

@@ -1,0 +1,13 @@
+// Chains of files whose nodes hold references.
+#pragma once
+
+#include <utility>
+
+#include "outside/md_file_name_node.h"
+
+// Gives up one reference on a chain (may be null) and frees it with the last. The pointer is null
+// afterwards.
+inline void ReleaseChain(MDxFileNameNode*& chain) {
+    MDxFileNameNode* const head = std::exchange(chain, nullptr);
+    if (head != nullptr && head->Release() == 0) delete head;
+}
