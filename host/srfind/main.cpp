@@ -100,8 +100,8 @@ bool ExportHits(const Options& options, const WText& file, const std::vector<WTe
                 SearchReport& report) {
     WText path = file;
     if (*PathFindExtensionW(path.c_str()) == 0) path += TEXT(".txt");
-    const bool replaces = PathFileExistsW(path.c_str()) && !options.yes;
-    if (replaces) {
+    const bool refuses = PathFileExistsW(path.c_str()) && !options.yes;
+    if (refuses) {
         report.Tell(DisplayPath(path) + " is there already. Give --yes to replace it.");
     } else {
         const eHitListWrite result =
