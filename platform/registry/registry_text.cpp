@@ -165,19 +165,19 @@ private:
     }
 
     bool ReadValue(std::string_view line) {
-        // Bytes go on behind a backslash.
+        RegistryValue value;
+        const bool named = TakePrefix(line, "@") || TakeQuoted(line, value.name);
+        const bool isSound = named && TakePrefix(line, "=");
+        // Bytes go on behind a backslash. A line that is no value is joined as well, so that it
+        // counts once.
         std::string joined(line);
-        const bool isText = line.find("=\"") != std::string_view::npos;
-        while (!isText && !joined.empty() && joined.back() == '\\') {
+        while (line.substr(0, 1) != "\"" && !joined.empty() && joined.back() == '\\') {
             if (rest_.empty()) return false;
             joined.pop_back();
             joined += NextLine();
         }
-        std::string_view text = joined;
-        RegistryValue value;
-        const bool named = TakePrefix(text, "@") || TakeQuoted(text, value.name);
-        if (!named || !TakePrefix(text, "=") || value.name.size() > kMostValueNameUnits ||
-            !IsStorableName(value.name) || !ParseData(text, value) || key_ == nullptr) {
+        if (!isSound || value.name.size() > kMostValueNameUnits || !IsStorableName(value.name) ||
+            !ParseData(joined, value) || key_ == nullptr) {
             return false;
         }
         key_->values[FoldName(value.name)] = value;

@@ -111,7 +111,7 @@ TEST_F(RegistryFileTest, FixedForm) {
                       DWORD cb;
                   } kValues[] = {{nullptr, REG_SZ, text, sizeof text},
                                  {TEXT("Number"), REG_DWORD, bytes, 4},
-                                 {TEXT("bytes"), REG_BINARY, bytes, sizeof bytes},
+                                 {TEXT("bytes="), REG_BINARY, bytes, sizeof bytes},
                                  {TEXT("line\\"), REG_SZ, line, sizeof line},
                                  {TEXT("none"), 7, nullptr, 0}};
                   for (const auto& value : kValues) {
@@ -126,8 +126,8 @@ TEST_F(RegistryFileTest, FixedForm) {
         "\n[HKEY_CURRENT_USER\\Software]\n"
         "\n[HKEY_CURRENT_USER\\Software\\A \xC3\xA4]]\n"
         "@=\"C:\\\\\\\"\xC3\xA4\"\n"
-        "\"bytes\"=hex:ff,01,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,\\\n"
-        "  00,00,00,00,00,00,00,00,00\n"
+        "\"bytes=\"=hex:ff,01,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,00,\\\n"
+        "  00,00,00,00,00,00,00,00,00,00\n"
         "\"line\\\\\"=hex(1):61,00,0a,00,00,00\n"
         "\"none\"=hex(7):\n"
         "\"Number\"=dword:000001ff\n",
