@@ -1,5 +1,6 @@
 #include "criteria/file_types.h"
 
+#include "criteria/or_groups.h"
 #include "criteria/text_equality.h"
 
 namespace {
@@ -63,13 +64,18 @@ bool CompareFileType(const WCHAR* fileName, unsigned typeId) {
 
 bool PassesFileTypeFilter(const SRxCriteriaNode* criteria, eFileTypeSearch propSearchType,
                           const WCHAR* fileName) {
-    bool seen = false;
+    // What the list says when all criteria but those of file types hold, and when none of these
+    // does: the second is false when some or-group asks for nothing but types.
+    SRxJoinRule atBest;
+    SRxJoinRule withoutTypes;
     for (const SRxCriteriaNode* c = criteria; c != nullptr; c = c->nextCriterion) {
-        if (!c->IsFileTypeCriterion()) continue;
-        seen = true;
-        if (CompareFileType(fileName, static_cast<unsigned>(c->conditionId))) return true;
+        const bool isType = c->IsFileTypeCriterion();
+        const auto typeId = static_cast<unsigned>(c->conditionId);
+        atBest.Take(!isType || CompareFileType(fileName, typeId), *c);
+        withoutTypes.Take(!isType, *c);
     }
-    if (seen) return false;
+    if (!atBest.Total()) return false;
+    if (!withoutTypes.Total()) return true;
     const auto is = [&](unsigned typeId) { return CompareFileType(fileName, typeId); };
     switch (propSearchType) {
         case FILE_SEARCH_MODELS:

@@ -13,7 +13,8 @@ enum eFileTypeSearch : unsigned {
 
 // By the extension alone; what follows a '<' is no part of the name. `typeId` is a FILETYPE_ id.
 bool CompareFileType(const WCHAR* fileName, unsigned typeId);
-// Whether reading the file's properties can matter to the list. `criteria` may be null;
-// `propSearchType` is what its properties allow.
+// Whether reading the file's properties can matter to the list. An or-group of nothing but file
+// types decides; where there is none, `propSearchType`, what the properties of the list allow.
+// `criteria` may be null.
 bool PassesFileTypeFilter(const SRxCriteriaNode* criteria, eFileTypeSearch propSearchType,
                           const WCHAR* fileName);

@@ -22,10 +22,12 @@ enum eDocumentKind {
     eKindAssembly = 0,
     eKindPart = 5,
     eKindDrawing = 10,
+    eKindForeignDrawing = 11,  // of another program: told by its extension alone
     eKindPresentation = 15,
     eKindDesignElement = 20,
     eKindNone = 40,  // no document of the product
-    eKindWire = 43
+    eKindWire = 43,
+    eKindForeignWire = 44
 };
 
 // A node owns what follows it: destroying it destroys the chain behind it, but for a node that
@@ -36,7 +38,8 @@ class MD_API MDxFileNameNode {
 public:
     // `type` -1: not known yet. No reference is held on the new node.
     MDxFileNameNode(const WCHAR* fileName, int type, bool inApp);
-    // Name, type, flags and records of `other`; the copy stands alone.
+    // Name, type, flags and records of `other`, and a docStatus that its caller set; nothing that
+    // was read of the file. The copy stands alone.
     explicit MDxFileNameNode(const MDxFileNameNode* other);
     virtual ~MDxFileNameNode();
     MDxFileNameNode(const MDxFileNameNode&) = delete;
@@ -63,14 +66,22 @@ public:
     bool InApp() const { return inApp_; }
     // An eDocumentKind or another number of the library: by the extension, else by the root class.
     int GetFileType();
+    // By the extension alone; eKindNone for an unknown one.
+    int KindByExtension() const;
     // The root class is one of the product's for the kind of file. Both arguments are null.
     bool IsMirelFile(void* reserved1, void* reserved2);
+    // Of the last look at the file's root class: negative when the file could not be opened or its
+    // root could not be read, so that nothing is known of its kind.
+    HRESULT LookStatus() const;
+    // What was read of the file is let go; a docStatus that the caller set stays. Besides, the root
+    // class is read again whenever the file was saved anew.
+    void ForgetFacts();
     // 1,024 bytes a kilobyte; false when the file can't be looked at.
     [[nodiscard]] bool GetFileSizeKB(double& size);
     const GUID& SubType() const { return subType_; }
     // 1 or more: a document of a parts library. 0 until MDxGetFileSubtype or when it is none.
     LONG ContentLibType() const { return contentLibType_; }
-    // Fills `docStatus`; negative on failure, which leaves it at -1.
+    // Fills `docStatus` when the document has one; negative on failure, which leaves it as it was.
     HRESULT GetDocTypeProps(IQxLecternServer* server, tagBUILDINFO* info, void* reserved);
 
     // New nodes for the documents that this one refers to and that are there, or null; negative on
@@ -106,6 +117,7 @@ private:
     bool inApp_;
     LONG contentLibType_ = 0;
     GUID subType_{};
+    LONG readDocStatus_ = -1;  // what GetDocTypeProps filled in
     std::vector<MDxCritNode> records_;
     std::vector<BLxWString> missingDocs_;
     std::unique_ptr<ChainIndex> index_;  // of the chain that begins with this node
@@ -114,5 +126,6 @@ private:
     std::unique_ptr<Facts> facts_;
 };
 
-// Fills SubType and ContentLibType of the node; negative when the file can't be read.
+// Fills SubType and ContentLibType of the node; negative when the file or one of them can't be
+// read.
 MD_API HRESULT MDxGetFileSubtype(MDxFileNameNode& node);

@@ -8,13 +8,13 @@
 struct IMDxDv;  // a callback that nobody gives
 
 inline constexpr HRESULT kNoPropertySets = 1;  // of InitProps: the file is no compound file
-inline constexpr HRESULT kSetUnreadable = 2;   // of SetsStatus: a set that was asked for is damaged
 
 namespace mddoc {
 class DocumentProperties;
 }
 
 // Properties by number. A date that the document doesn't have is all zero, a number 0, a text null.
+// So is one that can't be read; `Status` tells them apart.
 class MD_API MDxGeneralProperties {
 public:
     explicit MDxGeneralProperties(mddoc::DocumentProperties& document);
@@ -28,8 +28,13 @@ public:
     bool GetCurrencyValue(int id, LONGLONG* value);
     bool GetLongValue(int id, LONG* value);
     bool GetGuidValue(int id, GUID* value);
-    // The set that would hold the property is damaged: nothing is known of it.
-    bool IsUnreadable(int id) const;
+    // Of the property that was asked for last: S_OK, S_FALSE when the document doesn't have it,
+    // negative when nothing is known of it. STG_E_DOCFILECORRUPT: its set is damaged;
+    // DISP_E_TYPEMISMATCH: its value is in a form that can't be decoded or of another type;
+    // else a failure of the reading.
+    HRESULT Status() const;
+    // What was asked for last belongs to another document.
+    void Forget();
 
 private:
     struct State;
@@ -45,7 +50,9 @@ public:
     // have it; a longer text is cut.
     int Property(int id, WCHAR* buffer, int cch);
     bool GetDatePropertyValue(int id, SYSTEMTIME* date);
-    bool IsUnreadable() const;
+    // As that of a general property.
+    HRESULT Status() const;
+    void Forget();
 
 private:
     struct State;
@@ -60,12 +67,14 @@ public:
     explicit MDxCustomProperties(mddoc::DocumentProperties& document);
     ~MDxCustomProperties();
 
-    // Null when the document doesn't have it; `create` has to be false. Holds until another name is
-    // asked for.
+    // Null when the document doesn't have it or it can't be read; `create` has to be false. Holds
+    // until another name is asked for.
     const MDxCustomProperty* Property(const WCHAR* name, bool create);
     VARTYPE GetType(const WCHAR* name);
     bool GetBoolValue(const WCHAR* name);
     bool GetDateValue(const WCHAR* name, SYSTEMTIME* date);
+    // As that of a general property; a custom one may be of any type.
+    HRESULT Status() const;
     // What was asked for last belongs to another document.
     void Forget();
 
@@ -84,12 +93,10 @@ public:
 
     HRESULT Initialize(IMDxDv* callback, bool write);
     // Opens the node's file; a property set is read when one of its properties is asked for.
-    // Negative on failure, STG_E_SHAREVIOLATION or STG_E_LOCKVIOLATION when another process holds
-    // the file. May be called for file after file.
+    // Negative on failure: STG_E_SHAREVIOLATION or STG_E_LOCKVIOLATION when another process holds
+    // the file, STG_E_INVALIDHEADER when it is no compound file though its extension is one of the
+    // product's. May be called for file after file.
     HRESULT InitProps(MDxFileNameNode& node, int flags, void* reserved);
-    // Of the sets that were asked for since: S_OK, kSetUnreadable, or negative when one could not
-    // be read though the file is there, as when its bytes are locked.
-    HRESULT SetsStatus() const;
     MDxGeneralProperties& GenProp();
     MDxControlProperties& ControlProp();
     MDxCustomProperties& CustomProp();

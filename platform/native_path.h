@@ -34,5 +34,12 @@ WTextView ExtensionIn(WTextView path);
 std::string DisplayPath(WTextView path);
 // A file name as a person types it, in the form in which the names of files are compared.
 WText WideNameFromTyped(std::string_view name);
+// On a drive from its root, or in the network: means the same place from every folder.
+inline bool IsAbsoluteWidePath(WTextView path) {
+    const bool hasDrive = path.size() > 2 && path[1] == ':' && (path[2] == '\\' || path[2] == '/');
+    return hasDrive || path.substr(0, 2) == TEXT("\\\\");
+}
+// There is a file, or a link to one: no folder, pipe or device.
+bool IsPlainFile(WTextView path);
 // The size of the file in bytes; false and 0 when it can't be looked at.
 [[nodiscard]] bool FileSize(WTextView path, std::uint64_t& bytes);

@@ -20,12 +20,6 @@ BLxWString PatternOf(const WCHAR* path) {
     return pattern;
 }
 
-// On a drive from its root, or in the network.
-bool IsAbsolute(WTextView path) {
-    const bool hasDrive = path.size() > 2 && path[1] == ':' && (path[2] == '\\' || path[2] == '/');
-    return hasDrive || path.substr(0, 2) == TEXT("\\\\");
-}
-
 // Tests the files of one folder that is being listed, and gathers its subfolders.
 class FolderWalk {
 public:
@@ -126,7 +120,7 @@ bool SearchFolders(SRxSearchRun& run, LONG subfolders, bool needProperties) {
     }
     RememberRecentPath(run, text.c_str());
     // The current folder changes on the way, so a path from it is made whole at the start.
-    const WText root = IsAbsolute(text) ? WText(text) : FullWidePath(WText(text));
+    const WText root = IsAbsoluteWidePath(text) ? WText(text) : FullWidePath(WText(text));
     if (root.empty()) {
         // The current folder is gone; an empty path would be the root of all.
         run.sink->OnFolderFailed(text.c_str());

@@ -18,12 +18,8 @@ void ReportReading(SRxSearchRun& run, const MDxFileNameNode& node, HRESULT statu
     }
 }
 
-// Opens the file for its properties when that can matter. Reports a failure.
+// Opens the file for its properties. Reports a failure.
 HRESULT OpenProperties(SRxSearchRun& run, MDxFileNameNode& node, MDxProperties& properties) {
-    if (!PassesFileTypeFilter(run.query.criteria, run.query.propSearchType, node.GetFileName())) {
-        run.sink->OnPassedOver();
-        return E_FAIL;
-    }
     HRESULT status = properties.Initialize(nullptr, false);
     if (status >= 0) status = properties.InitProps(node, 0, nullptr);
     if (status < 0) ReportReading(run, node, status);
@@ -53,7 +49,9 @@ void LeaveRecords(const SRxSearchRun& run, MDxFileNameNode& node) {
 
 bool TestFile(SRxSearchRun& run, const WCHAR* folder, const WCHAR* name, MDxFileNameNode* node,
               bool needProperties, int& insertIndex) {
+    // A node that comes back carries nothing of an earlier search.
     if (node->HaveOccCriteria()) node->GetOccCritList().clear();
+    node->ForgetFacts();
     run.sink->OnFile(run);
     if (MatchFile(run, node, needProperties))
         run.sink->OnHit(run, folder, name, *node, insertIndex);
@@ -61,13 +59,19 @@ bool TestFile(SRxSearchRun& run, const WCHAR* folder, const WCHAR* name, MDxFile
 }
 
 bool MatchFile(SRxSearchRun& run, MDxFileNameNode* node, bool needProperties) {
+    const bool passedOver =
+        needProperties &&
+        !PassesFileTypeFilter(run.query.criteria, run.query.propSearchType, node->GetFileName());
+    if (passedOver) run.sink->OnPassedOver();
     // They hold the file open, so they go with this test.
     std::optional<MDxProperties> properties;
-    if (needProperties) properties.emplace(false, nullptr);
-    const HRESULT status = needProperties ? OpenProperties(run, *node, *properties) : S_OK;
-    const FileAtHand file = {*node, needProperties ? &*properties : nullptr, status,
-                             needProperties};
+    if (needProperties && !passedOver) properties.emplace(false, nullptr);
+    HRESULT status = passedOver ? E_FAIL : S_OK;
+    if (properties) status = OpenProperties(run, *node, *properties);
+    const FileAtHand file = {*node, properties ? &*properties : nullptr, status, needProperties,
+                             passedOver};
     SRxJoinRule join;
+    HRESULT failure = S_OK;
     run.outcomes.clear();
     for (const SRxCriteriaNode* c = run.query.criteria; c != nullptr; c = c->nextCriterion) {
         const CriterionOutcome outcome =
@@ -75,13 +79,15 @@ bool MatchFile(SRxSearchRun& run, MDxFileNameNode* node, bool needProperties) {
                 ? CriterionOutcome{CarryOccurrenceCriterion(run.query.matchCase, *c, nullptr)}
                 : EvaluateFileCriterion(run, file, *c);
         run.outcomes.push_back(outcome);
+        if (failure == S_OK) failure = outcome.failure;
         join.Take(outcome.result, *c);
     }
     if (run.keepsRecords || (join.Total() && run.hitsHaveRecords)) LeaveRecords(run, *node);
-    // Only now it is known which sets were asked for.
-    if (needProperties && status >= 0) {
-        const HRESULT sets = properties->SetsStatus();
-        ReportReading(run, *node, sets != S_OK ? sets : status);
+    // Only now it is known what was asked for.
+    if (failure < 0) {
+        ReportReading(run, *node, failure);
+    } else if (properties && status >= 0) {
+        ReportReading(run, *node, status);
     }
     return join.Total();
 }

@@ -159,13 +159,15 @@ bool MatchControl(const SRxSearchRun& run, MDxControlProperties& control,
 }
 
 CriterionOutcome MatchCustom(const FileAtHand& file, const SRxCriteriaNode& c) {
-    constexpr CriterionOutcome kUndecided = {true, true};
+    const auto undecided = [](HRESULT status) {
+        return CriterionOutcome{true, true, status < 0 ? status : S_OK};
+    };
     const WCHAR* name = c.customName.c_str();
-    if (file.properties == nullptr || file.status < 0) return kUndecided;
+    if (file.properties == nullptr || file.status < 0) return undecided(S_OK);
     MDxCustomProperties& custom = file.properties->CustomProp();
-    // Of a damaged set nothing is known, as of a file that can't be opened: both are left
-    // undecided.
-    if (custom.Property(name, false) == nullptr) return kUndecided;
+    // Of a value that can't be read nothing is known, as of a file that can't be opened: both are
+    // left undecided.
+    if (custom.Property(name, false) == nullptr) return undecided(custom.Status());
     switch (custom.GetType(name)) {
         case VT_BOOL:
             return {CompareBoolValue(custom.GetBoolValue(name), c.value, Condition(c))};
@@ -173,18 +175,23 @@ CriterionOutcome MatchCustom(const FileAtHand& file, const SRxCriteriaNode& c) {
         case VT_FILETIME: {
             SYSTEMTIME date{};
             custom.GetDateValue(name, &date);
+            if (custom.Status() < 0) return undecided(custom.Status());
             return {CompareDateValue(&date, c.value, c.conditionId)};
         }
         default:
-            return kUndecided;
+            return undecided(S_OK);
     }
 }
 
-bool MatchFileType(const FileAtHand& file, const SRxCriteriaNode& c) {
-    if (!CompareFileType(file.node.GetFileName(), Condition(c))) return false;
-    if (!IsVerifiedKind(file.node.GetFileType())) return true;
-    if (file.needProperties && file.status < 0) return false;
-    return file.node.IsMirelFile(nullptr, nullptr);
+// A file of a kind that the library verifies has to be what its extension says. One that can't be
+// looked at counts by its extension.
+CriterionOutcome MatchFileType(const FileAtHand& file, const SRxCriteriaNode& c) {
+    if (!CompareFileType(file.node.GetFileName(), Condition(c))) return {};
+    if (!IsVerifiedKind(file.node.KindByExtension())) return {true};
+    if (file.needProperties && file.status < 0 && !file.passedOver) return {};
+    if (file.node.IsMirelFile(nullptr, nullptr)) return {true};
+    const HRESULT status = file.node.LookStatus();
+    return {status < 0, false, status < 0 ? status : S_OK};
 }
 
 bool MatchFileName(const SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode& c) {
@@ -203,36 +210,38 @@ bool MatchFileName(const SRxSearchRun& run, const FileAtHand& file, const SRxCri
     return CompareStringValue(WText(stem).c_str(), c.value, Condition(c), run.query.matchCase);
 }
 
-// The facts that stand in one set with the control properties.
-bool HasReadableFacts(const FileAtHand& file) {
-    return file.properties != nullptr && file.status >= 0 && IsKnownKind(file.node.GetFileType()) &&
-           !file.properties->ControlProp().IsUnreadable();
+// Facts that the library keeps in the document are there to be read.
+bool HasFacts(const FileAtHand& file) {
+    return file.properties != nullptr && file.status >= 0 && IsKnownKind(file.node.GetFileType());
 }
 
-bool MatchDocStatus(const SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode& c) {
-    if (!HasReadableFacts(file)) return false;
+CriterionOutcome MatchDocStatus(const SRxSearchRun& run, const FileAtHand& file,
+                                const SRxCriteriaNode& c) {
+    if (!HasFacts(file)) return {};
     if (file.node.docStatus == -1) {
         tagBUILDINFO info{};
-        file.node.GetDocTypeProps(run.server, &info, nullptr);
+        const HRESULT status = file.node.GetDocTypeProps(run.server, &info, nullptr);
+        if (status < 0) return {false, false, status};
     }
-    return CompareBoolValue(file.node.docStatus == 1, c.value, Condition(c));
+    return {CompareBoolValue(file.node.docStatus == 1, c.value, Condition(c))};
 }
 
-bool MatchLibrary(const FileAtHand& file, const SRxCriteriaNode& c) {
-    if (!HasReadableFacts(file)) return false;
-    MDxGetFileSubtype(file.node);
+CriterionOutcome MatchLibrary(const FileAtHand& file, const SRxCriteriaNode& c) {
+    if (!HasFacts(file)) return {};
+    const HRESULT status = MDxGetFileSubtype(file.node);
+    if (status < 0) return {false, false, status};
     const bool isLibrary =
         file.node.SubType() == kLibrarySubtype || file.node.ContentLibType() >= 1;
-    if (c.conditionId == COND_LIBRARY_YES) return isLibrary;
-    return c.conditionId == COND_LIBRARY_NO && !isLibrary;
+    if (c.conditionId == COND_LIBRARY_YES) return {isLibrary};
+    return {c.conditionId == COND_LIBRARY_NO && !isLibrary};
 }
 
-bool MatchFact(SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode& c) {
+CriterionOutcome MatchFact(SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode& c) {
     switch (c.propertyNumber) {
         case kFactFileType:
             return MatchFileType(file, c);
         case kFactFileName:
-            return MatchFileName(run, file, c);
+            return {MatchFileName(run, file, c)};
         case kFactDocStatus:
             return MatchDocStatus(run, file, c);
         case kFactLibrary:
@@ -240,15 +249,20 @@ bool MatchFact(SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode&
         case kFactSkippedTest:
             // The caller tests it; nothing of the file is read.
             run.skippedCriterionSeen = true;
-            return c.conditionId != COND_IS_YES;
+            return {c.conditionId != COND_IS_YES};
         case kFactFileSize: {
             double size = 0;
-            return file.node.GetFileSizeKB(size) &&
-                   CompareRealText(size, c.value, Condition(c), kSizeTolerance);
+            return {file.node.GetFileSizeKB(size) &&
+                    CompareRealText(size, c.value, Condition(c), kSizeTolerance)};
         }
         default:
-            return false;
+            return {};
     }
+}
+
+// Of a value that can't be read nothing is known, not even that it is absent: no condition holds.
+CriterionOutcome Judged(bool matched, HRESULT status) {
+    return status < 0 ? CriterionOutcome{false, false, status} : CriterionOutcome{matched};
 }
 
 }  // namespace
@@ -263,20 +277,19 @@ CriterionOutcome EvaluateFileCriterion(SRxSearchRun& run, const FileAtHand& file
         case eCategoryGeneral6: {
             if (!readable) return {};
             MDxGeneralProperties& general = file.properties->GenProp();
-            // Nothing is known of a property whose set is damaged: not even that it is absent.
-            const int id = c.propertyNumber == NumberOf(PROP_DOC_SUBTYPE) ? kSubtypeProperty
-                                                                          : c.propertyNumber;
-            return {!general.IsUnreadable(id) && MatchGeneral(run, general, c)};
+            const bool matched = MatchGeneral(run, general, c);
+            return Judged(matched, general.Status());
         }
         case eCategoryControl: {
             if (!readable) return {};
             MDxControlProperties& control = file.properties->ControlProp();
-            return {!control.IsUnreadable() && MatchControl(run, control, c)};
+            const bool matched = MatchControl(run, control, c);
+            return Judged(matched, control.Status());
         }
         case eCategoryCustom:
             return MatchCustom(file, c);
         case eCategoryFile:
-            return {MatchFact(run, file, c)};
+            return MatchFact(run, file, c);
         default:
             // A criterion whose look-up failed is never true.
             return {};

@@ -9,6 +9,7 @@ struct FileAtHand {
     MDxProperties* properties;  // null when no criterion needs them
     HRESULT status;             // negative: the properties can't be used
     bool needProperties;
+    bool passedOver;  // the properties were not read, since they can't matter
 };
 
 // A criterion about the file itself, or a custom property.

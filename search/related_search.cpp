@@ -1,4 +1,5 @@
 #include "module/running_application.h"
+#include "platform/native_path.h"
 #include "search/search.h"
 #include "search/search_sink.h"
 
@@ -40,20 +41,29 @@ bool SearchRelatedDocs(SRxSearchRun& run, bool needProperties) {
     ShowProgress(run, text.c_str());
     if (text.empty()) return true;
     RememberRecentFiles(run, text.c_str());
-    run.rootNode = new MDxFileNameNode(text.c_str(), -1, run.query.inApp);
+    // References name their documents by whole paths, and so each document has one name. What the
+    // application has open needn't be a file yet.
+    WText start = FullWidePath(WText(text));
+    if (start.empty()) start = text;
+    if (!run.query.inApp && !IsPlainFile(start)) {
+        run.sink->OnReferencesFailed(start.c_str(), STG_E_FILENOTFOUND);
+        return true;
+    }
+    run.rootNode = new MDxFileNameNode(start.c_str(), -1, run.query.inApp);
     int tick = 0;
     int insertIndex = 0;
     BLxWString folder;
     for (MDxFileNameNode* current = run.rootNode; current != nullptr && !run.stopRequested;
          current = current->GetNextNode()) {
+        // A document that came by before is through: references in a circle come to an end.
+        if (current->FindInListToHere(*run.rootNode)) continue;
         if (++tick > 10) {
-            ShowProgress(run, text.c_str());
+            ShowProgress(run, start.c_str());
             tick = 0;
         }
         const WCHAR* name = SplitFullName(current->GetFileName(), folder);
         TestFile(run, folder.c_str(), name, current, needProperties, insertIndex);
-        // A document that came by before was asked then: references in a circle come to an end.
-        if (!current->FindInListToHere(*run.rootNode)) AddRelatedDocs(run, current);
+        AddRelatedDocs(run, current);
     }
     return true;
 }

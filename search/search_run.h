@@ -51,6 +51,8 @@ struct CriterionOutcome {
     bool result = false;
     // The file alone can't decide it: it counts as true and travels on the record.
     bool undecided = false;
+    // Negative: what it asks for is there and could not be read.
+    HRESULT failure = S_OK;
 };
 
 struct SRxSearchRun {

@@ -26,9 +26,9 @@ public:
     virtual void OnFile(SRxSearchRun&) {}
     // The type filter spared a read of the file's properties.
     virtual void OnPassedOver() {}
-    // Once for each file that was opened for its properties: with its result when that failed, else
-    // after the judgement, with what it met. `status` is negative on failure, or a positive result
-    // of MDxProperties.
+    // Once for each file that was opened for its properties, and for one whose kind could not be
+    // looked at. `status` is the first failure that the file's criteria met, or the result of the
+    // opening.
     virtual void OnPropertiesRead(const WCHAR* /*file*/, HRESULT /*status*/) {}
     // The documents that a file refers to can't be known; `status` is negative.
     virtual void OnReferencesFailed(const WCHAR* /*file*/, HRESULT /*status*/) {}

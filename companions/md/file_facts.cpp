@@ -9,16 +9,16 @@ namespace {
 struct KindRow {
     const WCHAR* extension;
     int kind;
-    GUID rootClass;  // of a genuine document of this kind
+    GUID rootClass;  // of a genuine document of this kind; all zero when anything may be one
 };
 constexpr KindRow kKinds[] = {
     {TEXT(".hsb"), eKindAssembly, kAssemblyClass},
     {TEXT(".hpa"), eKindPart, kPartClass},
     {TEXT(".hdg"), eKindDrawing, kDrawingClass},
-    {TEXT(".cvd"), eKindDrawing, kDrawingClass},
+    {TEXT(".cvd"), eKindForeignDrawing, {}},
     {TEXT(".hpr"), eKindPresentation, kPresentationClass},
     {TEXT(".hdx"), eKindDesignElement, kDesignElementClass},
-    {TEXT(".cvw"), eKindWire, kWireClass},
+    {TEXT(".cvw"), eKindForeignWire, {}},
 };
 
 // Files of other programs that a search meets often: their extension alone tells what they are not,
@@ -35,7 +35,7 @@ bool HasExtension(const WCHAR* fileName, const WCHAR* extension) {
                PathFindExtensionW(fileName), -1, extension, -1) == CSTR_EQUAL;
 }
 
-const KindRow* KindByExtension(const WCHAR* fileName) {
+const KindRow* RowByExtension(const WCHAR* fileName) {
     for (const KindRow& row : kKinds) {
         if (HasExtension(fileName, row.extension)) return &row;
     }
@@ -43,6 +43,8 @@ const KindRow* KindByExtension(const WCHAR* fileName) {
 }
 
 int KindByRootClass(const GUID& rootClass) {
+    if (rootClass == GUID{}) return eKindNone;
+    if (rootClass == kWireClass) return eKindWire;
     for (const KindRow& row : kKinds) {
         if (row.rootClass == rootClass) return row.kind;
     }
@@ -80,42 +82,68 @@ private:
 
 }  // namespace
 
-bool mdfacts::ReadNumber(mddoc::DocumentProperties& document, DWORD id, LONG& number) {
+HRESULT mdfacts::ReadNumber(mddoc::DocumentProperties& document, DWORD id, LONG& number) {
     mddoc::PropertyValue value;
-    if (document.Find(mddoc::eSetKind::Product, id, value) != S_OK || value.type != VT_I4) {
-        return false;
-    }
+    const HRESULT status = document.Find(mddoc::eSetKind::Product, id, value);
+    if (status != S_OK) return status;
+    if (value.type != VT_I4) return DISP_E_TYPEMISMATCH;
     number = static_cast<LONG>(value.number);
-    return true;
+    return S_OK;
+}
+
+bool mdfacts::IsVerified(const WCHAR* fileName) {
+    const KindRow* row = RowByExtension(PathFindFileNameW(fileName));
+    return row != nullptr && row->rootClass != GUID{};
+}
+
+int MDxFileNameNode::KindByExtension() const {
+    const KindRow* row = RowByExtension(PathFindFileNameW(fileName_.c_str()));
+    return row != nullptr ? row->kind : eKindNone;
 }
 
 int MDxFileNameNode::GetFileType() {
     if (type_ == -1) {
         const WCHAR* name = PathFindFileNameW(fileName_.c_str());
-        if (const KindRow* row = KindByExtension(name)) {
+        if (const KindRow* row = RowByExtension(name)) {
             type_ = row->kind;
         } else if (IsForeign(name)) {
             type_ = eKindNone;
         } else {
-            type_ = KindByRootClass(RootClass());
+            // A file of this name may be another document the next time.
+            return KindByRootClass(RootClass());
         }
     }
     return type_;
 }
 
 const GUID& MDxFileNameNode::RootClass() {
-    if (facts_ == nullptr) {
-        facts_ = std::make_unique<Facts>();
+    const NativePath path = NativePathFromWide(fileName_);
+    const bool isKnown =
+        facts_ != nullptr && facts_->status >= 0 && facts_->stamp == mddoc::StampOf(path);
+    if (!isKnown) {
+        if (facts_ == nullptr) facts_ = std::make_unique<Facts>();
         Look look(*this);
-        if (look.Status() >= 0) facts_->rootClass = look.Document().RootClass();
+        *facts_ = {look.Status(), look.Document().RootClass(), look.Document().Stamp()};
     }
     return facts_->rootClass;
 }
 
 bool MDxFileNameNode::IsMirelFile(void*, void*) {
-    const KindRow* row = KindByExtension(PathFindFileNameW(fileName_.c_str()));
-    if (row != nullptr) return RootClass() == row->rootClass;
+    const KindRow* row = RowByExtension(PathFindFileNameW(fileName_.c_str()));
+    if (row != nullptr && row->rootClass != GUID{}) return RootClass() == row->rootClass;
     return KindByRootClass(RootClass()) != eKindNone;
+}
+
+HRESULT MDxFileNameNode::LookStatus() const {
+    return facts_ != nullptr ? facts_->status : S_FALSE;
+}
+
+void MDxFileNameNode::ForgetFacts() {
+    facts_.reset();
+    if (docStatus == readDocStatus_) docStatus = -1;
+    readDocStatus_ = -1;
+    contentLibType_ = 0;
+    subType_ = {};
 }
 
 bool MDxFileNameNode::GetFileSizeKB(double& size) {
@@ -129,21 +157,22 @@ bool MDxFileNameNode::GetFileSizeKB(double& size) {
 HRESULT MDxFileNameNode::GetDocTypeProps(IQxLecternServer*, tagBUILDINFO*, void*) {
     Look look(*this);
     if (look.Status() < 0) return look.Status();
-    LONG status = 0;
-    if (mdfacts::ReadNumber(look.Document(), mdfacts::kDocStatus, status)) {
-        docStatus = status != 0 ? 1 : 0;
-    }
-    return S_OK;
+    LONG number = 0;
+    const HRESULT status = mdfacts::ReadNumber(look.Document(), mdfacts::kDocStatus, number);
+    if (status == S_OK) docStatus = readDocStatus_ = number != 0 ? 1 : 0;
+    return status < 0 ? status : S_OK;
 }
 
 HRESULT MDxGetFileSubtype(MDxFileNameNode& node) {
+    node.subType_ = {};
+    node.contentLibType_ = 0;
     Look look(node);
     if (look.Status() < 0) return look.Status();
     mddoc::PropertyValue value;
-    if (look.Document().Find(mddoc::eSetKind::Product, mdfacts::kSubtype, value) == S_OK &&
-        value.type == VT_CLSID) {
-        node.subType_ = value.guid;
-    }
-    (void)mdfacts::ReadNumber(look.Document(), mdfacts::kLibraryKind, node.contentLibType_);
-    return S_OK;
+    HRESULT status = look.Document().Find(mddoc::eSetKind::Product, mdfacts::kSubtype, value);
+    if (status == S_OK && value.type != VT_CLSID) status = DISP_E_TYPEMISMATCH;
+    if (status < 0) return status;
+    if (status == S_OK) node.subType_ = value.guid;
+    status = mdfacts::ReadNumber(look.Document(), mdfacts::kLibraryKind, node.contentLibType_);
+    return status < 0 ? status : S_OK;
 }

@@ -5,7 +5,9 @@
 #include "outside/md_file_name_node.h"
 
 struct MDxFileNameNode::Facts {
-    GUID rootClass{};  // all zero: the file is no compound file or could not be read
+    HRESULT status = S_FALSE;  // of the opening; S_FALSE: the file is no compound file
+    GUID rootClass{};          // all zero unless S_OK
+    mddoc::FileStamp stamp;    // of the file that was looked at
 };
 
 namespace mdfacts {
@@ -17,7 +19,11 @@ inline constexpr DWORD kDocStatus = 1103;
 inline constexpr DWORD kLibraryKind = 1108;
 inline constexpr DWORD kSubtype = 31;
 
-// A number of the product set; false when it is absent or unreadable.
-bool ReadNumber(mddoc::DocumentProperties& document, DWORD id, LONG& number);
+// The extension is of a kind whose documents are told by their root class.
+bool IsVerified(const WCHAR* fileName);
+
+// A number of the product set: S_OK, S_FALSE when it is absent, negative when it is unreadable or
+// no number. `number` stays as it was unless the result is S_OK.
+[[nodiscard]] HRESULT ReadNumber(mddoc::DocumentProperties& document, DWORD id, LONG& number);
 
 }  // namespace mdfacts

@@ -61,12 +61,10 @@ MDxFileNameNode::MDxFileNameNode(const WCHAR* fileName, int type, bool inApp)
 
 MDxFileNameNode::MDxFileNameNode(const MDxFileNameNode* other)
     : relatedFlags(other->relatedFlags),
-      docStatus(other->docStatus),
+      docStatus(other->docStatus == other->readDocStatus_ ? -1 : other->docStatus),
       fileName_(other->fileName_),
       type_(other->type_),
       inApp_(other->inApp_),
-      contentLibType_(other->contentLibType_),
-      subType_(other->subType_),
       records_(other->records_) {}
 
 MDxFileNameNode::~MDxFileNameNode() {

@@ -45,25 +45,55 @@ Place PlaceOf(int number) {
     return {eSetKind::Product, static_cast<DWORD>(number)};
 }
 
-bool FindAt(DocumentProperties& document, const Place& place, PropertyValue& value) {
-    return document.Find(place.set, place.id, value) == S_OK;
-}
-
-// In local time, by the rule that held at that moment. All zero and false for what is no date.
-bool ToLocalDate(const PropertyValue& value, SYSTEMTIME* date) {
+// In local time, by the rule that held at that moment. All zero unless the result is S_OK; S_FALSE
+// is how writers say that there is none.
+HRESULT ToLocalDate(const PropertyValue& value, SYSTEMTIME* date) {
     *date = SYSTEMTIME{};
     if (value.type == VT_DATE) {
         SysTimeFromOleDate(value.real, date);
-        return date->wMonth != 0;
+        return date->wMonth != 0 ? S_OK : DISP_E_TYPEMISMATCH;
     }
-    if (value.type != VT_FILETIME || mddoc::Ticks(value.time) == 0) return false;
+    if (value.type != VT_FILETIME) return DISP_E_TYPEMISMATCH;
+    if (mddoc::Ticks(value.time) == 0) return S_FALSE;
     SYSTEMTIME utc{};
-    if (!FileTimeToSystemTime(&value.time, &utc) ||
-        !SystemTimeToTzSpecificLocalTime(nullptr, &utc, date)) {
-        *date = SYSTEMTIME{};
-        return false;
+    if (FileTimeToSystemTime(&value.time, &utc) &&
+        SystemTimeToTzSpecificLocalTime(nullptr, &utc, date)) {
+        return S_OK;
     }
-    return true;
+    *date = SYSTEMTIME{};
+    return DISP_E_TYPEMISMATCH;
+}
+
+// A look at a value that has to be of a certain type, and what came of it.
+struct Reading {
+    HRESULT status = S_FALSE;
+    PropertyValue value;
+
+    void Find(DocumentProperties& document, const Place& place) {
+        status = document.Find(place.set, place.id, value);
+        // A place that is kept free holds no value.
+        if (status == S_OK && (value.type == VT_EMPTY || value.type == VT_NULL)) status = S_FALSE;
+    }
+    bool Is(VARTYPE type) {
+        if (status == S_OK && value.type != type) status = DISP_E_TYPEMISMATCH;
+        return status == S_OK;
+    }
+    bool IsText() {
+        if (status == S_OK && !value.IsText()) status = DISP_E_TYPEMISMATCH;
+        return status == S_OK;
+    }
+    bool IsDate(SYSTEMTIME* date) {
+        *date = SYSTEMTIME{};
+        if (status == S_OK) status = ToLocalDate(value, date);
+        return status == S_OK;
+    }
+};
+
+// What the callers of the library are told of a value that is there and has no readable form.
+HRESULT PublicStatus(HRESULT status) {
+    const bool isForm = status == DISP_E_BADVARTYPE || status == DISP_E_OVERFLOW ||
+                        status == HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION);
+    return isForm ? DISP_E_TYPEMISMATCH : status;
 }
 
 }  // namespace
@@ -99,18 +129,19 @@ HRESULT MDxProperties::Initialize(IMDxDv* callback, bool write) {
 }
 
 HRESULT MDxProperties::InitProps(MDxFileNameNode& node, int, void*) {
+    state_->general.Forget();
+    state_->control.Forget();
     state_->custom.Forget();
     DocumentProperties& document = state_->document;
     const HRESULT status = document.Open(NativePathFromWide(node.GetFileName()));
     if (status < 0) return status;
     if (node.facts_ == nullptr) node.facts_ = std::make_unique<MDxFileNameNode::Facts>();
-    node.facts_->rootClass = document.RootClass();
-    return status == S_FALSE ? kNoPropertySets : S_OK;
-}
-
-HRESULT MDxProperties::SetsStatus() const {
-    const HRESULT failure = state_->document.SetsFailure();
-    return failure == STG_E_DOCFILECORRUPT ? kSetUnreadable : failure;
+    *node.facts_ = {status, document.RootClass(), document.Stamp()};
+    if (status == S_OK) return S_OK;
+    // What should be a document and isn't has no properties that anybody could know.
+    if (!mdfacts::IsVerified(node.GetFileName())) return kNoPropertySets;
+    document.Close();
+    return STG_E_INVALIDHEADER;
 }
 
 MDxGeneralProperties& MDxProperties::GenProp() {
@@ -125,7 +156,12 @@ MDxCustomProperties& MDxProperties::CustomProp() {
 
 struct MDxGeneralProperties::State {
     DocumentProperties& document;
-    PropertyValue value;
+    Reading last;
+
+    Reading& Look(int id) {
+        last.Find(document, PlaceOf(id));
+        return last;
+    }
 };
 
 MDxGeneralProperties::MDxGeneralProperties(DocumentProperties& document)
@@ -133,55 +169,47 @@ MDxGeneralProperties::MDxGeneralProperties(DocumentProperties& document)
 MDxGeneralProperties::~MDxGeneralProperties() = default;
 
 const WCHAR* MDxGeneralProperties::Property(int id) {
-    if (!FindAt(state_->document, PlaceOf(id), state_->value) || !state_->value.IsText()) {
-        return nullptr;
-    }
-    return state_->value.text.c_str();
+    return state_->Look(id).IsText() ? state_->last.value.text.c_str() : nullptr;
 }
 
 bool MDxGeneralProperties::GetDateValue(int id, SYSTEMTIME* date) {
-    *date = SYSTEMTIME{};
-    return FindAt(state_->document, PlaceOf(id), state_->value) && ToLocalDate(state_->value, date);
+    return state_->Look(id).IsDate(date);
 }
 
 bool MDxGeneralProperties::GetCurrencyValue(int id, LONGLONG* value) {
-    *value = 0;
-    if (!FindAt(state_->document, PlaceOf(id), state_->value) || state_->value.type != VT_CY) {
-        return false;
-    }
-    *value = state_->value.number;
-    return true;
+    const bool found = state_->Look(id).Is(VT_CY);
+    *value = found ? state_->last.value.number : 0;
+    return found;
 }
 
 bool MDxGeneralProperties::GetLongValue(int id, LONG* value) {
-    *value = 0;
-    if (!FindAt(state_->document, PlaceOf(id), state_->value) || state_->value.type != VT_I4) {
-        return false;
-    }
-    *value = static_cast<LONG>(state_->value.number);
-    return true;
+    const bool found = state_->Look(id).Is(VT_I4);
+    *value = found ? static_cast<LONG>(state_->last.value.number) : 0;
+    return found;
 }
 
 bool MDxGeneralProperties::GetGuidValue(int id, GUID* value) {
     ClearRevId(value);
-    if (!FindAt(state_->document, PlaceOf(id), state_->value) || state_->value.type != VT_CLSID) {
-        return false;
-    }
-    *value = state_->value.guid;
-    return true;
+    const bool found = state_->Look(id).Is(VT_CLSID);
+    if (found) *value = state_->last.value.guid;
+    return found;
 }
 
-bool MDxGeneralProperties::IsUnreadable(int id) const {
-    return state_->document.SetStatus(PlaceOf(id).set) < 0;
+void MDxGeneralProperties::Forget() {
+    state_->last.status = S_FALSE;
+}
+
+HRESULT MDxGeneralProperties::Status() const {
+    return PublicStatus(state_->last.status);
 }
 
 struct MDxControlProperties::State {
     DocumentProperties& document;
-    PropertyValue value;
+    Reading last;
 
-    bool Find(int id) {
-        return FindAt(document, {eSetKind::Product, mdfacts::kControlBase + static_cast<DWORD>(id)},
-                      value);
+    Reading& Look(int id) {
+        last.Find(document, {eSetKind::Product, mdfacts::kControlBase + static_cast<DWORD>(id)});
+        return last;
     }
 };
 
@@ -192,21 +220,24 @@ MDxControlProperties::~MDxControlProperties() = default;
 int MDxControlProperties::Property(int id, WCHAR* buffer, int cch) {
     if (cch <= 0) return 0;
     *buffer = 0;
-    if (!state_->Find(id) || !state_->value.IsText()) return 0;
-    const std::size_t length =
-        std::min(state_->value.text.size(), static_cast<std::size_t>(cch) - 1);
-    state_->value.text.copy(buffer, length);
+    if (!state_->Look(id).IsText()) return 0;
+    const WText& text = state_->last.value.text;
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(cch) - 1);
+    text.copy(buffer, length);
     buffer[length] = 0;
     return static_cast<int>(length);
 }
 
 bool MDxControlProperties::GetDatePropertyValue(int id, SYSTEMTIME* date) {
-    *date = SYSTEMTIME{};
-    return state_->Find(id) && ToLocalDate(state_->value, date);
+    return state_->Look(id).IsDate(date);
 }
 
-bool MDxControlProperties::IsUnreadable() const {
-    return state_->document.SetStatus(eSetKind::Product) < 0;
+void MDxControlProperties::Forget() {
+    state_->last.status = S_FALSE;
+}
+
+HRESULT MDxControlProperties::Status() const {
+    return PublicStatus(state_->last.status);
 }
 
 struct MDxCustomProperty {
@@ -216,9 +247,10 @@ struct MDxCustomProperty {
 
 struct MDxCustomProperties::State {
     DocumentProperties& document;
-    MDxCustomProperty last;  // the property asked for last, when `found`
+    MDxCustomProperty last;  // the property asked for last, when `found` is S_OK
     bool asked = false;
-    bool found = false;
+    HRESULT found = S_FALSE;
+    HRESULT status = S_FALSE;  // of the last question
 };
 
 MDxCustomProperties::MDxCustomProperties(DocumentProperties& document)
@@ -227,6 +259,7 @@ MDxCustomProperties::~MDxCustomProperties() = default;
 
 void MDxCustomProperties::Forget() {
     state_->asked = false;
+    state_->status = S_FALSE;
 }
 
 const MDxCustomProperty* MDxCustomProperties::Property(const WCHAR* name, bool create) {
@@ -234,9 +267,10 @@ const MDxCustomProperty* MDxCustomProperties::Property(const WCHAR* name, bool c
     if (!state_->asked || state_->last.name != name) {
         state_->last.name = name;
         state_->asked = true;
-        state_->found = state_->document.FindByName(name, state_->last.value) == S_OK;
+        state_->found = state_->document.FindByName(name, state_->last.value);
     }
-    return state_->found ? &state_->last : nullptr;
+    state_->status = state_->found;
+    return state_->found == S_OK ? &state_->last : nullptr;
 }
 
 VARTYPE MDxCustomProperties::GetType(const WCHAR* name) {
@@ -251,5 +285,10 @@ bool MDxCustomProperties::GetBoolValue(const WCHAR* name) {
 bool MDxCustomProperties::GetDateValue(const WCHAR* name, SYSTEMTIME* date) {
     *date = SYSTEMTIME{};
     const MDxCustomProperty* property = Property(name, false);
-    return property != nullptr && ToLocalDate(property->value, date);
+    if (property != nullptr) state_->status = ToLocalDate(property->value, date);
+    return state_->status == S_OK;
+}
+
+HRESULT MDxCustomProperties::Status() const {
+    return PublicStatus(state_->status);
 }

@@ -1,4 +1,6 @@
 // The documents that a document refers to, as its References stream names them.
+#include <memory>
+
 #include "companions/md/document/references.h"
 #include "companions/md/file_facts.h"
 #include "platform/native_path.h"
@@ -12,14 +14,15 @@ WText FolderOf(const WCHAR* path) {
 }
 
 // Where the document is now: beside the one that refers to it, or where it was at the last saving.
-// Empty when it is at neither place.
+// Empty when it is at neither place. A full path that isn't whole could mean any place.
 WText Locate(const WText& folder, const mddoc::DocumentReference& reference) {
     if (!reference.relativePath.empty()) {
         const WText relative = FullWidePath(folder + reference.relativePath);
-        if (!relative.empty() && PathFileExistsW(relative.c_str())) return relative;
+        if (!relative.empty() && IsPlainFile(relative)) return relative;
     }
-    if (!reference.fullPath.empty() && PathFileExistsW(reference.fullPath.c_str())) {
-        return reference.fullPath;
+    if (IsAbsoluteWidePath(reference.fullPath)) {
+        const WText full = FullWidePath(reference.fullPath);
+        if (!full.empty() && IsPlainFile(full)) return full;
     }
     return {};
 }
@@ -39,7 +42,8 @@ HRESULT MDxFileNameNode::GetRelatedDocs(MDxFileNameNode** docs, unsigned, int, I
     for (const mddoc::DocumentReference& reference : references) {
         const WText path = Locate(folder, reference);
         if (!path.empty()) {
-            (new MDxFileNameNode(path.c_str(), -1, inApp_))->AddFileNode(docs);
+            auto node = std::make_unique<MDxFileNameNode>(path.c_str(), -1, inApp_);
+            if (node->AddFileNodeUnique(docs)) (void)node.release();
         } else if (!reference.relativePath.empty()) {
             const WText expected = FullWidePath(folder + reference.relativePath);
             missingDocs_.emplace_back(expected.c_str());

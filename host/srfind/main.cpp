@@ -84,8 +84,7 @@ bool ReadPlace(const Options& options, SearchReport& report, LinePlace& place, s
     if (!options.haveLookIn) return true;
     const WText path = AbsoluteWidePath(options.lookIn.path);
     const bool folder = !path.empty() && PathIsDirectoryW(path.c_str());
-    const bool usable =
-        options.related ? !path.empty() && !folder && PathFileExistsW(path.c_str()) : folder;
+    const bool usable = options.related ? !path.empty() && IsPlainFile(path) : folder;
     if (!usable) {
         fault = "\"" + options.lookIn.text + "\" is no " +
                 (options.related ? "document to start with" : "folder that can be looked in");

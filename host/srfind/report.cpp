@@ -25,8 +25,10 @@ std::string Reason(HRESULT status) {
             return "is not there any more";
         case STG_E_DOCFILECORRUPT:
             return "is damaged";
-        case kSetUnreadable:
-            return "is damaged: properties that were asked for could not be read";
+        case STG_E_INVALIDHEADER:
+            return "is no design document, though its extension says so";
+        case DISP_E_TYPEMISMATCH:
+            return "has a property that was asked for in a form that can't be read";
         default: {
             char code[16];
             std::snprintf(code, sizeof(code), "0x%08X", static_cast<unsigned>(status));
@@ -68,7 +70,7 @@ void SearchReport::OnFolderFailed(const WCHAR* folder) {
 void SearchReport::OnPropertiesRead(const WCHAR* file, HRESULT status) {
     ++propertiesRead_;
     if (status == kNoPropertySets) ++withoutSets_;
-    if (status >= 0 && status != kSetUnreadable) return;
+    if (status >= 0) return;
     ++unreadable_;
     lastUnreadable_ = file;
     Say(DisplayPath(file) + " " + Reason(status));
@@ -124,7 +126,7 @@ void SearchReport::ClearProgressLine() {
 void SearchReport::PrintPassedOver() const {
     if (passedOver_ == 0) return;
     WriteError("srfind: " + std::to_string(passedOver_) +
-               " file(s) were passed over by their type: they can't be hits by a property\n");
+               " file(s) were passed over by their type: their properties were not read\n");
 }
 
 void SearchReport::PrintStats(std::size_t hits) const {

@@ -187,6 +187,7 @@ inline constexpr HRESULT STG_E_READFAULT = SrHresult(0x8003001Eu);
 inline constexpr HRESULT STG_E_SHAREVIOLATION = SrHresult(0x80030020u);
 inline constexpr HRESULT STG_E_LOCKVIOLATION = SrHresult(0x80030021u);
 inline constexpr HRESULT STG_E_FILEALREADYEXISTS = SrHresult(0x80030050u);
+inline constexpr HRESULT STG_E_INVALIDHEADER = SrHresult(0x800300FBu);
 inline constexpr HRESULT STG_E_DOCFILECORRUPT = SrHresult(0x80030109u);
 inline constexpr HRESULT REGDB_E_CLASSNOTREG = SrHresult(0x80040154u);
 inline constexpr HRESULT CLASS_E_NOAGGREGATION = SrHresult(0x80040110u);

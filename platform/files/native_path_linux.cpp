@@ -24,6 +24,11 @@ WText WideNameFromTyped(std::string_view name) {
     return wide;
 }
 
+bool IsPlainFile(WTextView path) {
+    struct stat status {};
+    return stat(NativePathFromWide(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
 bool FileSize(WTextView path, std::uint64_t& bytes) {
     bytes = 0;
     struct stat status {};

@@ -16,6 +16,12 @@ WText WideNameFromTyped(std::string_view name) {
     return wtext::FromUtf8(name);
 }
 
+bool IsPlainFile(WTextView path) {
+    const DWORD attributes = GetFileAttributesW(NativePath(path).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+}
+
 bool FileSize(WTextView path, std::uint64_t& bytes) {
     bytes = 0;
     WIN32_FILE_ATTRIBUTE_DATA data{};

@@ -149,9 +149,8 @@ protected:
         return hit;
     }
     bool Failed() const {
-        return std::any_of(statuses_.begin(), statuses_.end(), [](const auto& each) {
-            return each.second < 0 || each.second == kSetUnreadable;
-        });
+        return std::any_of(statuses_.begin(), statuses_.end(),
+                           [](const auto& each) { return each.second < 0; });
     }
 
     std::vector<Original> originals_;

@@ -195,7 +195,7 @@ TEST(PropertySet, DamageIsTheStatusOfTheSet) {
         {"untouched", [](FileContents&) {}, S_OK},
         {"byte order", number(0, 0), kCorrupt},
         {"format version", number(0, 0x0005FFFE), kCorrupt},
-        {"no section", number(24, 0), S_FALSE},
+        {"no section", number(24, 0), kCorrupt},
         {"two sections claimed", number(24, 2), S_OK},
         {"sections of four billion", number(24, 0xFFFFFFFF), kCorrupt},
         {"other format", number(28, 0), S_OK},

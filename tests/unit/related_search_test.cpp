@@ -15,8 +15,14 @@ protected:
         SampleDocument document;
         document.kind = file.ends_with(".hsb") ? eSampleKind::Assembly : eSampleKind::Part;
         document.path = wtext::FromUtf8(file);
-        for (const std::string& target : targets)
-            document.references.push_back({wtext::FromUtf8(target), TEXT("")});
+        // Behind a "|" the full path.
+        for (const std::string& target : targets) {
+            const std::size_t bar = std::min(target.find('|'), target.size());
+            document.references.push_back(
+                {wtext::FromUtf8(target.substr(0, bar)),
+                 wtext::FromUtf8(target.substr(bar).substr(0, 1) == "|" ? target.substr(bar + 1)
+                                                                        : "")});
+        }
         WriteFile(file, BuildDocument(document));
     }
     std::vector<std::string> RunRelated(const std::string& start) {
@@ -85,16 +91,30 @@ TEST_F(RelatedSearch, FindsWhatTheLibraryRecorded) {
 }
 
 TEST_F(RelatedSearch, Knots) {
-    Refer("a.hsb", {"b.hsb", "a.hsb", "p.hpa", "gone.hpa"});
-    Refer("b.hsb", {"a.hsb", "p.hpa", "sub\\c.hsb"});
-    Refer("sub/c.hsb", {"..\\p.hpa", "..\\a.hsb"});
+    Refer("a.hsb", {"b.hsb", "a.hsb", "p.hpa", "gone.hpa", "sub"});
+    Refer("b.hsb", {"a.hsb", "p.hpa", "sub\\c.hsb", "x.hpa|p.hpa"});
+    Refer("sub/c.hsb", {"..\\p.hpa", "y.hpa|" + wtext::ToUtf8(Wide("sub/../a.hsb"))});
     Refer("p.hpa", {});
     WriteFile("cut.hsb", {0xD0, 0xCF, 0x11, 0xE0, 0xA1, 0xB1, 0x1A, 0xE1, 0, 0});
     Refer("d.hsb", {"cut.hsb", "p.hpa"});
     EXPECT_EQ((std::vector<std::string>{"a.hsb", "b.hsb", "p.hpa", "sub/c.hsb"}),
               RunRelated("a.hsb"))
         << "each once, the references of a document right behind it";
-    EXPECT_EQ((std::vector<std::string>{"a.hsb -> gone.hpa"}), missing_);
+    EXPECT_EQ(4u, files_);
+    // A folder is no document, and a path from any current folder is no full one.
+    const std::vector<std::string> missing = {"a.hsb -> gone.hpa", "a.hsb -> sub",
+                                              "b.hsb -> x.hpa"};
+    EXPECT_EQ(missing, missing_);
+    // Another way to write the start is the same document; a folder is none to start with.
+    std::filesystem::current_path(folder_);
+    for (const WText& start : {Wide("") + TEXT("\\sub\\..\\a.hsb"), Wide("") + TEXT("/a.hsb"),
+                               WText(TEXT("sub\\..\\a.hsb"))}) {
+        EXPECT_EQ((std::vector<std::string>{"a.hsb", "b.hsb", "p.hpa", "sub/c.hsb"}),
+                  SearchTest::RunRelated(start))
+            << wtext::ToUtf8(start);
+    }
+    EXPECT_EQ((std::vector<std::string>{}), RunRelated("sub"));
+    EXPECT_EQ((std::vector<std::string>{"sub"}), failedReferences_);
     // One that can't be read ends only its own branch.
     EXPECT_EQ((std::vector<std::string>{"d.hsb", "cut.hsb", "p.hpa"}), RunRelated("d.hsb"));
     EXPECT_EQ((std::vector<std::string>{"cut.hsb"}), failedReferences_);

@@ -46,6 +46,15 @@ void SearchTest::WriteFile(const std::string& file, const std::vector<std::uint8
     ASSERT_TRUE(out.good()) << path;
 }
 
+void SearchTest::Replace(const std::string& file, const std::string& from, const std::string& to) {
+    std::ifstream in(folder_ / file, std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), {});
+    in.close();
+    for (std::size_t at = 0; (at = bytes.find(from, at)) != std::string::npos; at += to.size())
+        bytes.replace(at, from.size(), to);
+    WriteFile(file, {bytes.begin(), bytes.end()});
+}
+
 void SearchTest::Document(const std::string& file, const FillSection& product,
                           const FillSection& userDefined, const FillSection& summary) {
     constexpr std::uint16_t kUtf8 = 65001;

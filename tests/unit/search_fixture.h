@@ -36,6 +36,8 @@ protected:
     void Document(const std::string& file, const FillSection& product,
                   const FillSection& userDefined = nullptr, const FillSection& summary = nullptr);
     void WriteFile(const std::string& file, const std::vector<std::uint8_t>& bytes);
+    // Every place of some bytes in a file.
+    void Replace(const std::string& file, const std::string& from, const std::string& to);
 
     // "and" by default; a text that begins with "or: " joins by Or.
     void Criterion(const std::string& text);

@@ -375,7 +375,7 @@ TEST(ValueComparison, FileTypesOfOddNames) {
 
 TEST(ValueComparison, FileTypeFilter) {
     struct Row {
-        std::vector<LONG> types;  // of the file-type criteria
+        std::vector<LONG> types;  // one or-group; with a negative one also the title is in it
         unsigned propSearchType;
         const char* passes;
     };
@@ -388,13 +388,16 @@ TEST(ValueComparison, FileTypeFilter) {
         {{FILETYPE_WIRE}, FILE_SEARCH_MODELS, "cvw "},  // a type wins over the class
         {{FILETYPE_TXT, FILETYPE_WIRE}, FILE_SEARCH_MODELS, "txt cvw "},
         {{COND_EQUALS}, FILE_SEARCH_ANY, ""},
+        {{-1, FILETYPE_WIRE}, FILE_SEARCH_OFFICE, "hpa txt "},
     };
     for (const Row& row : rows) {
         // A criterion on another property in front is no file type.
         SRxCriteriaNode head(kTitle, COND_EQUALS, JOIN_AND, nullptr);
         SRxCriteriaNode* last = &head;
         for (const LONG type : row.types) {
-            last->nextCriterion = new SRxCriteriaNode(PROP_FILE_TYPE, type, JOIN_OR, nullptr);
+            const LONG join = last == &head && type > 0 ? JOIN_AND : JOIN_OR;
+            last->nextCriterion =
+                new SRxCriteriaNode(type > 0 ? PROP_FILE_TYPE : kTitle, type, join, nullptr);
             last = last->nextCriterion;
         }
         const auto allowed = static_cast<eFileTypeSearch>(row.propSearchType);

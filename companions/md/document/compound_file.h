@@ -29,6 +29,8 @@ public:
     void Close();
 
     const GUID& RootClass() const { return rootClass_; }
+    // Of the file that was opened last, a compound file or not.
+    const FileStamp& Stamp() const { return file_.Stamp(); }
 
     // S_OK, S_FALSE when the root storage has no stream of that name, STG_E_DOCFILECORRUPT when it
     // has several or when the stream claims to be larger than the file. ASCII letters count without

@@ -99,13 +99,6 @@ HRESULT DocumentProperties::SetStatus(eSetKind kind) {
     return state.status;
 }
 
-HRESULT DocumentProperties::SetsFailure() const {
-    for (const SetState& state : sets_) {
-        if (state.isLoaded && FAILED(state.status)) return state.status;
-    }
-    return S_OK;
-}
-
 HRESULT DocumentProperties::ReadSlot(eSetKind kind, const PropertySection::Slot& slot,
                                      PropertyValue& value) {
     const PropertySection& section = sets_[static_cast<std::size_t>(kind)].section;

@@ -51,12 +51,11 @@ public:
 
     // All zeros where there is none.
     const GUID& RootClass() const { return file_.RootClass(); }
+    // Of the file as it was opened; also when it is no compound file.
+    const FileStamp& Stamp() const { return file_.Stamp(); }
 
     // S_OK present, S_FALSE absent, negative damaged or unreadable: then so is each of its values.
     [[nodiscard]] HRESULT SetStatus(eSetKind kind);
-    // The status of a set that was asked for and is damaged or unreadable; S_OK without one.
-    [[nodiscard]] HRESULT SetsFailure() const;
-
     // S_OK, S_FALSE absent, negative unreadable. `value` is VT_EMPTY unless the result is S_OK.
     [[nodiscard]] HRESULT Find(eSetKind kind, DWORD id, PropertyValue& value);
     // A user-defined property; names count without case.

@@ -13,6 +13,17 @@ namespace mddoc {
 // How the reader is told where a document is.
 using DocumentPath = NativePath;
 
+// What changes when a file is saved anew. Natively `id` is the inode, else the time of creation.
+struct FileStamp {
+    std::uint64_t size = 0;
+    std::uint64_t time = 0;
+    std::uint64_t id = 0;
+
+    bool operator==(const FileStamp&) const = default;
+};
+// Of the file at a place, whatever it is; all 0 when it can't be looked at.
+FileStamp StampOf(const DocumentPath& path);
+
 class FileBytes {
 public:
     FileBytes() = default;
@@ -28,6 +39,8 @@ public:
 
     // As it was when the file was opened.
     std::uint64_t Size() const { return size_; }
+    // Of the file that was opened last.
+    const FileStamp& Stamp() const { return stamp_; }
 
     // All `cb` bytes or a failure: STG_E_LOCKVIOLATION when another process has locked some of
     // them, STG_E_READFAULT when the file has shrunk or can't be read.
@@ -38,6 +51,7 @@ private:
 
     std::intptr_t file_ = kNoFile;  // descriptor or handle
     std::uint64_t size_ = 0;
+    FileStamp stamp_;
     bool hasLocks_ = false;  // natively: look for a lock before each read
 };
 

@@ -64,7 +64,20 @@ bool IsKeptExclusively(int file) {
     return false;
 }
 
+FileStamp StampFrom(const struct stat& facts) {
+    constexpr std::uint64_t kNanoseconds = 1000000000;
+    return {static_cast<std::uint64_t>(facts.st_size),
+            static_cast<std::uint64_t>(facts.st_mtim.tv_sec) * kNanoseconds +
+                static_cast<std::uint64_t>(facts.st_mtim.tv_nsec),
+            static_cast<std::uint64_t>(facts.st_ino)};
+}
+
 }  // namespace
+
+FileStamp StampOf(const DocumentPath& path) {
+    struct stat facts;
+    return stat(path.c_str(), &facts) == 0 ? StampFrom(facts) : FileStamp{};
+}
 
 HRESULT FileBytes::Open(const DocumentPath& path) {
     Close();
@@ -85,7 +98,8 @@ HRESULT FileBytes::Open(const DocumentPath& path) {
         Close();
         return status;
     }
-    size_ = static_cast<std::uint64_t>(facts.st_size);
+    stamp_ = StampFrom(facts);
+    size_ = stamp_.size;
     hasLocks_ = IsLocked(file, 0, 0);
     return S_OK;
 }

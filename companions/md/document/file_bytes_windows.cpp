@@ -55,7 +55,26 @@ WText Openable(const WText& path) {
     return TEXT("\\\\?\\") + full;
 }
 
+std::uint64_t Joined(DWORD high, DWORD low) {
+    return (static_cast<std::uint64_t>(high) << 32) | low;
+}
+
+// Of either of the two records of a file's facts.
+template <typename Facts>
+FileStamp StampFrom(const Facts& facts) {
+    return {Joined(facts.nFileSizeHigh, facts.nFileSizeLow),
+            Joined(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime),
+            Joined(facts.ftCreationTime.dwHighDateTime, facts.ftCreationTime.dwLowDateTime)};
+}
+
 }  // namespace
+
+FileStamp StampOf(const DocumentPath& path) {
+    WIN32_FILE_ATTRIBUTE_DATA facts = {};
+    const bool found =
+        GetFileAttributesExW(Openable(path).c_str(), GetFileExInfoStandard, &facts) != FALSE;
+    return found ? StampFrom(facts) : FileStamp{};
+}
 
 HRESULT FileBytes::Open(const DocumentPath& path) {
     Close();
@@ -65,18 +84,19 @@ HRESULT FileBytes::Open(const DocumentPath& path) {
                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_RANDOM_ACCESS, nullptr);
     if (file == INVALID_HANDLE_VALUE) return StatusOfError(GetLastError());
     file_ = reinterpret_cast<std::intptr_t>(file);
-    LARGE_INTEGER size = {};
+    BY_HANDLE_FILE_INFORMATION facts = {};
     HRESULT status = S_OK;
     if (GetFileType(file) != FILE_TYPE_DISK) {
         status = STG_E_ACCESSDENIED;
-    } else if (!GetFileSizeEx(file, &size)) {
+    } else if (!GetFileInformationByHandle(file, &facts)) {
         status = StatusOfError(GetLastError());
     }
     if (FAILED(status)) {
         Close();
         return status;
     }
-    size_ = static_cast<std::uint64_t>(size.QuadPart);
+    stamp_ = StampFrom(facts);
+    size_ = stamp_.size;
     return S_OK;
 }
 

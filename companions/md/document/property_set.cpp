@@ -28,7 +28,8 @@ HRESULT PropertySetStream::Open(CompoundFile& file, const CompoundFile::Stream& 
     if (FAILED(status)) return status;
     if (Load16(bytes) != kByteOrderMark || Load16(bytes + 2) > 1) return STG_E_DOCFILECORRUPT;
     const std::uint32_t count = Load32(bytes + kSectionCount);
-    if (count > (window_.Size() - kHeadBytes) / kSectionEntryBytes) return STG_E_DOCFILECORRUPT;
+    if (count == 0 || count > (window_.Size() - kHeadBytes) / kSectionEntryBytes)
+        return STG_E_DOCFILECORRUPT;
     for (std::uint32_t i = 0; i < count; ++i) {
         status = window_.Fetch(kHeadBytes + i * kSectionEntryBytes, kSectionEntryBytes, bytes);
         if (FAILED(status)) return status;
