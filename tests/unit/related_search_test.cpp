@@ -17,11 +17,10 @@ protected:
         document.path = wtext::FromUtf8(file);
         // Behind a "|" the full path.
         for (const std::string& target : targets) {
-            const std::size_t bar = std::min(target.find('|'), target.size());
+            const std::size_t bar = target.find('|');
             document.references.push_back(
                 {wtext::FromUtf8(target.substr(0, bar)),
-                 wtext::FromUtf8(target.substr(bar).substr(0, 1) == "|" ? target.substr(bar + 1)
-                                                                        : "")});
+                 wtext::FromUtf8(bar != target.npos ? target.substr(bar + 1) : "")});
         }
         WriteFile(file, BuildDocument(document));
     }

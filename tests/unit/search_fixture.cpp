@@ -149,16 +149,18 @@ std::vector<std::string> SearchTest::RunRelated(const WText& lookIn) {
 }
 
 std::vector<std::string> SearchTest::RunSelection(const std::vector<std::string>& files) {
-    delete slot_;
-    slot_ = nullptr;
+    MDxFileNameNode* chain = nullptr;
     for (const std::string& file : files) {
-        (new MDxFileNameNode(Wide(file).c_str(), -1, false))->AddFileNode(&slot_);
+        (new MDxFileNameNode(Wide(file).c_str(), -1, false))->AddFileNode(&chain);
     }
+    const std::unique_ptr<MDxFileNameNode> input(chain);
+    return RunChain(chain);
+}
+
+std::vector<std::string> SearchTest::RunChain(MDxFileNameNode* chain) {
+    delete std::exchange(slot_, chain);
     query_.route = eSearchRoute::Selection;
-    MDxFileNameNode* const input = slot_;
-    std::vector<std::string> hits = Run();
-    delete input;
-    return hits;
+    return Run();
 }
 
 std::vector<std::string> SearchTest::Run() {

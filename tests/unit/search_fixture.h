@@ -50,6 +50,8 @@ protected:
     std::vector<std::string> RunAt(const std::filesystem::path& folder);
     // The hits of a search over these files.
     std::vector<std::string> RunSelection(const std::vector<std::string>& files);
+    // The hits of a search over this chain, which stays the caller's.
+    std::vector<std::string> RunChain(MDxFileNameNode* chain);
     WText Wide(const std::string& file) const;
 
     // The hits of a search of this document and all that it refers to.

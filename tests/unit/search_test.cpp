@@ -277,6 +277,40 @@ TEST_F(SearchTest, WhatCannotBeReadIsNeverAHitByAProperty) {
     }
 }
 
+// A chain that the caller keeps is judged by its files as they are now.
+TEST_F(SearchTest, AFileSavedAnewIsJudgedAnew) {
+    const auto marked = [](PropertySectionWriter& set) {
+        set.AddNumber(1103, 1);
+        set.AddNumber(1108, 2);
+        set.AddId(31, kSheetMetalSubtype);
+    };
+    MDxFileNameNode kept(Wide("a.hpa").c_str(), -1, false);
+    for (const char* criterion :
+         {"Needs update is set to yes", "Document origin is a parts library", "File type is Parts",
+          "Document subtype is a sheet metal part"}) {
+        SCOPED_TRACE(criterion);
+        ClearCriteria();
+        Criterion(criterion);
+        Document("a.hpa", marked);
+        EXPECT_EQ((Names{"a.hpa"}), RunChain(&kept));
+        EXPECT_EQ(-1, slot_->docStatus) << "a copy has nothing that was read of the file";
+        EXPECT_EQ(0, slot_->ContentLibType());
+        Document("a.hsb", nullptr);
+        std::filesystem::rename(folder_ / "a.hsb", folder_ / "a.hpa");
+        EXPECT_EQ(Names{}, RunChain(&kept));
+        EXPECT_EQ(Names{}, RunChain(&kept));
+        // Nobody forgets it in between.
+        Document("a.hpa", marked);
+        EXPECT_TRUE(kept.IsMirelFile(nullptr, nullptr));
+    }
+    ClearCriteria();
+    Criterion("Needs update is set to yes");
+    Document("a.hpa", nullptr);
+    kept.docStatus = 1;  // what a caller says stays, in the copy of a hit as well
+    EXPECT_EQ((Names{"a.hpa"}), RunChain(&kept));
+    EXPECT_EQ(1, slot_->docStatus);
+}
+
 // A document is judged by what can be read of it, and told of when something that was asked for
 // can't be.
 TEST_F(SearchTest, OnlyWhatIsAskedForCanBeUnreadable) {
