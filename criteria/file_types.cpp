@@ -62,19 +62,22 @@ bool CompareFileType(const WCHAR* fileName, unsigned typeId) {
     return false;
 }
 
+bool FileTypesAllow(const SRxCriteriaNode* criteria, const WCHAR* fileName) {
+    SRxJoinRule atBest;
+    for (const SRxCriteriaNode* c = criteria; c != nullptr; c = c->nextCriterion) {
+        const auto typeId = static_cast<unsigned>(c->conditionId);
+        atBest.Take(!c->IsFileTypeCriterion() || CompareFileType(fileName, typeId), *c);
+    }
+    return atBest.Total();
+}
+
 bool PassesFileTypeFilter(const SRxCriteriaNode* criteria, eFileTypeSearch propSearchType,
                           const WCHAR* fileName) {
-    // What the list says when all criteria but those of file types hold, and when none of these
-    // does: the second is false when some or-group asks for nothing but types.
-    SRxJoinRule atBest;
+    if (!FileTypesAllow(criteria, fileName)) return false;
+    // Without its file types the list is false when some or-group asks for nothing else.
     SRxJoinRule withoutTypes;
-    for (const SRxCriteriaNode* c = criteria; c != nullptr; c = c->nextCriterion) {
-        const bool isType = c->IsFileTypeCriterion();
-        const auto typeId = static_cast<unsigned>(c->conditionId);
-        atBest.Take(!isType || CompareFileType(fileName, typeId), *c);
-        withoutTypes.Take(!isType, *c);
-    }
-    if (!atBest.Total()) return false;
+    for (const SRxCriteriaNode* c = criteria; c != nullptr; c = c->nextCriterion)
+        withoutTypes.Take(!c->IsFileTypeCriterion(), *c);
     if (!withoutTypes.Total()) return true;
     const auto is = [&](unsigned typeId) { return CompareFileType(fileName, typeId); };
     switch (propSearchType) {

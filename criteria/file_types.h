@@ -13,6 +13,9 @@ enum eFileTypeSearch : unsigned {
 
 // By the extension alone; what follows a '<' is no part of the name. `typeId` is a FILETYPE_ id.
 bool CompareFileType(const WCHAR* fileName, unsigned typeId);
+// Whether the list can hold for a file of that name: it would if every criterion on anything else
+// did.
+bool FileTypesAllow(const SRxCriteriaNode* criteria, const WCHAR* fileName);
 // Whether reading the file's properties can matter to the list. An or-group of nothing but file
 // types decides; where there is none, `propSearchType`, what the properties of the list allow.
 // `criteria` may be null.

@@ -33,8 +33,6 @@ public:
     // DISP_E_TYPEMISMATCH: its value is in a form that can't be decoded or of another type;
     // else a failure of the reading.
     HRESULT Status() const;
-    // What was asked for last belongs to another document.
-    void Forget();
 
 private:
     struct State;
@@ -52,7 +50,6 @@ public:
     bool GetDatePropertyValue(int id, SYSTEMTIME* date);
     // As that of a general property.
     HRESULT Status() const;
-    void Forget();
 
 private:
     struct State;

@@ -100,13 +100,9 @@ bool MatchSubtype(MDxGeneralProperties& general, LONG conditionId) {
     });
 }
 
-bool MatchGeneral(const SRxSearchRun& run, MDxGeneralProperties& general,
-                  const SRxCriteriaNode& c) {
-    const auto* row =
-        std::find_if(std::begin(kGeneralRows), std::end(kGeneralRows),
-                     [&c](const GeneralRow& each) { return each.number == c.propertyNumber; });
-    if (row == std::end(kGeneralRows)) return false;
-    switch (row->read) {
+bool MatchRead(const SRxSearchRun& run, MDxGeneralProperties& general, eRead read,
+               const SRxCriteriaNode& c) {
+    switch (read) {
         case eRead::Text: {
             // The empty value is settled by the comparison: it differs from every text.
             return CompareStringValue(general.Property(c.propertyNumber), c.value, Condition(c),
@@ -137,24 +133,40 @@ bool MatchGeneral(const SRxSearchRun& run, MDxGeneralProperties& general,
     return false;
 }
 
-bool MatchControl(const SRxSearchRun& run, MDxControlProperties& control,
-                  const SRxCriteriaNode& c) {
+// Of a value that can't be read nothing is known, not even that it is absent: no condition holds.
+CriterionOutcome Judged(bool matched, HRESULT status) {
+    return status < 0 ? CriterionOutcome{false, false, status} : CriterionOutcome{matched};
+}
+
+CriterionOutcome MatchGeneral(const SRxSearchRun& run, MDxGeneralProperties& general,
+                              const SRxCriteriaNode& c) {
+    const auto* row =
+        std::find_if(std::begin(kGeneralRows), std::end(kGeneralRows),
+                     [&c](const GeneralRow& each) { return each.number == c.propertyNumber; });
+    if (row == std::end(kGeneralRows)) return {};
+    const bool matched = MatchRead(run, general, row->read, c);
+    return Judged(matched, general.Status());
+}
+
+CriterionOutcome MatchControl(const SRxSearchRun& run, MDxControlProperties& control,
+                              const SRxCriteriaNode& c) {
     switch (c.propertyNumber) {
         case NumberOf(kLastSavedBy):
         case kUnlistedPerson: {
             WCHAR text[kControlTextLength] = {};
             control.Property(c.propertyNumber, text, kControlTextLength);
-            return CompareTextValue(text, c.value, Condition(c), run.query.matchCase,
-                                    run.query.users);
+            const bool matched =
+                CompareTextValue(text, c.value, Condition(c), run.query.matchCase, run.query.users);
+            return Judged(matched, control.Status());
         }
         case NumberOf(kDateLastPrinted):
         case NumberOf(kDateLastSaved): {
             SYSTEMTIME date{};
             control.GetDatePropertyValue(c.propertyNumber, &date);
-            return CompareDateValue(&date, c.value, c.conditionId);
+            return Judged(CompareDateValue(&date, c.value, c.conditionId), control.Status());
         }
         default:
-            return false;
+            return {};
     }
 }
 
@@ -185,10 +197,16 @@ CriterionOutcome MatchCustom(const FileAtHand& file, const SRxCriteriaNode& c) {
 
 // A file of a kind that the library verifies has to be what its extension says. One that can't be
 // looked at counts by its extension.
-CriterionOutcome MatchFileType(const FileAtHand& file, const SRxCriteriaNode& c) {
-    if (!CompareFileType(file.node.GetFileName(), Condition(c))) return {};
+CriterionOutcome MatchFileType(const SRxSearchRun& run, const FileAtHand& file,
+                               const SRxCriteriaNode& c) {
+    const WCHAR* name = file.node.GetFileName();
+    if (!CompareFileType(name, Condition(c))) return {};
     if (!IsVerifiedKind(file.node.KindByExtension())) return {true};
-    if (file.needProperties && file.status < 0 && !file.passedOver) return {};
+    if (file.needProperties && file.status < 0) {
+        // One that was passed over for its properties may be a hit by its type.
+        const bool mayBeHit = file.passedOver && FileTypesAllow(run.query.criteria, name);
+        if (!mayBeHit) return {};
+    }
     if (file.node.IsMirelFile(nullptr, nullptr)) return {true};
     const HRESULT status = file.node.LookStatus();
     return {status < 0, false, status < 0 ? status : S_OK};
@@ -239,7 +257,7 @@ CriterionOutcome MatchLibrary(const FileAtHand& file, const SRxCriteriaNode& c) 
 CriterionOutcome MatchFact(SRxSearchRun& run, const FileAtHand& file, const SRxCriteriaNode& c) {
     switch (c.propertyNumber) {
         case kFactFileType:
-            return MatchFileType(file, c);
+            return MatchFileType(run, file, c);
         case kFactFileName:
             return {MatchFileName(run, file, c)};
         case kFactDocStatus:
@@ -260,11 +278,6 @@ CriterionOutcome MatchFact(SRxSearchRun& run, const FileAtHand& file, const SRxC
     }
 }
 
-// Of a value that can't be read nothing is known, not even that it is absent: no condition holds.
-CriterionOutcome Judged(bool matched, HRESULT status) {
-    return status < 0 ? CriterionOutcome{false, false, status} : CriterionOutcome{matched};
-}
-
 }  // namespace
 
 CriterionOutcome EvaluateFileCriterion(SRxSearchRun& run, const FileAtHand& file,
@@ -274,18 +287,12 @@ CriterionOutcome EvaluateFileCriterion(SRxSearchRun& run, const FileAtHand& file
         case eCategoryGeneral:
         case eCategoryGeneral4:
         case eCategoryGeneral5:
-        case eCategoryGeneral6: {
+        case eCategoryGeneral6:
             if (!readable) return {};
-            MDxGeneralProperties& general = file.properties->GenProp();
-            const bool matched = MatchGeneral(run, general, c);
-            return Judged(matched, general.Status());
-        }
-        case eCategoryControl: {
+            return MatchGeneral(run, file.properties->GenProp(), c);
+        case eCategoryControl:
             if (!readable) return {};
-            MDxControlProperties& control = file.properties->ControlProp();
-            const bool matched = MatchControl(run, control, c);
-            return Judged(matched, control.Status());
-        }
+            return MatchControl(run, file.properties->ControlProp(), c);
         case eCategoryCustom:
             return MatchCustom(file, c);
         case eCategoryFile:

@@ -129,8 +129,6 @@ HRESULT MDxProperties::Initialize(IMDxDv* callback, bool write) {
 }
 
 HRESULT MDxProperties::InitProps(MDxFileNameNode& node, int, void*) {
-    state_->general.Forget();
-    state_->control.Forget();
     state_->custom.Forget();
     DocumentProperties& document = state_->document;
     const HRESULT status = document.Open(NativePathFromWide(node.GetFileName()));
@@ -195,10 +193,6 @@ bool MDxGeneralProperties::GetGuidValue(int id, GUID* value) {
     return found;
 }
 
-void MDxGeneralProperties::Forget() {
-    state_->last.status = S_FALSE;
-}
-
 HRESULT MDxGeneralProperties::Status() const {
     return PublicStatus(state_->last.status);
 }
@@ -230,10 +224,6 @@ int MDxControlProperties::Property(int id, WCHAR* buffer, int cch) {
 
 bool MDxControlProperties::GetDatePropertyValue(int id, SYSTEMTIME* date) {
     return state_->Look(id).IsDate(date);
-}
-
-void MDxControlProperties::Forget() {
-    state_->last.status = S_FALSE;
 }
 
 HRESULT MDxControlProperties::Status() const {
