@@ -103,8 +103,11 @@ protected:
             if (it.flag.answer == eAnswer::Unreadable) set.AddYesNo(2, true);
             set.AddName(2, TEXT("Flag"));
         };
-        SearchTest::Document(it.name, product, user, texts(2, it.title));
-        if (!it.genuine) Replace(it.name, ClassBytes(it.extension), std::string(16, '\7'));
+        // A part under an extension that nobody knows.
+        const std::string made = it.extension == ".xyz" ? "made.hpa" : it.name;
+        SearchTest::Document(made, product, user, texts(2, it.title));
+        if (!it.genuine) Replace(made, ClassBytes(it.extension), std::string(16, '\7'));
+        if (made != it.name) std::filesystem::rename(folder_ / made, folder_ / it.name);
         if (it.state == eState::Cut) std::filesystem::resize_file(folder_ / it.name, 100);
         if (it.state == eState::Text) {
             WriteFile(it.name, {'t', 'e', 'x', 't'});
@@ -185,7 +188,10 @@ protected:
                     About(&Sample::needsUpdate, !yes, [yes](int v) { return (v != 0) == yes; });
                 return ofProperty(std::string("Needs update is set to ") + (yes ? "yes" : "no"),
                                   [asked](const Sample& it) -> std::optional<bool> {
-                                      const bool known = it.IsVerified() || it.extension == ".cvd";
+                                      const bool known = it.IsVerified() ||
+                                                         it.extension == ".cvd" ||
+                                                         (it.extension == ".xyz" && it.genuine &&
+                                                          it.state == eState::Sound);
                                       return known ? asked(it) : false;
                                   });
             }
