@@ -26,12 +26,13 @@ struct Sample {
     bool genuine = true;
     Fact title, material, checkedBy, cost, needsUpdate, flag;
 
-    bool IsVerified() const { return extension == ".hpa" || extension == ".hsb"; }
+    bool IsVerified() const { return IsModel() || extension == ".hdg"; }
+    bool IsModel() const { return extension == ".hpa" || extension == ".hsb"; }
     bool IsKnown() const { return state == eState::Sound || state == eState::Text; }
 };
 
 constexpr const char* kWords[] = {"bolt", "nut", "long bolt"};
-constexpr const char* kExtensions[] = {".hpa", ".hsb", ".cvd", ".txt", ".doc", ".xyz"};
+constexpr const char* kExtensions[] = {".hpa", ".hsb", ".cvd", ".txt", ".hdg", ".xyz"};
 
 // The result, or nothing where the document can't say.
 using Truth = std::function<std::optional<bool>(const Sample&)>;
@@ -153,7 +154,7 @@ protected:
             case 1:
                 return ofTypes("Models (parts and assemblies)", {".hpa", ".hsb"});
             case 2:
-                return ofTypes("Plain text (.txt)", {".txt"});
+                return ofTypes("Drawings", {".hdg", ".cvd"});
             case 3:
                 return ofTypes("All files", {});
             case 4:
@@ -206,13 +207,15 @@ protected:
     }
 
     static std::string ClassBytes(const std::string& extension) {
-        const GUID id = extension == ".hsb" ? kAssemblyClass : kPartClass;
+        const GUID id = extension == ".hsb"   ? kAssemblyClass
+                        : extension == ".hdg" ? kDrawingClass
+                                              : kPartClass;
         return {reinterpret_cast<const char*>(&id), sizeof id};
     }
 
     bool IsInClass(const Sample& it) const {
-        const bool model = it.IsVerified();
-        const bool office = it.extension == ".txt" || it.extension == ".doc";
+        const bool model = it.IsModel();
+        const bool office = it.extension == ".txt";
         switch (criteria_.propSearchType) {
             case FILE_SEARCH_MODELS:
                 return model;

@@ -12,7 +12,10 @@ namespace fs = std::filesystem;
 
 GUID RootClassOf(const std::string& file) {
     const std::string extension = fs::path(file).extension().string();
-    return extension == ".hpa" ? kPartClass : extension == ".hsb" ? kAssemblyClass : GUID{};
+    return extension == ".hpa"   ? kPartClass
+           : extension == ".hsb" ? kAssemblyClass
+           : extension == ".hdg" ? kDrawingClass
+                                 : GUID{};
 }
 
 }  // namespace
