@@ -131,6 +131,7 @@ TEST_F(SearchTest, SkippedCriteriaReachTheCaller) {
     Criterion("Interference checked is set to no");
     Criterion("File type is Models (parts and assemblies)");
     Criterion("or: File type is Presentations");
+    Criterion("or: File type is All files");
     const auto chain = reduced();
     const SRxSkippedCritNode* link = chain.get();
     ASSERT_NE(nullptr, link);
@@ -139,7 +140,10 @@ TEST_F(SearchTest, SkippedCriteriaReachTheCaller) {
     ASSERT_NE(nullptr, link->next);
     EXPECT_EQ(eSkippedKind::FileType, link->next->kind);
     EXPECT_EQ(1u, link->next->fileTypeCode);
-    EXPECT_EQ(nullptr, link->next->next) << "presentations have no code and stood in the or-group";
+    link = link->next->next;
+    ASSERT_NE(nullptr, link) << "presentations have no code and stood in the or-group";
+    EXPECT_EQ(1u, link->fileTypeCode);
+    EXPECT_EQ(nullptr, link->next);
     // The same type joined by And leaves nothing that could be told.
     Criterion("File type is Presentations");
     EXPECT_EQ(nullptr, reduced());
