@@ -34,5 +34,5 @@ WTextView ExtensionIn(WTextView path);
 std::string DisplayPath(WTextView path);
 // A file name as a person types it, in the form in which the names of files are compared.
 WText WideNameFromTyped(std::string_view name);
-// The size of the file in bytes; false and 0 when it can't be looked at.
+// The size of the file in bytes; false and 0 when it can't be looked at or is no plain file.
 [[nodiscard]] bool FileSize(WTextView path, std::uint64_t& bytes);
