@@ -1,5 +1,5 @@
 // A document of any bytes: every property set, the references, a blob, and each of them twice,
-// since a second reading has to tell the same.
+// since a second reading has to tell the same. Then all again in a file that seems to have 1 TB.
 #include "companions/md/document/references.h"
 #include "fuzz/fuzz_input.h"
 
@@ -8,6 +8,9 @@ namespace {
 constexpr mddoc::eSetKind kKinds[] = {mddoc::eSetKind::Summary, mddoc::eSetKind::DocumentSummary,
                                       mddoc::eSetKind::UserDefined, mddoc::eSetKind::Product};
 constexpr std::uint32_t kMostBlob = 1 << 20;
+constexpr std::size_t kApparentBytes = std::size_t{1} << 40;
+// Each value that is read may begin a chain anew.
+constexpr std::size_t kMostLinksAByte = 64;
 
 void RequireSame(const mddoc::PropertyValue& one, const mddoc::PropertyValue& other) {
     Require(one.type == other.type && one.text == other.text && one.number == other.number &&
@@ -34,14 +37,8 @@ void ReadSet(mddoc::DocumentProperties& document, mddoc::eSetKind kind) {
     }
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const InputFile file;
-    // One object for all rounds, as in a search: what one document leaves must not reach the next.
-    static mddoc::DocumentProperties document;
-    file.Write(data, size);
-    const HRESULT status = document.Open(file.Path());
+void ReadAll(mddoc::DocumentProperties& document, const std::string& path, std::size_t size) {
+    const HRESULT status = document.Open(path);
     for (const mddoc::eSetKind kind : kKinds) {
         const HRESULT set = document.SetStatus(kind);
         Require(status == S_OK || set == status);
@@ -50,6 +47,21 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<mddoc::DocumentReference> references;
     const HRESULT read = mddoc::ReadReferences(document, references);
     Require(read == S_OK || references.empty());
+    // What was stored bounds the work, not what the file claims.
+    Require(document.Spent().links <= kMostLinksAByte * size);
+    Require(document.Spent().cbAllocated <= mddoc::kMostAllocated);
     document.Close();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const InputFile file;
+    // One object for all rounds, as in a search: what one document leaves must not reach the next.
+    static mddoc::DocumentProperties document;
+    file.Write(data, size);
+    ReadAll(document, file.Path(), size);
+    file.Lengthen(kApparentBytes);
+    ReadAll(document, file.Path(), size);
     return 0;
 }

@@ -30,6 +30,10 @@ public:
         file.write(static_cast<const char*>(bytes), static_cast<std::streamsize>(cb));
         Require(file.good());
     }
+    // Nothing is stored behind the bytes that are there.
+    void Lengthen(std::size_t cb) const {
+        Require(truncate(path_.c_str(), static_cast<off_t>(cb)) == 0);
+    }
     const std::string& Path() const { return path_; }
 
 private:

@@ -13,6 +13,9 @@ public:
     DirectorySearch(const DirectorySearch&) = delete;
     DirectorySearch& operator=(const DirectorySearch&) = delete;
 
+    // Before Start: the folder isn't listed when it is a link. For a folder below the one to look
+    // in.
+    void RefuseLink();
     // The bare name of the first entry, the dot entries included; empty when there is none. The
     // reference holds until the next call.
     const BLxWString& Start();

@@ -41,5 +41,5 @@ inline bool IsAbsoluteWidePath(WTextView path) {
 }
 // There is a file, or a link to one: no folder, pipe or device.
 bool IsPlainFile(WTextView path);
-// The size of the file in bytes; false and 0 when it can't be looked at.
+// The size of the file in bytes; false and 0 when it can't be looked at or is no plain file.
 [[nodiscard]] bool FileSize(WTextView path, std::uint64_t& bytes);

@@ -95,6 +95,9 @@ bool WalkDirectory(SRxSearchRun& run, const WCHAR* path, LONG subfolders, bool n
         return false;
     }
     DirectorySearch search(pattern.c_str(), false);
+    // The place itself may be a link. A folder below was none when it was found.
+    const bool isPlace = run.rootNode == nullptr || WTextView(run.rootNode->GetFileName()) == path;
+    if (!isPlace) search.RefuseLink();
     const BLxWString prefix(pattern, 0, pattern.size() - 1);
     FolderWalk walk(run, prefix, newFolders != nullptr ? subfolders : 0, needProperties,
                     insertIndex);

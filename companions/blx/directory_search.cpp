@@ -10,6 +10,7 @@ struct DirectorySearch::State {
     bool supported;
     bool current = false;
     bool skipDots = false;
+    bool followsLink = true;
 
     void Advance();
 };
@@ -29,10 +30,16 @@ DirectorySearch::DirectorySearch(const WCHAR* pattern, bool recursive)
 
 DirectorySearch::~DirectorySearch() = default;
 
+void DirectorySearch::RefuseLink() {
+    state_->followsLink = false;
+}
+
 const BLxWString& DirectorySearch::Start() {
     state_->current = false;
     state_->name.clear();
-    if (state_->supported && state_->listing.Open(state_->pattern.c_str())) state_->Advance();
+    if (state_->supported && state_->listing.Open(state_->pattern.c_str(), state_->followsLink)) {
+        state_->Advance();
+    }
     return state_->name;
 }
 

@@ -12,6 +12,7 @@
 namespace {
 
 constexpr std::chrono::milliseconds kBetweenLines{100};
+constexpr std::size_t kMostMissingTold = 100;  // of one document
 
 std::string Reason(HRESULT status) {
     switch (status) {
@@ -43,6 +44,7 @@ SearchReport::SearchReport(HINSTANCE resources)
     : resources_(resources), terminal_(IsErrorTerminal()) {}
 
 void SearchReport::Say(const std::string& text) {
+    SayHowManyMore();
     ClearProgressLine();
     WriteError("srfind: " + text + "\n");
 }
@@ -86,7 +88,24 @@ void SearchReport::OnReferencesFailed(const WCHAR* file, HRESULT status) {
 
 void SearchReport::OnReferenceMissing(const WCHAR* file, const WCHAR* missing) {
     ++missing_;
+    if (missingIn_ != file) {
+        SayHowManyMore();
+        missingIn_ = file;
+        missingTold_ = 0;
+    }
+    if (missingTold_ == kMostMissingTold) {
+        ++missingMore_;
+        return;
+    }
+    ++missingTold_;
     Say(DisplayPath(missing) + " is not there, though " + DisplayPath(file) + " refers to it");
+}
+
+void SearchReport::SayHowManyMore() {
+    if (missingMore_ == 0) return;
+    const std::size_t more = std::exchange(missingMore_, 0);
+    Say("and " + std::to_string(more) + " more of those that " + DisplayPath(missingIn_) +
+        " refers to");
 }
 
 void SearchReport::OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNameNode& node, int&) {
@@ -95,6 +114,7 @@ void SearchReport::OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNameN
 }
 
 bool SearchReport::End(SRxSearchRun&, bool result) {
+    SayHowManyMore();
     ClearProgressLine();
     return result;
 }

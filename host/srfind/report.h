@@ -43,6 +43,7 @@ public:
 
 private:
     void Say(const std::string& text);
+    void SayHowManyMore();
     void ShowProgressLine(const WCHAR* folder);
     void ClearProgressLine();
 
@@ -55,6 +56,9 @@ private:
     std::size_t unreadable_ = 0;
     std::size_t badFolders_ = 0;
     std::size_t missing_ = 0;
+    WText missingIn_;  // the document whose missing references are being told
+    std::size_t missingTold_ = 0;
+    std::size_t missingMore_ = 0;  // of it, not told
     std::function<void(const MDxFileNameNode&)> onHit_;
     bool terminal_;
     bool lineShown_ = false;

@@ -50,7 +50,7 @@ std::string FaultText(HRESULT status) {
         case DISP_E_BADVARTYPE:
             return "its type can't be shown";
         case DISP_E_OVERFLOW:
-            return "it has too many elements";
+            return "it is too long, or has too many elements";
         default:
             break;
     }

@@ -25,7 +25,9 @@ public:
     // `pattern` is a folder, a backslash and a name with a star at its end, which stands for any
     // text; other wildcards fail with ERROR_NOT_SUPPORTED natively. Closes an earlier listing.
     // False with the last error when the folder can't be listed. Case of letters plays no part.
-    [[nodiscard]] bool Open(const WCHAR* pattern);
+    // Without `followsLink` a folder that is a link fails natively, which tells one that has taken
+    // the place of a folder since its own folder was listed.
+    [[nodiscard]] bool Open(const WCHAR* pattern, bool followsLink = true);
     // False at the end (`Failed` then tells whether the system reported a fault there).
     [[nodiscard]] bool Next(Entry& entry);
     bool Failed() const;

@@ -4,6 +4,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -84,7 +85,7 @@ DirectoryListing::~DirectoryListing() = default;
 DirectoryListing::DirectoryListing(DirectoryListing&&) noexcept = default;
 DirectoryListing& DirectoryListing::operator=(DirectoryListing&&) noexcept = default;
 
-bool DirectoryListing::Open(const WCHAR* pattern) {
+bool DirectoryListing::Open(const WCHAR* pattern, bool followsLink) {
     state_->Close();
     const WTextView text(pattern);
     const std::size_t separator = text.find_last_of(TEXT("\\/"));
@@ -98,7 +99,13 @@ bool DirectoryListing::Open(const WCHAR* pattern) {
     std::string folder;
     if (!platform::PathToBytes(text.substr(0, nameAt), folder)) return false;
     if (folder.empty()) folder = ".";
-    state_->descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK);
+    int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
+    if (!followsLink) {
+        // A slash at the end would follow the link.
+        folder.resize(std::max<std::size_t>(folder.find_last_not_of('/') + 1, 1));
+        flags |= O_NOFOLLOW;
+    }
+    state_->descriptor = open(folder.c_str(), flags);
     if (state_->descriptor < 0) {
         // Windows calls any missing folder of a pattern a missing path, and tells a file apart.
         DWORD error = platform::ErrorFromErrno(errno);

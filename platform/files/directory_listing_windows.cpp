@@ -30,7 +30,7 @@ DirectoryListing::~DirectoryListing() = default;
 DirectoryListing::DirectoryListing(DirectoryListing&&) noexcept = default;
 DirectoryListing& DirectoryListing::operator=(DirectoryListing&&) noexcept = default;
 
-bool DirectoryListing::Open(const WCHAR* pattern) {
+bool DirectoryListing::Open(const WCHAR* pattern, bool) {
     state_->Close();
     state_->find = FindFirstFileExW(pattern, FindExInfoBasic, &state_->data, FindExSearchNameMatch,
                                     nullptr, FIND_FIRST_EX_LARGE_FETCH);

@@ -33,6 +33,7 @@ bool FileSize(WTextView path, std::uint64_t& bytes) {
     bytes = 0;
     struct stat status {};
     if (stat(NativePathFromWide(path).c_str(), &status) != 0) return false;
+    if (!S_ISREG(status.st_mode)) return false;
     bytes = static_cast<std::uint64_t>(status.st_size);
     return true;
 }

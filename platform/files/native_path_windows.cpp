@@ -26,6 +26,7 @@ bool FileSize(WTextView path, std::uint64_t& bytes) {
     bytes = 0;
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!GetFileAttributesExW(NativePath(path).c_str(), GetFileExInfoStandard, &data)) return false;
+    if ((data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return false;
     bytes = (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
     return true;
 }

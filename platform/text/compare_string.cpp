@@ -2,12 +2,13 @@
 // through a table without a copy; any other text goes to an ICU collator whose rules put the same
 // table in front of the root order.
 //
-// What Windows does otherwise than a plain collation is made here: full-width forms count as ASCII;
-// a word sort passes over hyphens and apostrophes until all else is equal; small kana, circled,
-// raised and styled characters are not their plain ones; and without NORM_IGNOREKANATYPE hiragana
-// and katakana differ.
+// What Windows does otherwise than a plain collation is made here: forms of another width count as
+// the usual ones, with and without case; a word sort passes over hyphens and apostrophes until all
+// else is equal; small kana, circled, raised and styled characters are not their plain ones; and
+// without NORM_IGNOREKANATYPE hiragana and katakana differ.
 #include <unicode/uchar.h>
 #include <unicode/ucol.h>
+#include <unicode/unorm2.h>
 #include <unicode/utf16.h>
 
 #include <array>
@@ -39,26 +40,31 @@ bool IsWordMark(WCHAR c) {
     return c == '-' || c == '\'';
 }
 
-// Full-width ASCII becomes ASCII, half-width Japanese punctuation its usual form.
-WCHAR FoldWidth(WCHAR c) {
-    if (c < 0xFF01 || c > 0xFF70) return c;
-    if (c <= 0xFF5E) return static_cast<WCHAR>(c - 0xFEE0);
-    switch (c) {
-        case 0xFF61:
-            return 0x3002;
-        case 0xFF62:
-            return 0x300C;
-        case 0xFF63:
-            return 0x300D;
-        case 0xFF64:
-            return 0x3001;
-        case 0xFF65:
-            return 0x30FB;
-        case 0xFF70:
-            return 0x30FC;
-        default:
-            return c;
+constexpr WCHAR kFirstForm = 0xFF00;
+constexpr std::size_t kForms = 0xF0;
+constexpr WCHAR kIdeographicSpace = 0x3000;
+
+// The usual form of each full-width and half-width character, as Unicode gives it.
+std::array<WCHAR, kForms> UsualForms() {
+    std::array<WCHAR, kForms> usual{};
+    UErrorCode opening = U_ZERO_ERROR;
+    const UNormalizer2* normalizer = unorm2_getNFKCInstance(&opening);
+    for (std::size_t i = 0; i < kForms; ++i) {
+        const auto c = static_cast<WCHAR>(kFirstForm + i);
+        WCHAR form = 0;
+        UErrorCode status = opening;
+        const std::int32_t length = unorm2_getRawDecomposition(normalizer, c, &form, 1, &status);
+        usual[i] = length == 1 ? form : c;
     }
+    return usual;
+}
+
+// A character of another width becomes the usual one.
+WCHAR FoldWidth(WCHAR c) {
+    if (c == kIdeographicSpace) return ' ';
+    if (c < kFirstForm || c >= kFirstForm + kForms) return c;
+    static const std::array<WCHAR, kForms> usual = UsualForms();
+    return usual[c - kFirstForm];
 }
 
 WCHAR UnitAt(const WCHAR* at, const WCHAR* end) {
@@ -188,7 +194,6 @@ int CompareMarks(Span left, Span right) {
 
 // Small forms, in both kana at the same distance from the first letter.
 bool IsSmallKana(WCHAR c) {
-    if (c >= 0xFF67 && c <= 0xFF6F) return true;
     const WCHAR hiragana = c >= 0x30A1 && c <= 0x30F6 ? static_cast<WCHAR>(c - 0x60) : c;
     switch (hiragana) {
         case 0x3041:
@@ -212,7 +217,7 @@ bool IsSmallKana(WCHAR c) {
 // Ranks the forms of one kana from least to greatest; 0 for what is no kana.
 int KanaRank(WCHAR c, bool bySyllabary) {
     const bool hiragana = c >= 0x3041 && c <= 0x3096;
-    const bool katakana = (c >= 0x30A1 && c <= 0x30FA) || (c >= 0xFF66 && c <= 0xFF9D);
+    const bool katakana = c >= 0x30A1 && c <= 0x30FA;
     if (!hiragana && !katakana) return 0;
     return 1 + (IsSmallKana(c) ? 0 : 1) + (bySyllabary && hiragana ? 2 : 0);
 }

@@ -274,7 +274,8 @@ TEST_F(Files, NativePaths) {
     EXPECT_EQ(11u, bytes);
     EXPECT_TRUE(FileSize(TEXT("links\\to_file"), bytes));
     EXPECT_EQ(1u, bytes);
-    for (const LPCWSTR none : {TEXT("none"), TEXT("broken\\to_nothing"), TEXT("")}) {
+    for (const LPCWSTR none :
+         {TEXT("none"), TEXT("broken\\to_nothing"), TEXT("links\\folder"), TEXT("")}) {
         EXPECT_FALSE(FileSize(none, bytes)) << wtext::ToUtf8(none);
         EXPECT_EQ(0u, bytes);
     }

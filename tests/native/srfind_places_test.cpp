@@ -119,6 +119,16 @@ TEST_F(SrfindPlaces, LinksToFoldersAreNotWalked) {
     // The folder to look in may be a link itself, and the hits are named by it.
     EXPECT_EQ("z/link/b/real.hpa|", Run(question, "z/link").out);
     EXPECT_EQ("a/b/up/b/real.hpa|", Run(question, "a/b/up").out);
+    // A folder that becomes a link while the search runs is none to walk either.
+    Tree({"p/x/in.hpa", "p/y/in.hpa", "aside/other.hpa"});
+    onFile_ = [this, count = 0](SRxSearchRun&) mutable {
+        if (count++ != 0) return;
+        const fs::path waiting = folder_ / "p" / (folders_.back().back() == 'x' ? "y" : "x");
+        fs::remove_all(waiting);
+        fs::create_directory_symlink(folder_ / "aside", waiting);
+    };
+    EXPECT_EQ(1u, RunFolders(true, "p").size());
+    EXPECT_EQ(1u, failedFolders_.size());
     // A link that leads nowhere has no properties that could be read.
     const SrfindRun titles = Run({"-w", "Title differs from x"});
     EXPECT_EQ("link.hpa|", titles.out);

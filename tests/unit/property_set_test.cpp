@@ -286,17 +286,11 @@ TEST(DocumentProperties, ForeignFilesAndNoFiles) {
     EXPECT_EQ(S_FALSE, document.Open(folder.Write("plain", {'t', 'e', 'x', 't'})));
     EXPECT_EQ(S_FALSE, document.SetStatus(eSetKind::Summary));
     EXPECT_EQ(S_FALSE, document.Find(eSetKind::Summary, 2, value));
-    EXPECT_EQ(S_FALSE, document.HasStream(TEXT("x")));
     EXPECT_EQ(STG_E_FILENOTFOUND, document.Open((folder.Path() / "none").native()));
     EXPECT_EQ(STG_E_FILENOTFOUND, document.Find(eSetKind::Summary, 2, value));
     EXPECT_EQ(STG_E_PATHNOTFOUND, document.Open((folder.Path() / "no" / "file").native()));
     EXPECT_EQ(STG_E_ACCESSDENIED, document.Open(folder.Path().native()));
     ASSERT_EQ(S_OK, document.Open(folder.Write("good", good)));
-    FileContents bytes;
-    EXPECT_EQ(S_FALSE, document.ReadStream(TEXT("other"), 100, bytes));
-    EXPECT_EQ(STG_E_READFAULT, document.ReadStream(mddoc::kSummaryStream, 10, bytes));
-    EXPECT_EQ(S_OK, document.ReadStream(mddoc::kSummaryStream, 1000, bytes));
-    EXPECT_EQ(OneValue(1252, Lpstr("x")), bytes);
 }
 
 // ---- a good document, cut off and with single bytes changed
@@ -332,20 +326,61 @@ void ReadEverything(DocumentProperties& document, const NativePath& path) {
     document.Close();
 }
 
+TEST(DocumentProperties, LimitsOfASet) {
+    const TempFolder folder;
+    DocumentProperties document;
+    PropertyValue value;
+    struct Row {
+        std::size_t cbText;
+        HRESULT set;
+        HRESULT value;
+    };
+    constexpr std::size_t kAround = 48 + 32 + 8;
+    for (const Row& row : {Row{mddoc::kMostTextBytes, S_OK, S_OK},
+                           {mddoc::kMostTextBytes + 1, S_OK, DISP_E_OVERFLOW},
+                           {mddoc::kMostSetBytes - kAround, S_OK, DISP_E_OVERFLOW},
+                           {mddoc::kMostSetBytes - kAround + 1, kCorrupt, kCorrupt}}) {
+        const FileContents set = OneValue(1252, Lpstr(std::string(row.cbText, '\xE9')));
+        ASSERT_EQ(S_OK, document.Open(folder.Write("long", SummaryFile(set))));
+        EXPECT_EQ(row.set, document.SetStatus(eSetKind::Summary)) << row.cbText;
+        EXPECT_EQ(row.value, document.Find(eSetKind::Summary, 2, value)) << row.cbText;
+    }
+    for (const std::uint32_t count : {mddoc::kMostProperties - 2, mddoc::kMostProperties - 1}) {
+        PropertySectionWriter custom(mddoc::kUserDefinedFormat, 1252);  // with it and the names
+        for (std::uint32_t id = 2; id < 2 + count; ++id) {
+            custom.AddNumber(id, static_cast<std::int32_t>(id));
+            // Two names each, and all but the first in the wrong order.
+            custom.AddName(id, TEXT("N") + wtext::FromNumber(count - id));
+            custom.AddName(id, TEXT("other"));
+        }
+        ASSERT_EQ(S_OK, document.Open(folder.Write("many", FileWith(mddoc::kDocumentSummaryStream,
+                                                                    BuildPropertySet({custom})))));
+        const bool fits = count + 2 == mddoc::kMostProperties;
+        EXPECT_EQ(fits ? S_OK : kCorrupt, document.SetStatus(eSetKind::UserDefined));
+        for (std::uint32_t id = 2; fits && id < 2 + count; ++id) {
+            const WText name = TEXT("n") + wtext::FromNumber(count - id);
+            ASSERT_EQ(S_OK, document.FindByName(name, value));
+            ASSERT_EQ(id, value.number);
+        }
+        EXPECT_GE(mddoc::kMostAllocated, document.Spent().cbAllocated);
+    }
+}
+
 // Each of many properties claims to be the same long vector. To walk it for each would not end
 // within the limit of a test.
 TEST(DocumentProperties, OverlappingVectorsAreNotWalked) {
-    constexpr std::uint32_t kCount = 1000000;
+    constexpr std::uint32_t kCount = 60000;
+    constexpr std::uint32_t kElements = 1800000;
     ByteWriter section;
-    section.Number32(8 + kCount * 12 + 8);
+    section.Number32(8 + kCount * 8 + 8 + kElements * 4);
     section.Number32(kCount);
     for (std::uint32_t i = 0; i < kCount; ++i) {
         section.Number32(i + 2);
         section.Number32(8 + kCount * 8);
     }
     section.Number32(VT_VECTOR | VT_LPSTR);
-    section.Number32(kCount);
-    section.Fill(0, kCount * 4);
+    section.Number32(kElements);
+    section.Fill(0, kElements * 4);
     ByteWriter set;
     set.Number16(0xFFFE);
     set.Fill(0, 22);

@@ -67,9 +67,11 @@ void ExpectDocument(DocumentProperties& reader, const NativePath& path,
         EXPECT_EQ(document.references[i].relativePath, references[i].relativePath);
         EXPECT_EQ(document.references[i].fullPath, references[i].fullPath);
     }
-    FileContents contents;
-    EXPECT_EQ(S_OK, reader.ReadStream(ContentsStreamOf(document), 1u << 20, contents));
-    EXPECT_EQ(document.contents, contents);
+    mddoc::StreamWindow contents;
+    const BYTE* bytes = nullptr;
+    EXPECT_EQ(S_OK, reader.OpenStream(ContentsStreamOf(document), contents));
+    ASSERT_EQ(S_OK, contents.Fetch(0, contents.Size(), bytes));
+    EXPECT_EQ(document.contents, FileContents(bytes, bytes + contents.Size()));
     reader.Close();
 }
 
@@ -231,6 +233,27 @@ TEST(Sample, DamagedReferencesAreNoReferences) {
         const bool isGood = bytes == good;
         EXPECT_EQ(isGood ? S_OK : STG_E_DOCFILECORRUPT, mddoc::ReadReferences(reader, references));
         EXPECT_EQ(isGood ? 1u : 0u, references.size());
+    }
+    // References, units of the path of each.
+    for (const auto& [count, cch, isGood] : {std::tuple{65536u, 1u, true},
+                                             {65537u, 1u, false},
+                                             {1u, 32767u, true},
+                                             {1u, 32768u, false},
+                                             {1u, 0u, false},
+                                             {256u, 16384u, false}}) {
+        ByteWriter out;
+        out.Number32(mddoc::kReferencesVersion);
+        out.Number32(count);
+        for (std::uint32_t i = 0; i < count; ++i) {
+            out.Number32(cch);
+            out.Fill('p', 2 * cch);
+            out.Number32(0);
+        }
+        CompoundWriter writer;
+        writer.AddStream(mddoc::kReferencesStream, out.Done());
+        ASSERT_EQ(S_OK, reader.Open(folder.Write("many", writer.Build())));
+        EXPECT_EQ(isGood ? S_OK : STG_E_DOCFILECORRUPT, mddoc::ReadReferences(reader, references));
+        EXPECT_EQ(isGood ? count : 0u, references.size());
     }
 }
 

@@ -1,6 +1,7 @@
 // The whole program in this process: its status, its hits, what it tells on stderr.
 #include <algorithm>
 
+#include "host/srsample/sample_document.h"
 #include "tests/unit/search_fixture.h"
 #include "tests/unit/srfind_run.h"
 
@@ -146,6 +147,19 @@ TEST_F(SrfindTest, FilesFromAList) {
     const SrfindRun binary = run(Path("a.hpa") + "\n" + std::string("b\0c", 3) + "\n");
     EXPECT_EQ(2, binary.status);
     EXPECT_NE(std::string::npos, binary.err.find("line 2 of the list"));
+}
+
+TEST_F(SrfindTest, MissingReferencesOfOneDocumentAreCounted) {
+    SampleDocument document;
+    document.kind = eSampleKind::Assembly;
+    document.references.assign(103, {TEXT("gone.hpa"), TEXT("")});
+    WriteFile("many.hsb", BuildDocument(document));
+    const SrfindRun run = Run({"--related", Path("many.hsb")});
+    EXPECT_EQ("@/many.hsb\n", run.out);
+    std::string wanted;
+    for (int i = 0; i < 100; ++i)
+        wanted += "srfind: @/gone.hpa is not there, though @/many.hsb refers to it\n";
+    EXPECT_EQ(wanted + "srfind: and 3 more of those that @/many.hsb refers to\n", run.err);
 }
 
 TEST_F(SrfindTest, SavedSearches) {

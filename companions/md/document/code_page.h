@@ -36,7 +36,8 @@ private:
 // Up to the first NUL; a last byte without its pair is left out.
 void DecodeUtf16(const BYTE* bytes, std::size_t cb, WText& text);
 
-// All letters count without case, by the system's simple folding.
-bool EqualWithoutCase(WTextView a, WTextView b);
+// Negative, 0 or positive: an order of texts in which the case of all letters doesn't count, by the
+// system's simple folding.
+int CompareWithoutCase(WTextView a, WTextView b);
 
 }  // namespace mddoc

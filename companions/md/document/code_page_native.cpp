@@ -3,6 +3,7 @@
 #include <unicode/ucnv.h>
 #include <unicode/ustring.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <limits>
 
@@ -77,13 +78,20 @@ HRESULT TextDecoder::Convert(std::uint32_t codePage, const BYTE* bytes, std::siz
     if (converter_ == nullptr || cb > kMost) {
         return HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION);
     }
-    // No code page makes more than two units of one byte.
-    text.resize(2 * cb + 2);
-    UErrorCode error = U_ZERO_ERROR;
-    const std::int32_t length = ucnv_toUChars(
-        static_cast<UConverter*>(converter_), text.data(), static_cast<std::int32_t>(text.size()),
-        reinterpret_cast<const char*>(bytes), static_cast<std::int32_t>(cb), &error);
-    if (U_FAILURE(error)) {
+    const auto convert = [&](std::size_t cch) {
+        text.resize(cch);
+        UErrorCode error = U_ZERO_ERROR;
+        const std::int32_t length = ucnv_toUChars(
+            static_cast<UConverter*>(converter_), text.data(), static_cast<std::int32_t>(cch),
+            reinterpret_cast<const char*>(bytes), static_cast<std::int32_t>(cb), &error);
+        return error == U_BUFFER_OVERFLOW_ERROR || U_SUCCESS(error) ? length : -1;
+    };
+    // Few bytes stand for more than one unit.
+    std::int32_t length = convert(cb);
+    if (length > 0 && static_cast<std::size_t>(length) > cb) {
+        length = convert(static_cast<std::size_t>(length));
+    }
+    if (length < 0) {
         text.clear();
         return HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION);
     }
@@ -91,13 +99,16 @@ HRESULT TextDecoder::Convert(std::uint32_t codePage, const BYTE* bytes, std::siz
     return S_OK;
 }
 
-bool EqualWithoutCase(WTextView a, WTextView b) {
-    if (wtext::EqualsAsciiFold(a, b)) return true;
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (u_toupper(a[i]) != u_toupper(b[i])) return false;
+int CompareWithoutCase(WTextView a, WTextView b) {
+    const std::size_t common = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        if (a[i] == b[i]) continue;
+        const UChar32 one = u_toupper(a[i]);
+        const UChar32 other = u_toupper(b[i]);
+        if (one != other) return one < other ? -1 : 1;
     }
-    return true;
+    if (a.size() == b.size()) return 0;
+    return a.size() < b.size() ? -1 : 1;
 }
 
 }  // namespace mddoc

@@ -23,11 +23,12 @@ HRESULT TextDecoder::Convert(std::uint32_t codePage, const BYTE* bytes, std::siz
     return S_OK;
 }
 
-bool EqualWithoutCase(WTextView a, WTextView b) {
-    if (wtext::EqualsAsciiFold(a, b)) return true;
-    if (a.size() != b.size()) return false;
+int CompareWithoutCase(WTextView a, WTextView b) {
+    // The system takes no empty text without a place.
+    if (a.empty() || b.empty()) return static_cast<int>(b.empty()) - static_cast<int>(a.empty());
     return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(),
-                                static_cast<int>(b.size()), TRUE) == CSTR_EQUAL;
+                                static_cast<int>(b.size()), TRUE) -
+           CSTR_EQUAL;
 }
 
 }  // namespace mddoc

@@ -21,6 +21,9 @@ constexpr std::uint32_t kEntryBytes = 128;
 constexpr std::uint32_t kIdBytes = 4;  // of a sector in the tables
 constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::max();
 constexpr std::uint64_t kNoBlock = std::numeric_limits<std::uint64_t>::max();
+constexpr std::size_t kMostChainSectors = 1u << 20;
+// Buffers that a file has made larger than this are not kept for the next one.
+constexpr std::size_t kMostKept = 1u << 20;
 
 // Offsets in the header.
 constexpr std::size_t kMajorVersion = 26;
@@ -52,10 +55,27 @@ std::uint64_t RoundedUp(std::uint64_t bytes, std::uint32_t shift) {
 
 }  // namespace
 
-void CompoundFile::Chain::Reset() {
-    sectors.clear();
-    loaded = false;
-}
+// Tells whether a chain has come back to one of its sectors (Brent's method). It needs no memory
+// and at most three times as many links as the chain has different sectors.
+class CompoundFile::LoopCheck {
+public:
+    explicit LoopCheck(std::uint32_t start) : mark_(start) {}
+
+    bool IsBack(std::uint32_t sector) {
+        if (sector == mark_) return true;
+        if (--left_ == 0) {
+            mark_ = sector;
+            span_ *= 2;
+            left_ = span_;
+        }
+        return false;
+    }
+
+private:
+    std::uint32_t mark_;
+    std::uint64_t span_ = 1;
+    std::uint64_t left_ = 1;
+};
 
 CompoundFile::CompoundFile() : blocks_(kBlocks * kBlockBytes) {
     Close();
@@ -66,14 +86,32 @@ void CompoundFile::Close() {
     rootClass_ = {};
     streams_.clear();
     miniStream_ = {};
-    directory_.Reset();
-    miniFat_.Reset();
-    miniStreamChain_.Reset();
-    streamChain_.Reset();
+    for (Chain* chain : {&directory_, &miniFat_, &miniStreamChain_, &streamChain_})
+        Forget(*chain);
     moreFat_.clear();
+    moreFatSet_.clear();
+    if (spent_.cbAllocated > kMostKept) {
+        std::vector<RootStream>().swap(streams_);
+        std::vector<std::uint32_t>().swap(moreFat_);
+        std::unordered_set<std::uint32_t>().swap(moreFatSet_);
+    }
+    spent_ = {};
     blockOf_.fill(kNoBlock);
     lastSlot_ = 0;
     nextSlot_ = 1;
+}
+
+void CompoundFile::Forget(Chain& chain) const {
+    if (spent_.cbAllocated > kMostKept) std::vector<std::uint32_t>().swap(chain.sectors);
+    chain.sectors.clear();
+    chain.cbBooked = 0;
+    chain.loaded = false;
+}
+
+HRESULT CompoundFile::Book(std::size_t cb) {
+    if (cb > kMostAllocated - spent_.cbAllocated) return STG_E_DOCFILECORRUPT;
+    spent_.cbAllocated += cb;
+    return S_OK;
 }
 
 HRESULT CompoundFile::Open(const DocumentPath& path) {
@@ -122,6 +160,7 @@ HRESULT CompoundFile::LoadBlock(std::uint64_t block, std::size_t slot) {
     const auto cb =
         static_cast<std::size_t>(std::min<std::uint64_t>(kBlockBytes, file_.Size() - offset));
     blockOf_[slot] = kNoBlock;
+    spent_.cbRead += cb;
     const HRESULT status = file_.ReadAt(offset, blocks_.data() + slot * kBlockBytes, cb);
     if (SUCCEEDED(status)) blockOf_[slot] = block;
     return status;
@@ -149,7 +188,10 @@ HRESULT CompoundFile::View(std::uint64_t offset, std::size_t cb, const BYTE*& by
 
 HRESULT CompoundFile::ReadRun(std::uint64_t offset, BYTE* buffer, std::size_t cb) {
     if (cb > file_.Size() || offset > file_.Size() - cb) return STG_E_DOCFILECORRUPT;
-    if (cb >= kBlockBytes) return file_.ReadAt(offset, buffer, cb);
+    if (cb >= kBlockBytes) {
+        spent_.cbRead += cb;
+        return file_.ReadAt(offset, buffer, cb);
+    }
     while (cb > 0) {
         const auto inBlock = static_cast<std::size_t>(
             std::min<std::uint64_t>(cb, kBlockBytes - offset % kBlockBytes));
@@ -186,8 +228,9 @@ HRESULT CompoundFile::FatSector(std::uint32_t index, std::uint32_t& sector) {
             if (FAILED(status)) return status;
             next = Load32(bytes);
         }
-        const bool isLoop = std::find(moreFat_.begin(), moreFat_.end(), next) != moreFat_.end();
-        if (next >= sectorCount_ || isLoop) return STG_E_DOCFILECORRUPT;
+        constexpr std::size_t kEachList = 16 * sizeof next;  // in both, roughly
+        if (next >= sectorCount_ || FAILED(Book(kEachList))) return STG_E_DOCFILECORRUPT;
+        if (!moreFatSet_.insert(next).second) return STG_E_DOCFILECORRUPT;
         moreFat_.push_back(next);
     }
     const std::uint32_t place = (index - kHeaderFatSectors) % each;
@@ -224,6 +267,7 @@ HRESULT CompoundFile::NextMiniSector(std::uint32_t sector, std::uint32_t& next) 
 }
 
 HRESULT CompoundFile::Next(bool mini, std::uint32_t sector, std::uint32_t& next) {
+    ++spent_.links;
     return mini ? NextMiniSector(sector, next) : NextSector(sector, next);
 }
 
@@ -231,37 +275,57 @@ HRESULT CompoundFile::Next(bool mini, std::uint32_t sector, std::uint32_t& next)
 // for later), one that comes back to itself never is: its bytes would be somebody else's.
 HRESULT CompoundFile::LoadChain(bool mini, std::uint32_t start, std::uint64_t cbNeeded,
                                 Chain& chain) {
-    chain.Reset();
+    chain.sectors.clear();
+    chain.loaded = false;
     const std::uint64_t limit = mini ? RoundedUp(miniStream_.size, kMiniShift) : sectorCount_;
     const bool toTheEnd = cbNeeded == kToTheEnd;
     const std::uint64_t needed =
         toTheEnd ? limit : RoundedUp(cbNeeded, mini ? kMiniShift : sectorShift_);
     if (needed > limit) return STG_E_DOCFILECORRUPT;
     std::uint32_t sector = start;
+    LoopCheck loop(start);
     while (chain.sectors.size() < needed && !(toTheEnd && sector == kEndOfChain)) {
         if (sector >= limit) return STG_E_DOCFILECORRUPT;
+        if (chain.sectors.size() == chain.sectors.capacity()) {
+            const HRESULT status = BookChain(chain);
+            if (FAILED(status)) return status;
+        }
         chain.sectors.push_back(sector);
         const HRESULT status = Next(mini, sector, sector);
         if (FAILED(status)) return status;
+        if (loop.IsBack(sector)) return STG_E_DOCFILECORRUPT;
     }
     if (needed > 0 && sector != kEndOfChain) {
-        const HRESULT status = FinishChain(mini, sector);
+        const HRESULT status = FinishChain(mini, sector, loop);
         if (FAILED(status)) return status;
     }
     chain.loaded = true;
     return S_OK;
 }
 
-HRESULT CompoundFile::FinishChain(bool mini, std::uint32_t sector) {
+HRESULT CompoundFile::FinishChain(bool mini, std::uint32_t sector, LoopCheck& loop) {
     const std::uint64_t limit = mini ? RoundedUp(miniStream_.size, kMiniShift) : sectorCount_;
-    for (std::uint64_t steps = 0; steps < limit; ++steps) {
+    for (std::size_t steps = 0; steps < kMostChainSectors; ++steps) {
         if (sector >= limit) return S_OK;
         const HRESULT status = Next(mini, sector, sector);
         // What lies behind the needed bytes can't make them wrong, but a failing disk counts.
         if (status == STG_E_DOCFILECORRUPT) return S_OK;
         if (FAILED(status)) return status;
+        if (loop.IsBack(sector)) break;
     }
     return STG_E_DOCFILECORRUPT;
+}
+
+// Before the chain's buffer grows.
+HRESULT CompoundFile::BookChain(Chain& chain) {
+    const std::size_t count = chain.sectors.size();
+    if (count >= kMostChainSectors) return STG_E_DOCFILECORRUPT;
+    // The old buffer, and one of twice its length.
+    const std::size_t cb = 3 * count * sizeof(std::uint32_t);
+    if (cb <= chain.cbBooked) return S_OK;
+    const HRESULT status = Book(cb - chain.cbBooked);
+    if (SUCCEEDED(status)) chain.cbBooked = cb;
+    return status;
 }
 
 // ---- directory
@@ -282,6 +346,9 @@ CompoundFile::Stream CompoundFile::PlaceOf(const BYTE* bytes) const {
 
 HRESULT CompoundFile::AddChild(const BYTE* bytes) {
     const BYTE type = bytes[kEntryType];
+    // The buffer, and one of twice its length while it grows.
+    const HRESULT status = Book(3 * sizeof(RootStream));
+    if (FAILED(status)) return status;
     if (type == kStorageEntry) return S_OK;
     if (type != kStreamEntry) return STG_E_DOCFILECORRUPT;
     const std::uint32_t cbName = Load16(bytes + kNameBytes);
@@ -309,6 +376,8 @@ HRESULT CompoundFile::ReadDirectory() {
     miniStream_.inMiniStream = false;
 
     const std::size_t entries = directory_.sectors.size() * (SectorBytes() / kEntryBytes);
+    status = Book(entries / 8);
+    if (FAILED(status)) return status;
     visited_.assign(entries, false);
     visited_[0] = true;
     pending_.assign(1, Load32(bytes + kChild));

@@ -1,16 +1,21 @@
 // A compound file, read only: the root storage's class and its streams. Sectors are read when they
 // are needed; every id, count and chain is checked against the file's size before it is followed.
-// An object can be opened again for the next file and keeps its buffers.
+// What a file can make the reader do is bounded by what is stored in it, not by its apparent size.
+// An object can be opened again for the next file and keeps its buffers, except large ones.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <unordered_set>
 #include <vector>
 
 #include "companions/md/document/file_bytes.h"
 #include "platform/wtext.h"
 
 namespace mddoc {
+
+// A document that needs more counts as damaged.
+inline constexpr std::size_t kMostAllocated = 16u << 20;
 
 class CompoundFile {
 public:
@@ -31,6 +36,17 @@ public:
     const GUID& RootClass() const { return rootClass_; }
     // Of the file that was opened last, a compound file or not.
     const FileStamp& Stamp() const { return file_.Stamp(); }
+
+    // What the open file has cost so far.
+    struct Effort {
+        std::uint64_t links = 0;      // of chains that were followed
+        std::uint64_t cbRead = 0;     // from the file
+        std::size_t cbAllocated = 0;  // for the file's sake, by whoever reads it
+    };
+    const Effort& Spent() const { return spent_; }
+    // To be called before memory is allocated whose amount the file decides.
+    // STG_E_DOCFILECORRUPT beyond kMostAllocated in total.
+    [[nodiscard]] HRESULT Book(std::size_t cb);
 
     // S_OK, S_FALSE when the root storage has no stream of that name, STG_E_DOCFILECORRUPT when it
     // has several or when the stream claims to be larger than the file. ASCII letters count without
@@ -57,14 +73,17 @@ private:
     // A chain's sectors in their order.
     struct Chain {
         std::vector<std::uint32_t> sectors;
+        std::size_t cbBooked = 0;
         bool loaded = false;
-        void Reset();
     };
+    class LoopCheck;
 
     HRESULT ReadHeader();
     HRESULT ReadDirectory();
     HRESULT ReadEntry(std::uint32_t entry, const BYTE*& bytes);
     HRESULT AddChild(const BYTE* bytes);
+    void Forget(Chain& chain) const;
+    HRESULT BookChain(Chain& chain);
     Stream PlaceOf(const BYTE* bytes) const;
 
     HRESULT View(std::uint64_t offset, std::size_t cb, const BYTE*& bytes);
@@ -76,7 +95,7 @@ private:
     HRESULT NextMiniSector(std::uint32_t sector, std::uint32_t& next);
     HRESULT Next(bool mini, std::uint32_t sector, std::uint32_t& next);
     HRESULT LoadChain(bool mini, std::uint32_t start, std::uint64_t cbNeeded, Chain& chain);
-    HRESULT FinishChain(bool mini, std::uint32_t sector);
+    HRESULT FinishChain(bool mini, std::uint32_t sector, LoopCheck& loop);
     HRESULT LoadMiniStream();
 
     std::uint64_t SectorOffset(std::uint32_t sector) const {
@@ -86,6 +105,7 @@ private:
     std::uint32_t SectorBytes() const { return std::uint32_t{1} << sectorShift_; }
 
     FileBytes file_;
+    Effort spent_;
     std::uint32_t sectorShift_ = 9;
     std::uint32_t sectorCount_ = 0;  // a last one that is cut short included
     bool hasLargeSizes_ = false;     // sizes have 64 bits
@@ -95,6 +115,7 @@ private:
     std::uint32_t miniFatStart_ = 0;
     std::uint32_t moreFatStart_ = 0;
     std::vector<std::uint32_t> moreFat_;  // sectors that list further FAT sectors, as far as known
+    std::unordered_set<std::uint32_t> moreFatSet_;
 
     GUID rootClass_ = {};
     std::vector<RootStream> streams_;

@@ -120,10 +120,9 @@ HRESULT DocumentProperties::FindByName(WTextView name, PropertyValue& value) {
     value.Clear();
     const HRESULT status = SetStatus(eSetKind::UserDefined);
     if (status != S_OK) return status;
-    const auto& section = sets_[static_cast<std::size_t>(eSetKind::UserDefined)].section;
-    std::uint32_t id = 0;
-    if (!section.FindName(name, id)) return S_FALSE;
-    return Find(eSetKind::UserDefined, id, value);
+    PropertySection& section = sets_[static_cast<std::size_t>(eSetKind::UserDefined)].section;
+    const PropertySection::Slot* slot = section.FindName(name);
+    return slot == nullptr ? S_FALSE : ReadSlot(eSetKind::UserDefined, *slot, value);
 }
 
 HRESULT DocumentProperties::FindBlob(eSetKind kind, DWORD id, std::uint32_t cbMost,
@@ -146,28 +145,17 @@ HRESULT DocumentProperties::List(eSetKind kind, std::vector<PropertyEntry>& entr
     for (const PropertySection::Slot& slot : section.Slots()) {
         PropertyEntry& entry = entries.emplace_back();
         entry.id = slot.id;
-        if (const WText* name = section.NameOf(slot.id)) entry.name = *name;
+        entry.name = section.NameOf(slot);
         entry.status = ReadSlot(kind, slot, entry.value);
     }
     return S_OK;
 }
 
-HRESULT DocumentProperties::HasStream(WTextView name) const {
-    CompoundFile::Stream stream;
-    return status_ == S_OK ? file_.FindStream(name, stream) : status_;
-}
-
-HRESULT DocumentProperties::ReadStream(WTextView name, std::uint32_t cbMost,
-                                       std::vector<BYTE>& bytes) {
-    bytes.clear();
+HRESULT DocumentProperties::OpenStream(WTextView name, StreamWindow& stream) {
     if (status_ != S_OK) return status_;
-    CompoundFile::Stream stream;
-    HRESULT status = file_.FindStream(name, stream);
-    if (status != S_OK) return status;
-    if (stream.size > cbMost) return STG_E_READFAULT;
-    bytes.resize(static_cast<std::size_t>(stream.size));
-    status = file_.Read(stream, 0, bytes.data(), bytes.size());
-    if (FAILED(status)) bytes.clear();
+    CompoundFile::Stream place;
+    const HRESULT status = file_.FindStream(name, place);
+    if (status == S_OK) stream.Attach(file_, place);
     return status;
 }
 

@@ -66,11 +66,12 @@ public:
     // In the order of the set, without its dictionary. The result is that of SetStatus.
     [[nodiscard]] HRESULT List(eSetKind kind, std::vector<PropertyEntry>& entries);
 
-    // Other streams of the root storage. S_OK, S_FALSE absent, negative; STG_E_READFAULT when the
-    // stream holds more than `cbMost` bytes.
-    [[nodiscard]] HRESULT HasStream(WTextView name) const;
-    [[nodiscard]] HRESULT ReadStream(WTextView name, std::uint32_t cbMost,
-                                     std::vector<BYTE>& bytes);
+    // Another stream of the root storage; the window is good until the document is closed. S_OK,
+    // S_FALSE absent, negative.
+    [[nodiscard]] HRESULT OpenStream(WTextView name, StreamWindow& stream);
+
+    // What the open document has cost so far.
+    const CompoundFile::Effort& Spent() const { return file_.Spent(); }
 
 private:
     static constexpr std::size_t kStreams = 3;

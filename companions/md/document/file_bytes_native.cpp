@@ -81,12 +81,17 @@ FileStamp StampOf(const DocumentPath& path) {
 
 HRESULT FileBytes::Open(const DocumentPath& path) {
     Close();
-    // O_NONBLOCK: neither a pipe without a writer nor a lease may hold us up.
+    // The kind comes first: opening a pipe takes what its writer has for somebody else, and opening
+    // a device may do anything.
+    struct stat facts;
+    if (stat(path.c_str(), &facts) != 0) return StatusOfOpen(errno, path);
+    if (!S_ISREG(facts.st_mode)) return STG_E_ACCESSDENIED;
+    // O_NONBLOCK: no lease may hold us up, nor a pipe that has just taken the file's place.
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (file < 0) return StatusOfOpen(errno, path);
     file_ = file;
     HRESULT status = S_OK;
-    struct stat facts;
+    // Another plain file is fine: a program that saves puts a new one in the old one's place.
     if (fstat(file, &facts) != 0) {
         status = STG_E_READFAULT;
     } else if (!S_ISREG(facts.st_mode)) {

@@ -1,6 +1,7 @@
 #include "companions/md/document/property_set.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "companions/md/document/little_endian.h"
 
@@ -17,11 +18,14 @@ constexpr std::uint32_t kNameHeadBytes = 8;
 constexpr std::uint32_t kLeastValueBytes = 4;
 constexpr std::uint16_t kByteOrderMark = 0xFFFE;
 constexpr std::uint32_t kDefaultCodePage = 1252;
+// More properties than this aren't kept room for in the next set.
+constexpr std::size_t kMostKept = 4096;
 
 }  // namespace
 
 HRESULT PropertySetStream::Open(CompoundFile& file, const CompoundFile::Stream& stream) {
     sections_.clear();
+    if (stream.size > kMostSetBytes) return STG_E_DOCFILECORRUPT;
     window_.Attach(file, stream);
     const BYTE* bytes = nullptr;
     HRESULT status = window_.Fetch(0, kHeadBytes, bytes);
@@ -39,8 +43,14 @@ HRESULT PropertySetStream::Open(CompoundFile& file, const CompoundFile::Stream& 
 }
 
 void PropertySection::Reset() {
+    if (slots_.capacity() + names_.capacity() > kMostKept || texts_.capacity() > kMostKept) {
+        *this = PropertySection();
+    }
     slots_.clear();
+    byId_.clear();
     names_.clear();
+    byText_.clear();
+    texts_.clear();
     begin_ = end_ = 0;
     dictionary_ = 0;
     codePage_ = kDefaultCodePage;
@@ -55,7 +65,8 @@ HRESULT PropertySection::Load(StreamWindow& window, TextDecoder& decoder, std::u
     const std::uint32_t available = window.Size() - offset;
     const std::uint32_t length = std::min(Load32(bytes), available);
     const std::uint32_t count = Load32(bytes + 4);
-    if (length < kSectionHeadBytes || count > (length - kSectionHeadBytes) / kSlotBytes) {
+    if (length < kSectionHeadBytes || count > kMostProperties ||
+        count > (length - kSectionHeadBytes) / kSlotBytes) {
         return STG_E_DOCFILECORRUPT;
     }
     begin_ = offset;
@@ -75,26 +86,38 @@ HRESULT PropertySection::ReadSlots(StreamWindow& window, std::uint32_t offset,
                                    std::uint32_t count) {
     const std::uint32_t valuesBegin = kSectionHeadBytes + count * kSlotBytes;
     const std::uint32_t length = end_ - begin_;
-    sorted_.clear();
-    const BYTE* bytes = nullptr;
-    const HRESULT status = window.Fetch(offset + kSectionHeadBytes, count * kSlotBytes, bytes);
+    HRESULT status = window.File().Book(count * (sizeof(Slot) + sizeof(std::uint32_t)));
     if (FAILED(status)) return status;
+    const BYTE* bytes = nullptr;
+    status = window.Fetch(offset + kSectionHeadBytes, count * kSlotBytes, bytes);
+    if (FAILED(status)) return status;
+    slots_.reserve(count);
+    byId_.reserve(count);
     for (std::uint32_t i = 0; i < count; ++i, bytes += kSlotBytes) {
         const std::uint32_t id = Load32(bytes);
         const std::uint32_t at = Load32(bytes + 4);
         if (at < valuesBegin || at > length || length - at < kLeastValueBytes) {
             return STG_E_DOCFILECORRUPT;
         }
-        sorted_.push_back(id);
         if (id == kDictionaryId) {
+            if (dictionary_ != 0) return STG_E_DOCFILECORRUPT;
             dictionary_ = offset + at;
         } else {
-            slots_.push_back({id, offset + at});
+            byId_.push_back(static_cast<std::uint32_t>(slots_.size()));
+            slots_.push_back({id, offset + at, kNoName});
         }
     }
+    const auto isLess = [this](std::uint32_t a, std::uint32_t b) {
+        return slots_[a].id < slots_[b].id;
+    };
+    if (!std::is_sorted(byId_.begin(), byId_.end(), isLess)) {
+        std::sort(byId_.begin(), byId_.end(), isLess);
+    }
     // Which of two values under one id is meant can't be told.
-    if (!std::is_sorted(sorted_.begin(), sorted_.end())) std::sort(sorted_.begin(), sorted_.end());
-    const bool isTwice = std::adjacent_find(sorted_.begin(), sorted_.end()) != sorted_.end();
+    const auto isSame = [this](std::uint32_t a, std::uint32_t b) {
+        return slots_[a].id == slots_[b].id;
+    };
+    const bool isTwice = std::adjacent_find(byId_.begin(), byId_.end(), isSame) != byId_.end();
     return isTwice ? STG_E_DOCFILECORRUPT : S_OK;
 }
 
@@ -134,6 +157,7 @@ HRESULT PropertySection::ReadNames(StreamWindow& window, TextDecoder& decoder,
     offset += 4;
     if (count > (end_ - offset) / kNameHeadBytes) return STG_E_DOCFILECORRUPT;
     const bool isWide = codePage_ == kUtf16CodePage;
+    WText text;
     for (std::uint32_t i = 0; i < count; ++i) {
         if (end_ - offset < kNameHeadBytes) return STG_E_DOCFILECORRUPT;
         status = window.Fetch(offset, kNameHeadBytes, bytes);
@@ -143,11 +167,11 @@ HRESULT PropertySection::ReadNames(StreamWindow& window, TextDecoder& decoder,
         offset += kNameHeadBytes;
         if (length > (end_ - offset) / (isWide ? 2 : 1)) return STG_E_DOCFILECORRUPT;
         const std::uint32_t cb = isWide ? 2 * length : length;
+        if (cb > kMostTextBytes) return STG_E_DOCFILECORRUPT;
         status = window.Fetch(offset, cb, bytes);
         if (FAILED(status)) return status;
-        Name& name = names_.emplace_back();
-        name.id = id;
-        status = decoder.Decode(codePage_, bytes, cb, name.text);
+        status = decoder.Decode(codePage_, bytes, cb, text);
+        if (SUCCEEDED(status)) status = AddName(window, id, text);
         if (FAILED(status)) return status;
         offset += cb;
         // Only names of two-byte units are padded.
@@ -156,28 +180,47 @@ HRESULT PropertySection::ReadNames(StreamWindow& window, TextDecoder& decoder,
     return S_OK;
 }
 
+HRESULT PropertySection::AddName(StreamWindow& window, std::uint32_t id, WTextView text) {
+    const Slot* slot = Find(id);
+    if (slot == nullptr) return S_OK;
+    // A buffer holds its old and its new form while it grows.
+    const std::size_t cb = 3 * (sizeof(Name) + text.size() * sizeof(WCHAR));
+    const HRESULT status = window.File().Book(cb + sizeof(std::uint32_t));
+    if (FAILED(status)) return status;
+    const auto index = static_cast<std::size_t>(slot - slots_.data());
+    if (slot->name == kNoName) slots_[index].name = static_cast<std::uint32_t>(names_.size());
+    names_.push_back({static_cast<std::uint32_t>(index), static_cast<std::uint32_t>(texts_.size()),
+                      static_cast<std::uint32_t>(text.size())});
+    texts_ += text;
+    return S_OK;
+}
+
 const PropertySection::Slot* PropertySection::Find(std::uint32_t id) const {
-    for (const Slot& slot : slots_) {
-        if (slot.id == id) return &slot;
-    }
-    return nullptr;
+    const auto at = std::lower_bound(
+        byId_.begin(), byId_.end(), id,
+        [this](std::uint32_t slot, std::uint32_t wanted) { return slots_[slot].id < wanted; });
+    return at != byId_.end() && slots_[*at].id == id ? &slots_[*at] : nullptr;
 }
 
-const WText* PropertySection::NameOf(std::uint32_t id) const {
-    for (const Name& name : names_) {
-        if (name.id == id) return &name.text;
-    }
-    return nullptr;
+WTextView PropertySection::NameOf(const Slot& slot) const {
+    return slot.name == kNoName ? WTextView() : TextOf(names_[slot.name]);
 }
 
-bool PropertySection::FindName(WTextView name, std::uint32_t& id) const {
-    for (const Name& own : names_) {
-        // The table may name what the set no longer holds.
-        if (!EqualWithoutCase(own.text, name) || Find(own.id) == nullptr) continue;
-        id = own.id;
-        return true;
+const PropertySection::Slot* PropertySection::FindName(WTextView name) {
+    if (byText_.size() != names_.size()) {
+        byText_.resize(names_.size());
+        std::iota(byText_.begin(), byText_.end(), 0u);
+        std::sort(byText_.begin(), byText_.end(), [this](std::uint32_t a, std::uint32_t b) {
+            const int order = CompareWithoutCase(TextOf(names_[a]), TextOf(names_[b]));
+            return order != 0 ? order < 0 : a < b;
+        });
     }
-    return false;
+    const auto at = std::lower_bound(byText_.begin(), byText_.end(), name,
+                                     [this](std::uint32_t own, WTextView wanted) {
+                                         return CompareWithoutCase(TextOf(names_[own]), wanted) < 0;
+                                     });
+    if (at == byText_.end() || CompareWithoutCase(TextOf(names_[*at]), name) != 0) return nullptr;
+    return &slots_[names_[*at].slot];
 }
 
 ValueReader PropertySection::Reader(StreamWindow& window, TextDecoder& decoder) const {

@@ -187,6 +187,7 @@ HRESULT ValueReader::Read(std::uint32_t offset, PropertyValue& value) {
     const HRESULT status = ReadType(offset, value.type);
     if (FAILED(status)) return status;
     std::uint32_t next = 0;
+    cbTextLeft_ = kMostTextBytes;
     return Walk(value.type, offset + kTypeBytes, &value, next);
 }
 
@@ -269,6 +270,8 @@ HRESULT ValueReader::WalkText(VARTYPE type, std::uint32_t offset, const Layout& 
         if (bytes[0] != 0 || bytes[cbUnit - 1] != 0) return STG_E_DOCFILECORRUPT;
     }
     if (value != nullptr) {
+        if (cb > cbTextLeft_) return DISP_E_OVERFLOW;
+        cbTextLeft_ -= cb;
         status = Fetch(begin, cb, bytes);
         if (FAILED(status)) return status;
         if (isWide) {
@@ -307,7 +310,11 @@ HRESULT ValueReader::WalkVector(VARTYPE element, std::uint32_t offset, PropertyV
     const Layout layouts[] = {
         {paddedFirst, true}, {!paddedFirst, true}, {paddedFirst, false}, {!paddedFirst, false}};
     for (const Layout& layout : layouts) {
-        if (value != nullptr) value->elements.clear();
+        if (value != nullptr) {
+            value->elements.clear();
+            value->elements.reserve(count);
+            cbTextLeft_ = kMostTextBytes;
+        }
         status = WalkElements(element, begin, count, layout, value, next);
         if (status != STG_E_DOCFILECORRUPT) return status;
     }

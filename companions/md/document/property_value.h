@@ -11,6 +11,9 @@
 
 namespace mddoc {
 
+// Longer texts are not decoded: nobody has written them by hand.
+inline constexpr std::uint32_t kMostTextBytes = 1u << 20;
+
 // Which field holds the value follows from the type.
 struct PropertyValue {
     VARTYPE type = VT_EMPTY;
@@ -44,7 +47,7 @@ public:
     // is of no known type or leaves the range. Long contents are not read.
     [[nodiscard]] HRESULT Measure(std::uint32_t offset, VARTYPE& type, std::uint32_t& cb);
     // Besides: DISP_E_BADVARTYPE for a legal type that can't be shown here (arrays, decimals), and
-    // DISP_E_OVERFLOW for a vector of more elements than anybody needs.
+    // DISP_E_OVERFLOW for a vector of more elements, or more bytes of text, than anybody needs.
     [[nodiscard]] HRESULT Read(std::uint32_t offset, PropertyValue& value);
     // The bytes of a blob that was measured before; STG_E_READFAULT when there are more than
     // `cbMost`, DISP_E_TYPEMISMATCH when it is no blob.
@@ -76,6 +79,7 @@ private:
     std::uint32_t begin_ = 0;
     std::uint32_t end_ = 0;
     std::uint32_t codePage_ = 1252;
+    std::uint32_t cbTextLeft_ = 0;  // that the value being read may still decode
 };
 
 }  // namespace mddoc

@@ -12,6 +12,8 @@ constexpr std::uint32_t kWindowBytes = 4096;
 // few readings of the whole stream.
 constexpr std::uint32_t kMissesToGrow = 16;
 constexpr std::uint32_t kMostDoublings = 18;
+// A larger buffer isn't kept for the next stream.
+constexpr std::size_t kMostKept = 64u << 10;
 
 }  // namespace
 
@@ -23,6 +25,8 @@ void StreamWindow::Attach(CompoundFile& file, const CompoundFile::Stream& stream
     begin_ = 0;
     length_ = 0;
     misses_ = 0;
+    cbBooked_ = 0;
+    if (buffer_.size() > kMostKept) std::vector<BYTE>().swap(buffer_);
 }
 
 HRESULT StreamWindow::FetchOutside(std::uint32_t offset, std::uint32_t cb, const BYTE*& bytes) {
@@ -34,9 +38,18 @@ HRESULT StreamWindow::FetchOutside(std::uint32_t offset, std::uint32_t cb, const
     const std::uint32_t begin = window >= size_ ? 0 : offset;
     const auto length = static_cast<std::uint32_t>(
         std::min<std::uint64_t>(std::max<std::uint64_t>(window, cb), size_ - begin));
-    if (buffer_.size() < length) buffer_.resize(length);
     length_ = 0;
-    const HRESULT status = file_->Read(stream_, begin, buffer_.data(), length);
+    HRESULT status = S_OK;
+    if (length > cbBooked_) {
+        status = file_->Book(length - cbBooked_);
+        if (FAILED(status)) return status;
+        cbBooked_ = length;
+    }
+    if (buffer_.size() < length) {
+        buffer_ = {};  // not beside the larger one
+        buffer_.resize(length);
+    }
+    status = file_->Read(stream_, begin, buffer_.data(), length);
     if (FAILED(status)) return status;
     begin_ = begin;
     length_ = length;

@@ -13,6 +13,7 @@ public:
     // `file` has to stay open; what lies behind the first 4 GB of the stream is out of reach.
     void Attach(CompoundFile& file, const CompoundFile::Stream& stream);
     std::uint32_t Size() const { return size_; }
+    CompoundFile& File() const { return *file_; }
 
     // `bytes` is valid until the next call. STG_E_DOCFILECORRUPT when the range leaves the stream.
     // In the header, since nearly every call finds its bytes in the window.
@@ -33,6 +34,7 @@ private:
     std::uint32_t begin_ = 0;
     std::uint32_t length_ = 0;
     std::uint32_t misses_ = 0;
+    std::uint32_t cbBooked_ = 0;
     std::vector<BYTE> buffer_;
 };
 
