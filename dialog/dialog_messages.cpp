@@ -9,8 +9,12 @@ void Say(const SRxFindDialog& dialog, UINT id) {
     DisplayMessageId(dialog.resourceInstance, id, MB_OK, eKindError, 0, dialog.dialogWindow);
 }
 
-void SayAboutSearch(const SRxFindDialog& dialog, UINT id, const WCHAR* name) {
-    const WText text = wtext::Format(ResourceText(dialog.resourceInstance, id), {name});
+void SayAboutSearch(const SRxFindDialog& dialog, UINT id, const WCHAR* name, const WText& lock) {
+    WText text = wtext::Format(ResourceText(dialog.resourceInstance, id), {name});
+    if (!lock.empty()) {
+        const WText held = ResourceText(dialog.resourceInstance, MSG_LOCK_HELD);
+        text += TEXT(" ") + wtext::Format(held, {lock});
+    }
     const HWND owner = dialog.nestedDialog != nullptr ? dialog.nestedDialog : dialog.dialogWindow;
     DisplayMessageStringEx(dialog.resourceInstance, text.c_str(), MB_OK, eKindWarning, 0, owner);
 }

@@ -106,6 +106,6 @@ void SRxFindDialogLinks::TellOfFinishedSaves(const std::vector<WText>& names) co
     SayFinishedSaves(dialog_, names);
 }
 
-void SRxFindDialogLinks::SayAboutSearch(UINT id, const WCHAR* name) const {
-    ::SayAboutSearch(dialog_, id, name);
+void SRxFindDialogLinks::SayAboutSearch(UINT id, const WCHAR* name, const WText& lock) const {
+    ::SayAboutSearch(dialog_, id, name, lock);
 }

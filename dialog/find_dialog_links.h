@@ -31,7 +31,7 @@ public:
 
     void SetNestedDialog(HWND dialog) override;
     void TellOfFinishedSaves(const std::vector<WText>& names) const override;
-    void SayAboutSearch(UINT id, const WCHAR* name) const override;
+    void SayAboutSearch(UINT id, const WCHAR* name, const WText& lock) const override;
 
 private:
     SRxFindDialog& dialog_;

@@ -7,6 +7,7 @@
 #include "found/found_list.h"
 #include "module/dialog_help.h"
 #include "outside/md_window_aids.h"
+#include "platform/processes.h"
 #include "store/saved_search.h"
 
 HWND modelessDialog = nullptr;
@@ -121,6 +122,8 @@ void OnCancelCommand(SRxFindDialog& dialog) {
     {
         const SRxDialogWork working(dialog.life);
         try {
+            constexpr DWORD kMostWait = 1000;  // ms; nobody waits long for a window to close
+            const LockWait wait(kMostWait);
             dialog.DeleteLastSearches();
             dialog.OnCommandSaveSearch(true);
         } catch (...) {

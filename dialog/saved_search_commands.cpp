@@ -5,6 +5,7 @@
 #include "module/controls.h"
 #include "outside/md_messages.h"
 #include "platform/new_or_null.h"
+#include "platform/processes.h"
 #include "platform/resource_text.h"
 #include "store/search_dialogs.h"
 #include "store/stored_criteria.h"
@@ -33,8 +34,14 @@ bool WriteSearch(SRxFindDialog& dialog, const WCHAR* name, bool lastSearch) {
     search.environment = static_cast<LONG>(dialog.accessPoint);
     search.criteria = ToStored(dialog.criteriaHead);
     std::vector<WText> finished;
-    const eStoredWrite result =
-        lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search, finished);
+    WText lock;
+    const eStoredWrite result = [&] {
+        const LockWait wait(kMostLockWait);
+        const eStoredWrite written =
+            lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search, finished);
+        lock = wait.GivenUp();
+        return written;
+    }();
     SayFinishedSaves(dialog, finished);
     switch (result) {
         case eStoredWrite::Whole:
@@ -45,7 +52,7 @@ bool WriteSearch(SRxFindDialog& dialog, const WCHAR* name, bool lastSearch) {
             Say(dialog, MSG_SAVE_CUT_SHORT);
             return false;
         case eStoredWrite::KeptOld:
-            SayAboutSearch(dialog, MSG_SAVE_FAILED, name);
+            SayAboutSearch(dialog, MSG_SAVE_FAILED, name, lock);
             return false;
         case eStoredWrite::SetAside:
             SayAboutSearch(dialog, MSG_SAVE_SET_ASIDE, name);

@@ -44,6 +44,8 @@
 #define STR_HELP_SAVE_SEARCH 21795
 #define MSG_SAVE_SET_ASIDE 21796
 #define MSG_DELETE_FAILED 21797
+#define MSG_NAME_BACKSLASH 21798
+#define MSG_LOCK_HELD 21799
 
 // Titles and labels of the dialogs.
 #define STR_COLUMN_FOLDER 21700

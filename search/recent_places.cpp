@@ -2,6 +2,7 @@
 #include "module/registry_key.h"
 #include "module/text_lengths.h"
 #include "outside/md_registry.h"
+#include "platform/processes.h"
 #include "search/search.h"
 
 namespace {
@@ -12,6 +13,7 @@ constexpr int kRecentFiles = 5;
 
 bool RememberRecentPath(const SRxSearchRun& run, const WCHAR* path) {
     if (!run.query.remembersPlaces) return false;
+    const LockWait once(0);  // no search waits for that
     WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentPathList");
     RegistryKeyOwner key(MDxCreateRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength));
     if (!key) return false;
@@ -21,6 +23,7 @@ bool RememberRecentPath(const SRxSearchRun& run, const WCHAR* path) {
 
 bool RememberRecentFiles(const SRxSearchRun& run, const WCHAR* path) {
     if (!run.query.remembersPlaces) return true;
+    const LockWait once(0);
     const WText whole = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\RecentFileList");
     BLxPref_Reg::DeleteKey(HKEY_CURRENT_USER, whole.c_str());
     WCHAR keyPath[kLabelLength] = TEXT("\\FindExt\\RecentFileList");

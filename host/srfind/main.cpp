@@ -193,8 +193,15 @@ int Search(const Options& options) {
     std::string fault;
     if (!ReadPlace(options, report, place, fault)) return Refuse(fault);
     if (!FillCriteria(options, report, criteria, fault)) return Refuse(fault);
-    if (options.saveSearch.given && !SaveCriteria(options, criteria, report, fault)) {
-        return Refuse(fault);
+    if (options.saveSearch.given) {
+        switch (SaveCriteria(options, criteria, report, fault)) {
+            case eSaved::Saved:
+                break;
+            case eSaved::Refused:
+                return Refuse(fault);
+            case eSaved::Failed:
+                return kUnreadable;
+        }
     }
     return options.Searches() ? RunFind(options, place, criteria, report) : kHits;
 }
