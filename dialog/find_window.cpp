@@ -102,9 +102,8 @@ LONG RunModeless(SRxFindDialog& dialog, HWND parent) {
     return 0;
 }
 
-void OnInitDialog(SRxFindDialog& dialog, HWND window) {
+void OnInitDialog(SRxFindDialog& dialog) {
     const SRxDialogWork working(dialog.life);
-    dialog.dialogWindow = window;
     dialog.InitDialogControls();
     SayFinishedSaves(dialog, FinishCutSaves());
     dialog.OnCommandOpenSearch(true);
@@ -220,11 +219,13 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     SRxFindDialog* const dialog = DialogOf(window);
     switch (message) {
         case WM_INITDIALOG:
-            EnterOpenWindows(window);
+            // First, since a dialog that fails behind it has to be closed by its object.
             SetWindowLongPtrW(window, DWLP_USER, lParam);
+            if (lParam != 0) reinterpret_cast<SRxFindDialog*>(lParam)->dialogWindow = window;
+            EnterOpenWindows(window);
             MDxSubstituteShellFont(window);
             SetWindowContextHelpId(window, IDD_MDFIND);
-            if (lParam != 0) OnInitDialog(*reinterpret_cast<SRxFindDialog*>(lParam), window);
+            if (lParam != 0) OnInitDialog(*reinterpret_cast<SRxFindDialog*>(lParam));
             return TRUE;
         case WM_COMMAND:
             if (dialog != nullptr) OnCommand(*dialog, wParam);

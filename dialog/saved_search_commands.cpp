@@ -1,5 +1,7 @@
 #include "dialog/saved_search_commands.h"
 
+#include "criteria/list_rules.h"
+
 #include "dialog/criteria_rows.h"
 #include "dialog/dialog_messages.h"
 #include "module/controls.h"
@@ -118,9 +120,14 @@ bool ReadSearch(SRxFindDialog& dialog, const WCHAR* name) {
         dialog.SetLookForType(static_cast<eLookFor>(search.lookFor), true);
         delete dialog.criteriaHead;
         dialog.criteriaHead = nullptr;
-        const auto take = [&dialog](std::unique_ptr<SRxCriteriaNode> node) {
+        bool changed = false;  // while a message stood: the rest belongs to no list any more
+        const auto take = [&](std::unique_ptr<SRxCriteriaNode> node) {
+            if (changed) return false;
+            const SRxListImage before(dialog.criteriaHead);
             if (node == nullptr) Say(dialog, MSG_OUT_OF_MEMORY);
-            return node != nullptr && AppendCriterion(dialog, std::move(node));
+            if (node != nullptr && AppendCriterion(dialog, std::move(node))) return true;
+            changed = !before.Shows(dialog.criteriaHead);
+            return false;
         };
         result = TakeStored(search, dialog.onlyAssemblies, skipped, take);
     }
