@@ -104,11 +104,13 @@ bool SRxFoundRowsSink::OnProgress(SRxSearchRun&, const WCHAR* path) {
 }
 
 void SRxFoundRowsSink::OnFolderFailed(const WCHAR* folder) {
+    if (list_.dialog->IsClosing()) return;  // nobody waits for this search any more
     DisplayMessageFileName(list_.dialog->Resources(), folder, MSG_PATH_NOT_FOUND, kHelpFind,
                            list_.window, MB_OK);
 }
 
 void SRxFoundRowsSink::OnFileInUse(const WCHAR* file) {
+    if (list_.dialog->IsClosing()) return;
     DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_LOCKED, kHelpFoundList,
                            list_.window, MB_OK);
 }
