@@ -113,7 +113,8 @@ void OnOkCommand(SRxFindDialog& dialog) {
     SetCursor(LoadCursorW(nullptr, IDC_WAIT));
     if (dialog.inApp) dialog.NotifyOnOK();
     const bool result = !dialog.life.IsClosing() && dialog.OnCommandSearchNow();
-    if (dialog.inApp && result) dialog.NotifyOnFindDone();
+    // A criterion still waits after Cancel alone: nothing was searched then.
+    if (dialog.inApp && result && !dialog.pendingCriterion) dialog.NotifyOnFindDone();
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
 

@@ -22,7 +22,7 @@ bool SRxFindDialog::OnCommandSearchNow() {
             case IDNO:
                 break;
             default:
-                return false;  // nothing was searched
+                return true;
         }
         pendingCriterion = false;
     }
