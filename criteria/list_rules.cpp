@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "criteria/text_equality.h"
 #include "outside/ps_property_specifics.h"
 
 namespace {
@@ -50,9 +51,7 @@ bool Holds(const LONG (&list)[size], LONG conditionId) {
 }
 
 bool IsSameTest(const SRxCriteriaNode& a, const SRxCriteriaNode& b) {
-    return a.conditionId == b.conditionId &&
-           CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH, a.value, -1,
-                          b.value, -1) == CSTR_EQUAL;
+    return a.conditionId == b.conditionId && TextsEqual(a.value, b.value, kFoldName);
 }
 
 // Joined by And, the two could hardly hold for one file.

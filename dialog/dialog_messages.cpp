@@ -24,14 +24,14 @@ void SayFinishedSaves(const SRxFindDialog& dialog, const std::vector<WText>& nam
         SayAboutSearch(dialog, MSG_SAVE_RECOVERED, name.c_str());
 }
 
-void SayOutOfMemory(const SRxFindDialog& dialog, HWND owner) noexcept {
+void SayOutOfMemory(const SRxFindDialog& dialog, HWND owner, UINT id) noexcept {
     try {
-        DisplayMessageId(dialog.resourceInstance, MSG_OUT_OF_MEMORY, MB_OK, eKindError,
+        DisplayMessageId(dialog.resourceInstance, id, MB_OK, eKindError,
                          owner == dialog.dialogWindow ? 0 : kHelpFoundList, owner);
     } catch (...) {
         // Nor for the usual box.
         WCHAR text[kLabelLength] = {};
-        LoadStringW(dialog.resourceInstance, MSG_OUT_OF_MEMORY, text, kLabelLength);
+        LoadStringW(dialog.resourceInstance, id, text, kLabelLength);
         MessageBoxW(owner, text, nullptr, MB_OK | MB_ICONERROR);
     }
 }

@@ -14,4 +14,4 @@ void SayAboutSearch(const SRxFindDialog& dialog, UINT id, const WCHAR* name,
 // Saves that had been cut short and were finished now.
 void SayFinishedSaves(const SRxFindDialog& dialog, const std::vector<WText>& names);
 // `owner`: the window that the message belongs to.
-void SayOutOfMemory(const SRxFindDialog& dialog, HWND owner) noexcept;
+void SayOutOfMemory(const SRxFindDialog& dialog, HWND owner, UINT id = MSG_OUT_OF_MEMORY) noexcept;

@@ -82,6 +82,10 @@ void SRxFindDialogLinks::TellOutOfMemory(HWND owner) const noexcept {
     SayOutOfMemory(dialog_, owner);
 }
 
+void SRxFindDialogLinks::TellIncomplete(HWND owner) const noexcept {
+    SayOutOfMemory(dialog_, owner, MSG_SEARCH_INCOMPLETE);
+}
+
 void SRxFindDialogLinks::Enter(SRxFoundList* list) {
     dialog_.searches.push_back(list);
 }

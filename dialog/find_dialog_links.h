@@ -24,6 +24,7 @@ public:
     bool IsClosing() const override;
     bool SearchComplete(bool result) override;
     void TellOutOfMemory(HWND owner) const noexcept override;
+    void TellIncomplete(HWND owner) const noexcept override;
     void Enter(SRxFoundList* list) override;
     void Leave(SRxFoundList* list) noexcept override;
     void BeginWork() noexcept override;

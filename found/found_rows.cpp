@@ -115,6 +115,13 @@ void SRxFoundRowsSink::OnFileInUse(const WCHAR* file) {
                            list_.window, MB_OK);
 }
 
+void SRxFoundRowsSink::OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT) {
+    if (list_.dialog->IsClosing() || run.failureMessageShown) return;
+    DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_FAILED, kHelpFoundList,
+                           list_.window, MB_OK);
+    run.failureMessageShown = true;
+}
+
 void SRxFoundRowsSink::OnHit(SRxSearchRun&, const WCHAR* folder, const WCHAR* name,
                              MDxFileNameNode& node, int& insertIndex) {
     SRxFoundList& list = list_;
@@ -134,7 +141,7 @@ void SRxFoundRowsSink::OnHit(SRxSearchRun&, const WCHAR* folder, const WCHAR* na
     const LRESULT row = SendToFoundList(list, LVM_INSERTITEMW, 0, &item);
     if (row < 0) {
         std::free(fullName);
-        return;
+        throw std::bad_alloc();
     }
     *shown = fullName;
     LVITEMW folderItem{};

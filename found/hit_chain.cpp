@@ -38,3 +38,10 @@ void SRxHitChainSink::OnFileInUse(const WCHAR* file) {
     DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_LOCKED, kHelpFoundList,
                            nullptr, MB_OK);
 }
+
+void SRxHitChainSink::OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT) {
+    if (list_.dialog->IsClosing() || run.failureMessageShown) return;
+    DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_FAILED, kHelpFoundList,
+                           nullptr, MB_OK);
+    run.failureMessageShown = true;
+}

@@ -46,6 +46,8 @@
 #define MSG_DELETE_FAILED 21797
 #define MSG_NAME_BACKSLASH 21798
 #define MSG_LOCK_HELD 21799
+#define MSG_FILE_FAILED 21800
+#define MSG_SEARCH_INCOMPLETE 21801
 
 // Titles and labels of the dialogs.
 #define STR_COLUMN_FOLDER 21700

@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "criteria/or_groups.h"
+#include "search/file_faults.h"
 #include "search/property_criteria.h"
 #include "search/search.h"
 #include "search/search_sink.h"
@@ -54,9 +55,14 @@ void LeaveRecords(const SRxSearchRun& run, MDxFileNameNode& node) {
 bool TestFile(SRxSearchRun& run, const WCHAR* folder, const WCHAR* name, MDxFileNameNode* node,
               bool needProperties, int& insertIndex) {
     if (node->HaveOccCriteria()) node->GetOccCritList().clear();
-    run.sink->OnFile(run);
-    if (MatchFile(run, node, needProperties))
-        run.sink->OnHit(run, folder, name, *node, insertIndex);
+    bool tested = false;
+    ForFile(run, node->GetFileName(), [&] {
+        run.sink->OnFile(run);
+        if (MatchFile(run, node, needProperties))
+            run.sink->OnHit(run, folder, name, *node, insertIndex);
+        tested = true;
+    });
+    if (!tested) node->GetOccCritList().clear();
     return true;
 }
 

@@ -1,4 +1,6 @@
 // What was searched last, kept in the registry for the next opening of the look-in box.
+#include <new>
+
 #include "module/registry_key.h"
 #include "module/text_lengths.h"
 #include "outside/md_registry.h"
@@ -11,7 +13,7 @@ constexpr int kRecentFiles = 5;
 
 }  // namespace
 
-bool RememberRecentPath(const SRxSearchRun& run, const WCHAR* path) {
+bool RememberRecentPath(const SRxSearchRun& run, const WCHAR* path) try {
     if (!run.query.remembersPlaces) return false;
     const LockWait once(0);  // no search waits for that
     WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentPathList");
@@ -19,9 +21,11 @@ bool RememberRecentPath(const SRxSearchRun& run, const WCHAR* path) {
     if (!key) return false;
     const bool written = BLxPref_Reg::Write(key.get(), nullptr, path) == 0;
     return BLxPref_Reg::CloseKey(key.release()) == 0 && written;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
-bool RememberRecentFiles(const SRxSearchRun& run, const WCHAR* path) {
+bool RememberRecentFiles(const SRxSearchRun& run, const WCHAR* path) try {
     if (!run.query.remembersPlaces) return true;
     const LockWait once(0);
     const WText whole = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\RecentFileList");
@@ -41,4 +45,6 @@ bool RememberRecentFiles(const SRxSearchRun& run, const WCHAR* path) {
     BLxWString folder = path;
     if (PathRemoveFileSpecW(folder.data())) RememberRecentPath(run, folder.c_str());
     return true;
+} catch (const std::bad_alloc&) {
+    return true;  // the search goes on without it
 }

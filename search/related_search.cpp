@@ -1,4 +1,5 @@
 #include "module/running_application.h"
+#include "search/file_faults.h"
 #include "search/search.h"
 #include "search/search_sink.h"
 
@@ -50,10 +51,12 @@ bool SearchRelatedDocs(SRxSearchRun& run, bool needProperties) {
             ShowProgress(run, text.c_str());
             tick = 0;
         }
-        const WCHAR* name = SplitFullName(current->GetFileName(), folder);
-        TestFile(run, folder.c_str(), name, current, needProperties, insertIndex);
-        // A document that came by before was asked then: references in a circle come to an end.
-        if (!current->FindInListToHere(*run.rootNode)) AddRelatedDocs(run, current);
+        ForFile(run, current->GetFileName(), [&] {
+            const WCHAR* name = SplitFullName(current->GetFileName(), folder);
+            TestFile(run, folder.c_str(), name, current, needProperties, insertIndex);
+            // A document that came by before was asked then: references in a circle come to an end.
+            if (!current->FindInListToHere(*run.rootNode)) AddRelatedDocs(run, current);
+        });
     }
     return true;
 }

@@ -125,10 +125,10 @@ int RunFind(const Options& options, const LinePlace& place, const LineCriteria& 
     (void)run.params.SetCritForSkipped(nullptr);
     try {
         (void)RunSearch(run);
-    } catch (const std::bad_alloc&) {
-        report.OnIncomplete(wtext::ToUtf8(ResourceText(SrResReturnHandle(), MSG_OUT_OF_MEMORY)));
+    } catch (...) {
+        report.OnIncomplete();
     }
-    if (printer.Count() == 0 && !WasInterrupted()) {
+    if (printer.Count() == 0 && !WasInterrupted() && !report.IsIncomplete()) {
         const bool files = options.haveFilesFrom;
         const UINT text = files ? MSG_NO_HITS : STR_NOTHING_FOUND;
         if (!files || !run.skippedCriterionSeen) {

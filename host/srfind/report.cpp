@@ -25,6 +25,8 @@ std::string Reason(HRESULT status) {
             return "is not there any more";
         case STG_E_DOCFILECORRUPT:
             return "is damaged";
+        case E_OUTOFMEMORY:
+            return "could not be looked into: there is not enough memory";
         case kSetUnreadable:
             return "is damaged: properties that were asked for could not be read";
         default: {
@@ -97,9 +99,18 @@ bool SearchReport::End(SRxSearchRun&, bool result) {
     return result;
 }
 
-void SearchReport::OnIncomplete(const std::string& text) {
+void SearchReport::OnFileFailed(SRxSearchRun&, const WCHAR* file, HRESULT status) {
+    OnUnusable(file, Reason(status).c_str());
+}
+
+void SearchReport::OnIncomplete() noexcept {
     ++unreadable_;
-    Say(text);
+    incomplete_ = true;
+    try {
+        Say(wtext::ToUtf8(ResourceText(resources_, MSG_SEARCH_INCOMPLETE)));
+    } catch (...) {
+        WriteError("srfind: The search ended before its end, for want of memory.\n");
+    }
 }
 
 void SearchReport::OnUnusable(const WCHAR* file, const char* reason) {
