@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "criteria/text_equality.h"
 #include "outside/ps_property_specifics.h"
 
 namespace {
@@ -50,9 +51,7 @@ bool Holds(const LONG (&list)[size], LONG conditionId) {
 }
 
 bool IsSameTest(const SRxCriteriaNode& a, const SRxCriteriaNode& b) {
-    return a.conditionId == b.conditionId &&
-           CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE | NORM_IGNOREWIDTH, a.value, -1,
-                          b.value, -1) == CSTR_EQUAL;
+    return a.conditionId == b.conditionId && TextsEqual(a.value, b.value, kFoldName);
 }
 
 // Joined by And, the two could hardly hold for one file.
@@ -89,12 +88,19 @@ bool PlaceNode(SRxCriteriaNode*& head, SRxCriteriaNode* node, bool appendOnly, S
                int& index, bool& replaced) {
     bool asked = false;
     bool agreedToOr = false;
+    // False when no pointer into the list can be trusted any more.
+    const auto ask = [&](UINT question, bool& agreed) {
+        const SRxListImage before(head);
+        agreed = asker.Ask(question);
+        return before.Shows(head);
+    };
     SRxCriteriaNode** link = &head;
     for (; *link != nullptr; link = &(*link)->nextCriterion, ++index) {
         SRxCriteriaNode* const current = *link;
         if (appendOnly || !SameProperty(*current, *node)) continue;
         if (IsSameTest(*current, *node)) {
-            if (!asker.Ask(MSG_ASK_REPLACE) && !agreedToOr) return false;
+            bool agreed = false;
+            if (!ask(MSG_ASK_REPLACE, agreed) || !(agreed || agreedToOr)) return false;
             node->nextCriterion = current->nextCriterion;
             current->nextCriterion = nullptr;
             delete current;
@@ -104,7 +110,7 @@ bool PlaceNode(SRxCriteriaNode*& head, SRxCriteriaNode* node, bool appendOnly, S
         }
         if (node->joinType == JOIN_AND && !asked && AsksForOr(*node, *current)) {
             asked = true;
-            agreedToOr = asker.Ask(MSG_ASK_JOIN_OR);
+            if (!ask(MSG_ASK_JOIN_OR, agreedToOr)) return false;
             if (agreedToOr) node->joinType = JOIN_OR;
         }
         if (node->joinType == JOIN_AND && IsRefusedByAnd(*node, *current)) return false;
@@ -121,6 +127,24 @@ bool PlaceNode(SRxCriteriaNode*& head, SRxCriteriaNode* node, bool appendOnly, S
 }
 
 }  // namespace
+
+SRxListImage::SRxListImage(const SRxCriteriaNode* head) {
+    for (; head != nullptr; head = head->nextCriterion)
+        entries_.push_back(EntryOf(*head));
+}
+
+bool SRxListImage::Shows(const SRxCriteriaNode* head) const {
+    for (const Entry& entry : entries_) {
+        if (head == nullptr || head != entry.node || EntryOf(*head) != entry) return false;
+        head = head->nextCriterion;
+    }
+    return head == nullptr;
+}
+
+SRxListImage::Entry SRxListImage::EntryOf(const SRxCriteriaNode& node) {
+    return {&node, node.joinType, node.propertyStringId, node.conditionId,
+            WText(node.value) + TEXT("\n") + node.customName.c_str()};
+}
 
 bool AddNode(SRxCriteriaListRef list, SRxCriteriaNode* node, bool appendOnly, SRxListAsker& asker,
              int& index, bool& replaced) {

@@ -1,6 +1,7 @@
 #include "criteria/text_equality.h"
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -15,9 +16,13 @@ bool AsciiEqual(WTextView a, WTextView b, bool ignoreCase) {
     return ignoreCase ? wtext::EqualsAsciiFold(a, b) : a == b;
 }
 
+// Without memory for it the system can't tell: that is no difference.
 bool SystemEqual(WTextView a, WTextView b, DWORD flags) {
-    return CompareStringW(LOCALE_USER_DEFAULT, flags, a.data(), static_cast<int>(a.size()),
-                          b.data(), static_cast<int>(b.size())) == CSTR_EQUAL;
+    const int order =
+        CompareStringW(LOCALE_USER_DEFAULT, flags, a.data(), static_cast<int>(a.size()), b.data(),
+                       static_cast<int>(b.size()));
+    if (order == 0 && GetLastError() != ERROR_INVALID_PARAMETER) throw std::bad_alloc();
+    return order == CSTR_EQUAL;
 }
 
 struct UnitRange {

@@ -12,7 +12,8 @@ inline constexpr DWORD kFoldWord = NORM_IGNORECASE | NORM_IGNOREKANATYPE | NORM_
 // For names that the application gives: kana type counts.
 inline constexpr DWORD kFoldName = NORM_IGNORECASE | NORM_IGNOREWIDTH;
 
-// Under `flags` of CompareStringW; printable ASCII is compared without it.
+// Under `flags` of CompareStringW; printable ASCII is compared without it. Throws std::bad_alloc
+// where the system has no memory to compare.
 bool TextsEqual(WTextView a, WTextView b, DWORD flags);
 // An empty `text` is in no value.
 bool ContainsText(WTextView value, WTextView text, DWORD flags);

@@ -8,12 +8,14 @@
 #include "module/registry_key.h"
 #include "outside/blx_registry.h"
 #include "outside/md_registry.h"
+#include "platform/processes.h"
 
 namespace {
 
 void SavePlace(HWND window) try {
     RECT rect{};
     if (!GetWindowRect(window, &rect)) return;
+    const LockWait once(0);
     WCHAR path[kPathLength] = TEXT("\\FindExt\\LastPos");
     const RegistryKeyOwner key(MDxCreateRegistryKey(HKEY_CURRENT_USER, path, kPathLength));
     if (!key) return;

@@ -62,9 +62,11 @@ IQxLecternServer* SRxFindDialog::GetServer(HRESULT* hr, WCHAR* text, std::size_t
         // when neither gave one.
         BSTR context = nullptr;
         if (server != nullptr) status = ReadServerContext(*this, &context);
-        // A failure there takes nothing away from the server's answer.
-        const bool asks = name[0] == 0 && context == nullptr;
-        if (asks && SUCCEEDED(ReadApplicationContext(&context))) status = S_OK;
+        if (name[0] == 0 && context == nullptr) {
+            const HRESULT asked = ReadApplicationContext(&context);
+            // A failure there takes nothing away from the server's answer.
+            if (SUCCEEDED(asked) || (server == nullptr && SUCCEEDED(status))) status = asked;
+        }
         if (SysStringLen(context) != 0) {
             TakeText(name, kContextLength, context);
         } else {

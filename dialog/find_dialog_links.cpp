@@ -82,6 +82,10 @@ void SRxFindDialogLinks::TellOutOfMemory(HWND owner) const noexcept {
     SayOutOfMemory(dialog_, owner);
 }
 
+void SRxFindDialogLinks::TellIncomplete(HWND owner) const noexcept {
+    SayOutOfMemory(dialog_, owner, MSG_SEARCH_INCOMPLETE);
+}
+
 void SRxFindDialogLinks::Enter(SRxFoundList* list) {
     dialog_.searches.push_back(list);
 }
@@ -106,6 +110,6 @@ void SRxFindDialogLinks::TellOfFinishedSaves(const std::vector<WText>& names) co
     SayFinishedSaves(dialog_, names);
 }
 
-void SRxFindDialogLinks::SayAboutSearch(UINT id, const WCHAR* name) const {
-    ::SayAboutSearch(dialog_, id, name);
+void SRxFindDialogLinks::SayAboutSearch(UINT id, const WCHAR* name, const WText& lock) const {
+    ::SayAboutSearch(dialog_, id, name, lock);
 }

@@ -24,6 +24,7 @@ public:
     bool IsClosing() const override;
     bool SearchComplete(bool result) override;
     void TellOutOfMemory(HWND owner) const noexcept override;
+    void TellIncomplete(HWND owner) const noexcept override;
     void Enter(SRxFoundList* list) override;
     void Leave(SRxFoundList* list) noexcept override;
     void BeginWork() noexcept override;
@@ -31,7 +32,7 @@ public:
 
     void SetNestedDialog(HWND dialog) override;
     void TellOfFinishedSaves(const std::vector<WText>& names) const override;
-    void SayAboutSearch(UINT id, const WCHAR* name) const override;
+    void SayAboutSearch(UINT id, const WCHAR* name, const WText& lock) const override;
 
 private:
     SRxFindDialog& dialog_;

@@ -7,6 +7,7 @@
 #include "found/found_list.h"
 #include "module/dialog_help.h"
 #include "outside/md_window_aids.h"
+#include "platform/processes.h"
 #include "store/saved_search.h"
 
 HWND modelessDialog = nullptr;
@@ -101,9 +102,8 @@ LONG RunModeless(SRxFindDialog& dialog, HWND parent) {
     return 0;
 }
 
-void OnInitDialog(SRxFindDialog& dialog, HWND window) {
+void OnInitDialog(SRxFindDialog& dialog) {
     const SRxDialogWork working(dialog.life);
-    dialog.dialogWindow = window;
     dialog.InitDialogControls();
     SayFinishedSaves(dialog, FinishCutSaves());
     dialog.OnCommandOpenSearch(true);
@@ -113,7 +113,8 @@ void OnOkCommand(SRxFindDialog& dialog) {
     SetCursor(LoadCursorW(nullptr, IDC_WAIT));
     if (dialog.inApp) dialog.NotifyOnOK();
     const bool result = !dialog.life.IsClosing() && dialog.OnCommandSearchNow();
-    if (dialog.inApp && result) dialog.NotifyOnFindDone();
+    // A criterion still waits after Cancel alone: nothing was searched then.
+    if (dialog.inApp && result && !dialog.pendingCriterion) dialog.NotifyOnFindDone();
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
 
@@ -121,6 +122,8 @@ void OnCancelCommand(SRxFindDialog& dialog) {
     {
         const SRxDialogWork working(dialog.life);
         try {
+            constexpr DWORD kMostWait = 1000;  // ms; nobody waits long for a window to close
+            const LockWait wait(kMostWait);
             dialog.DeleteLastSearches();
             dialog.OnCommandSaveSearch(true);
         } catch (...) {
@@ -217,11 +220,13 @@ INT_PTR Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     SRxFindDialog* const dialog = DialogOf(window);
     switch (message) {
         case WM_INITDIALOG:
-            EnterOpenWindows(window);
+            // First, since a dialog that fails behind it has to be closed by its object.
             SetWindowLongPtrW(window, DWLP_USER, lParam);
+            if (lParam != 0) reinterpret_cast<SRxFindDialog*>(lParam)->dialogWindow = window;
+            EnterOpenWindows(window);
             MDxSubstituteShellFont(window);
             SetWindowContextHelpId(window, IDD_MDFIND);
-            if (lParam != 0) OnInitDialog(*reinterpret_cast<SRxFindDialog*>(lParam), window);
+            if (lParam != 0) OnInitDialog(*reinterpret_cast<SRxFindDialog*>(lParam));
             return TRUE;
         case WM_COMMAND:
             if (dialog != nullptr) OnCommand(*dialog, wParam);

@@ -1,10 +1,13 @@
 #include "dialog/saved_search_commands.h"
 
+#include "criteria/list_rules.h"
+
 #include "dialog/criteria_rows.h"
 #include "dialog/dialog_messages.h"
 #include "module/controls.h"
 #include "outside/md_messages.h"
 #include "platform/new_or_null.h"
+#include "platform/processes.h"
 #include "platform/resource_text.h"
 #include "store/search_dialogs.h"
 #include "store/stored_criteria.h"
@@ -33,8 +36,14 @@ bool WriteSearch(SRxFindDialog& dialog, const WCHAR* name, bool lastSearch) {
     search.environment = static_cast<LONG>(dialog.accessPoint);
     search.criteria = ToStored(dialog.criteriaHead);
     std::vector<WText> finished;
-    const eStoredWrite result =
-        lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search, finished);
+    WText lock;
+    const eStoredWrite result = [&] {
+        const LockWait wait(kMostLockWait);
+        const eStoredWrite written =
+            lastSearch ? WriteLastSearch(name, search) : WriteSavedSearch(name, search, finished);
+        lock = wait.GivenUp();
+        return written;
+    }();
     SayFinishedSaves(dialog, finished);
     switch (result) {
         case eStoredWrite::Whole:
@@ -45,7 +54,7 @@ bool WriteSearch(SRxFindDialog& dialog, const WCHAR* name, bool lastSearch) {
             Say(dialog, MSG_SAVE_CUT_SHORT);
             return false;
         case eStoredWrite::KeptOld:
-            SayAboutSearch(dialog, MSG_SAVE_FAILED, name);
+            SayAboutSearch(dialog, MSG_SAVE_FAILED, name, lock);
             return false;
         case eStoredWrite::SetAside:
             SayAboutSearch(dialog, MSG_SAVE_SET_ASIDE, name);
@@ -111,9 +120,14 @@ bool ReadSearch(SRxFindDialog& dialog, const WCHAR* name) {
         dialog.SetLookForType(static_cast<eLookFor>(search.lookFor), true);
         delete dialog.criteriaHead;
         dialog.criteriaHead = nullptr;
-        const auto take = [&dialog](std::unique_ptr<SRxCriteriaNode> node) {
+        bool changed = false;  // while a message stood: the rest belongs to no list any more
+        const auto take = [&](std::unique_ptr<SRxCriteriaNode> node) {
+            if (changed) return false;
+            const SRxListImage before(dialog.criteriaHead);
             if (node == nullptr) Say(dialog, MSG_OUT_OF_MEMORY);
-            return node != nullptr && AppendCriterion(dialog, std::move(node));
+            if (node != nullptr && AppendCriterion(dialog, std::move(node))) return true;
+            changed = !before.Shows(dialog.criteriaHead);
+            return false;
         };
         result = TakeStored(search, dialog.onlyAssemblies, skipped, take);
     }

@@ -32,7 +32,7 @@ bool SRxFindDialog::OnCommandSearchNow() {
                                dialogWindow, MB_OK);
         return false;
     }
-    if (life.IsClosing()) return false;  // while one of the questions stood
+    if (life.IsClosing() || searching) return false;  // while one of the questions stood
     auto record = NewOrNull<SRxFoundList>(links, selectionSlot);
     if (record == nullptr) {
         Say(*this, MSG_OUT_OF_MEMORY);

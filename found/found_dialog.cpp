@@ -86,7 +86,8 @@ void EndFoundDialog(SRxFoundList& list, INT_PTR result) {
 
 void GiveUpSearch(SRxFoundList& list) {
     list.dialog->SearchComplete(false);
-    list.dialog->TellOutOfMemory(list.window);
+    list.dialog->TellIncomplete(list.window);
+    list.run.stopRequested = true;  // the status bar shows it
     try {
         if (!list.windowGone) CloseFoundSearch(list);
     } catch (...) {

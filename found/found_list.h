@@ -22,6 +22,7 @@ public:
                int& insertIndex) override;
     void OnFolderFailed(const WCHAR* folder) override;
     void OnFileInUse(const WCHAR* file) override;
+    void OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT status) override;
 
 private:
     SRxFoundList& list_;
@@ -40,6 +41,7 @@ public:
                int& insertIndex) override;
     void OnFolderFailed(const WCHAR* folder) override;
     void OnFileInUse(const WCHAR* file) override;
+    void OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT status) override;
 
 private:
     SRxFoundList& list_;

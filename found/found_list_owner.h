@@ -20,6 +20,8 @@ public:
     virtual bool SearchComplete(bool result) = 0;
     // `owner`: the window that the message belongs to.
     virtual void TellOutOfMemory(HWND owner) const noexcept = 0;
+    // The search ended before its end, for want of memory.
+    virtual void TellIncomplete(HWND owner) const noexcept = 0;
 
     // The records that lead to this owner; they end with it. Leave forgets one that may be gone.
     virtual void Enter(SRxFoundList* list) = 0;

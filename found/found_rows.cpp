@@ -104,13 +104,22 @@ bool SRxFoundRowsSink::OnProgress(SRxSearchRun&, const WCHAR* path) {
 }
 
 void SRxFoundRowsSink::OnFolderFailed(const WCHAR* folder) {
+    if (list_.dialog->IsClosing()) return;  // nobody waits for this search any more
     DisplayMessageFileName(list_.dialog->Resources(), folder, MSG_PATH_NOT_FOUND, kHelpFind,
                            list_.window, MB_OK);
 }
 
 void SRxFoundRowsSink::OnFileInUse(const WCHAR* file) {
+    if (list_.dialog->IsClosing()) return;
     DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_LOCKED, kHelpFoundList,
                            list_.window, MB_OK);
+}
+
+void SRxFoundRowsSink::OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT) {
+    if (list_.dialog->IsClosing() || run.failureMessageShown) return;
+    DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_FAILED, kHelpFoundList,
+                           list_.window, MB_OK);
+    run.failureMessageShown = true;
 }
 
 void SRxFoundRowsSink::OnHit(SRxSearchRun&, const WCHAR* folder, const WCHAR* name,
@@ -132,7 +141,7 @@ void SRxFoundRowsSink::OnHit(SRxSearchRun&, const WCHAR* folder, const WCHAR* na
     const LRESULT row = SendToFoundList(list, LVM_INSERTITEMW, 0, &item);
     if (row < 0) {
         std::free(fullName);
-        return;
+        throw std::bad_alloc();
     }
     *shown = fullName;
     LVITEMW folderItem{};

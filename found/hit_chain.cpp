@@ -11,7 +11,8 @@ void SRxHitChainSink::Begin(SRxSearchRun&) {
 }
 
 bool SRxHitChainSink::End(SRxSearchRun& run, bool result) {
-    if (*list_.selectionSlot == nullptr && !run.skippedCriterionSeen) {
+    const bool none = *list_.selectionSlot == nullptr && !run.skippedCriterionSeen;
+    if (none && !list_.dialog->IsClosing()) {
         DisplayMessageId(list_.dialog->Resources(), MSG_NO_HITS, MB_OK, eKindInformation,
                          kHelpFoundList, list_.dialog->Window());
     }
@@ -27,11 +28,20 @@ void SRxHitChainSink::OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNa
 }
 
 void SRxHitChainSink::OnFolderFailed(const WCHAR* folder) {
+    if (list_.dialog->IsClosing()) return;
     DisplayMessageFileName(list_.dialog->Resources(), folder, MSG_PATH_NOT_FOUND, kHelpFind,
                            nullptr, MB_OK);
 }
 
 void SRxHitChainSink::OnFileInUse(const WCHAR* file) {
+    if (list_.dialog->IsClosing()) return;
     DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_LOCKED, kHelpFoundList,
                            nullptr, MB_OK);
+}
+
+void SRxHitChainSink::OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT) {
+    if (list_.dialog->IsClosing() || run.failureMessageShown) return;
+    DisplayMessageFileName(list_.dialog->Resources(), file, MSG_FILE_FAILED, kHelpFoundList,
+                           nullptr, MB_OK);
+    run.failureMessageShown = true;
 }

@@ -8,9 +8,11 @@ namespace {
 constexpr int kFolderColumn = 1;
 
 int CompareTexts(WTextView a, WTextView b) {
-    return CompareStringW(LOCALE_USER_DEFAULT, kFoldText, a.data(), static_cast<int>(a.size()),
-                          b.data(), static_cast<int>(b.size())) -
-           CSTR_EQUAL;
+    const int order =
+        CompareStringW(LOCALE_USER_DEFAULT, kFoldText, a.data(), static_cast<int>(a.size()),
+                       b.data(), static_cast<int>(b.size()));
+    // A sort needs some order, also where the system has no memory to tell it.
+    return order != 0 ? order - CSTR_EQUAL : a.compare(b);
 }
 
 // The folder of a full name as PathRemoveFileSpecW leaves it, without a copy: a sort of many rows

@@ -63,7 +63,7 @@ bool StartFoundDialog(SRxFoundList& list, const SRxShellExtParameters& params) {
             RunSearch(list.run);
         } catch (...) {
             dialog.SearchComplete(false);
-            dialog.TellOutOfMemory(dialog.Window());
+            dialog.TellIncomplete(dialog.Window());
         }
         return true;
     }

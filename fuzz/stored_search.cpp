@@ -129,7 +129,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         searches.pop_back();
     }
     // One that a process left that ended in mid-save; there is no process 4194305.
-    RegistryPath saving = PathOf(branch.substr(0, branch.rfind('\\')) + TEXT("\\FindSaving"));
+    RegistryPath saving = PathOf(branch + TEXT("\\FindExt\\UnfinishedSaves"));
     saving.push_back(TEXT("4194305"));
     AddSearch(input, root, saving);
     constexpr const WCHAR* kName[] = {TEXT("Name")};

@@ -42,7 +42,7 @@ HRESULT ReadApplicationContext(BSTR* name) {
     *name = nullptr;
     ApplicationOwner application;
     HRESULT status = FindRunningApplication(application.out());
-    if (!application) return status;
+    if (!application) return FAILED(status) ? status : E_NOINTERFACE;
     VARIANT value;
     status = ReadDispatchProperty(*application.get(), kApplicationContextId, VT_DISPATCH, value);
     const DispatchOwner context(SUCCEEDED(status) ? value.pdispVal : nullptr);

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] static BLxResult Write(HKEY key, const WCHAR* name, DWORD type, const void* data,
                                          DWORD cb);
 
+    static BLxResult DeleteValue(HKEY key, const WCHAR* name);
     // Removes one key, which has no subkeys.
     static BLxResult DeleteKey(HKEY root, const WCHAR* path);
     static BLxResult DeleteKeyAndDescendants(HKEY root, const WCHAR* path);

@@ -1,6 +1,10 @@
+#include <memory>
+#include <utility>
+
 #include "module/text_lengths.h"
 #include "outside/blx_directory_search.h"
 #include "platform/native_path.h"
+#include "search/file_faults.h"
 #include "search/search.h"
 #include "search/search_sink.h"
 #include "search/unsearched_folders.h"
@@ -23,14 +27,17 @@ BLxWString PatternOf(const WCHAR* path) {
 // Tests the files of one folder that is being listed, and gathers its subfolders.
 class FolderWalk {
 public:
-    FolderWalk(SRxSearchRun& run, const BLxWString& prefix, LONG subfolders, bool needProperties,
-               int& insertIndex)
+    // `newFolders` null: subfolders aren't asked for.
+    FolderWalk(SRxSearchRun& run, const BLxWString& prefix, MDxFileNameNode** newFolders,
+               bool needProperties, int& insertIndex)
         : run_(run),
           prefix_(prefix),
           fullName_(prefix),
-          subfolders_(subfolders > 0),
+          newFolders_(newFolders),
           needProperties_(needProperties),
-          insertIndex_(insertIndex) {}
+          insertIndex_(insertIndex) {
+        fullName_.reserve(prefix.size() + kPathLength);
+    }
 
     void Take(const BLxWString& entry, bool isDirectory) {
         if (!inFolder_) {
@@ -42,14 +49,19 @@ public:
         fullName_.resize(prefix_.size());
         fullName_ += entry;
         if (!isDirectory) {
-            MDxFileNameNode node(fullName_.c_str(), -1, run_.query.inApp);
-            const bool said = run_.sharingMessageShown;
-            TestFile(run_, prefix_.c_str(), entry.c_str(), &node, needProperties_, insertIndex_);
+            const auto said = [this] {
+                return run_.sharingMessageShown + run_.failureMessageShown;
+            };
+            const int before = said();
+            ForFile(run_, fullName_.c_str(), [&] {
+                MDxFileNameNode node(fullName_.c_str(), -1, run_.query.inApp);
+                TestFile(run_, prefix_.c_str(), entry.c_str(), &node, needProperties_,
+                         insertIndex_);
+            });
             // A message box pumps as well.
-            if (run_.sharingMessageShown != said) inFolder_ = false;
-        } else if (subfolders_ && !IsUnsearchedFolder(entry)) {
-            auto* folder = new MDxFileNameNode(fullName_.c_str(), -1, run_.query.inApp);
-            folder->AddFileNode(&head_);
+            if (said() != before) inFolder_ = false;
+        } else if (newFolders_ != nullptr && !IsUnsearchedFolder(entry)) {
+            TakeFolder();
         }
         if (++tick_ > 10) {
             bool pumped = false;
@@ -59,18 +71,36 @@ public:
         }
     }
 
-    MDxFileNameNode* Subfolders() { return head_; }
-
 private:
+    void TakeFolder() {
+        try {
+            auto folder =
+                std::make_unique<MDxFileNameNode>(fullName_.c_str(), -1, run_.query.inApp);
+            folder->AddFileNode(newFolders_);
+            (void)folder.release();
+        } catch (...) {
+            run_.sink->OnFolderFailed(fullName_.c_str());
+        }
+    }
+
     SRxSearchRun& run_;
     const BLxWString& prefix_;
     BLxWString fullName_;
-    bool subfolders_;
+    MDxFileNameNode** newFolders_;
     bool needProperties_;
     int& insertIndex_;
     bool inFolder_ = false;
     int tick_ = 0;
-    MDxFileNameNode* head_ = nullptr;
+};
+
+// A chain of nodes on its way.
+struct ChainOwner {
+    ChainOwner() = default;
+    ~ChainOwner() { delete head; }
+    ChainOwner(const ChainOwner&) = delete;
+    ChainOwner& operator=(const ChainOwner&) = delete;
+
+    MDxFileNameNode* head = nullptr;
 };
 
 // A folder that was walked is not looked at again: memory holds those that wait, and the root.
@@ -99,7 +129,7 @@ bool WalkDirectory(SRxSearchRun& run, const WCHAR* path, LONG subfolders, bool n
     const bool isPlace = run.rootNode == nullptr || WTextView(run.rootNode->GetFileName()) == path;
     if (!isPlace) search.RefuseLink();
     const BLxWString prefix(pattern, 0, pattern.size() - 1);
-    FolderWalk walk(run, prefix, newFolders != nullptr ? subfolders : 0, needProperties,
+    FolderWalk walk(run, prefix, subfolders > 0 ? newFolders : nullptr, needProperties,
                     insertIndex);
     const BLxWString* entry = &search.Start();
     const bool listed = !search.Done();
@@ -109,7 +139,6 @@ bool WalkDirectory(SRxSearchRun& run, const WCHAR* path, LONG subfolders, bool n
     }
     // A listing that broke off has given what it could; the rest of the folder is missing.
     if (!listed || search.Failed()) run.sink->OnFolderFailed(prefix.c_str());
-    if (newFolders != nullptr) *newFolders = walk.Subfolders();
     return listed;
 }
 
@@ -133,15 +162,21 @@ bool SearchFolders(SRxSearchRun& run, LONG subfolders, bool needProperties) {
     bool result = true;
     int insertIndex = 0;
     for (MDxFileNameNode* current = run.rootNode; !run.stopRequested && current != nullptr;) {
-        run.sink->OnFolder(run, current->GetFileName());
-        if (!ShowProgress(run, current->GetFileName())) break;
-        MDxFileNameNode* newFolders = nullptr;
-        result = WalkDirectory(run, current->GetFileName(), subfolders, needProperties, insertIndex,
-                               &newFolders);
-        if (newFolders != nullptr) {
+        ChainOwner newFolders;
+        try {
+            run.sink->OnFolder(run, current->GetFileName());
+            if (!ShowProgress(run, current->GetFileName())) break;
+            result = WalkDirectory(run, current->GetFileName(), subfolders, needProperties,
+                                   insertIndex, &newFolders.head);
+        } catch (...) {
+            // The subfolders that were found before are searched all the same.
+            run.sink->OnFolderFailed(current->GetFileName());
+            result = false;
+        }
+        if (newFolders.head != nullptr) {
             // Right behind the present folder, in front of what waits already: depth first.
-            if (MDxFileNameNode* rest = current->GetNextNode()) rest->AddFileNode(&newFolders);
-            current->SetNextNode(newFolders);
+            if (MDxFileNameNode* rest = current->GetNextNode()) rest->AddFileNode(&newFolders.head);
+            current->SetNextNode(std::exchange(newFolders.head, nullptr));
         }
         current = DropVisited(run, *current);
     }

@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "criteria/or_groups.h"
+#include "search/file_faults.h"
 #include "search/property_criteria.h"
 #include "search/search.h"
 #include "search/search_sink.h"
@@ -52,9 +53,14 @@ bool TestFile(SRxSearchRun& run, const WCHAR* folder, const WCHAR* name, MDxFile
     // A node that comes back carries nothing of an earlier search.
     if (node->HaveOccCriteria()) node->GetOccCritList().clear();
     node->ForgetFacts();
-    run.sink->OnFile(run);
-    if (MatchFile(run, node, needProperties))
-        run.sink->OnHit(run, folder, name, *node, insertIndex);
+    bool tested = false;
+    ForFile(run, node->GetFileName(), [&] {
+        run.sink->OnFile(run);
+        if (MatchFile(run, node, needProperties))
+            run.sink->OnHit(run, folder, name, *node, insertIndex);
+        tested = true;
+    });
+    if (!tested) node->GetOccCritList().clear();
     return true;
 }
 

@@ -1,7 +1,10 @@
 // What was searched last, kept in the registry for the next opening of the look-in box.
+#include <new>
+
 #include "module/registry_key.h"
 #include "module/text_lengths.h"
 #include "outside/md_registry.h"
+#include "platform/processes.h"
 #include "search/search.h"
 
 namespace {
@@ -10,17 +13,21 @@ constexpr int kRecentFiles = 5;
 
 }  // namespace
 
-bool RememberRecentPath(const SRxSearchRun& run, const WCHAR* path) {
+bool RememberRecentPath(const SRxSearchRun& run, const WCHAR* path) try {
     if (!run.query.remembersPlaces) return false;
+    const LockWait once(0);  // no search waits for that
     WCHAR keyPath[kPathLength] = TEXT("\\FindExt\\RecentPathList");
     RegistryKeyOwner key(MDxCreateRegistryKey(HKEY_CURRENT_USER, keyPath, kPathLength));
     if (!key) return false;
     const bool written = BLxPref_Reg::Write(key.get(), nullptr, path) == 0;
     return BLxPref_Reg::CloseKey(key.release()) == 0 && written;
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
-bool RememberRecentFiles(const SRxSearchRun& run, const WCHAR* path) {
+bool RememberRecentFiles(const SRxSearchRun& run, const WCHAR* path) try {
     if (!run.query.remembersPlaces) return true;
+    const LockWait once(0);
     const WText whole = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\RecentFileList");
     BLxPref_Reg::DeleteKey(HKEY_CURRENT_USER, whole.c_str());
     WCHAR keyPath[kLabelLength] = TEXT("\\FindExt\\RecentFileList");
@@ -38,4 +45,6 @@ bool RememberRecentFiles(const SRxSearchRun& run, const WCHAR* path) {
     BLxWString folder = path;
     if (PathRemoveFileSpecW(folder.data())) RememberRecentPath(run, folder.c_str());
     return true;
+} catch (const std::bad_alloc&) {
+    return true;  // the search goes on without it
 }

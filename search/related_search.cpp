@@ -1,5 +1,6 @@
 #include "module/running_application.h"
 #include "platform/native_path.h"
+#include "search/file_faults.h"
 #include "search/search.h"
 #include "search/search_sink.h"
 
@@ -61,9 +62,11 @@ bool SearchRelatedDocs(SRxSearchRun& run, bool needProperties) {
             ShowProgress(run, start.c_str());
             tick = 0;
         }
-        const WCHAR* name = SplitFullName(current->GetFileName(), folder);
-        TestFile(run, folder.c_str(), name, current, needProperties, insertIndex);
-        AddRelatedDocs(run, current);
+        ForFile(run, current->GetFileName(), [&] {
+            const WCHAR* name = SplitFullName(current->GetFileName(), folder);
+            TestFile(run, folder.c_str(), name, current, needProperties, insertIndex);
+            AddRelatedDocs(run, current);
+        });
     }
     return true;
 }

@@ -13,7 +13,8 @@ bool SearchFolders(SRxSearchRun& run, LONG subfolders, bool needProperties);
 bool SearchRelatedDocs(SRxSearchRun& run, bool needProperties);
 
 // Lists one folder and tests its files. True when it could be listed. `*newFolders` (may be null)
-// becomes the chain of its subfolders when `subfolders` is above 0; the caller owns it.
+// becomes the chain of its subfolders when `subfolders` is above 0; the caller owns it, also when
+// an exception ends the walk.
 bool WalkDirectory(SRxSearchRun& run, const WCHAR* path, LONG subfolders, bool needProperties,
                    int& insertIndex, MDxFileNameNode** newFolders);
 

@@ -1,8 +1,10 @@
 #include <cassert>
+#include <new>
 
 #include "criteria/skipped_criteria.h"
 #include "module/file_chain.h"
 #include "outside/ps_property_specifics.h"
+#include "search/file_faults.h"
 #include "search/search.h"
 #include "search/search_sink.h"
 
@@ -68,7 +70,12 @@ bool RunSearch(SRxSearchRun& run) {
 }
 
 bool ShowProgress(SRxSearchRun& run, const WCHAR* path, bool* pumped) {
-    const bool handedOut = run.sink->OnProgress(run, path);
+    bool handedOut = true;
+    try {
+        handedOut = run.sink->OnProgress(run, path);
+    } catch (const std::bad_alloc&) {
+        // The search can do without the text.
+    }
     if (pumped != nullptr) *pumped = handedOut;
     return !run.stopRequested;
 }
@@ -94,8 +101,10 @@ bool SearchSelection(SRxSearchRun& run, bool needProperties) {
             ShowProgress(run, node->GetFileName());
             tick = 0;
         }
-        const WCHAR* name = SplitFullName(node->GetFileName(), folder);
-        TestFile(run, folder.c_str(), name, node, needProperties, insertIndex);
+        ForFile(run, node->GetFileName(), [&] {
+            const WCHAR* name = SplitFullName(node->GetFileName(), folder);
+            TestFile(run, folder.c_str(), name, node, needProperties, insertIndex);
+        });
     }
     return true;
 }

@@ -69,6 +69,7 @@ struct SRxSearchRun {
     SRxShellExtParameters params;         // gets the reduced criteria
     bool stopRequested = false;           // by the sink or whoever holds the run
     bool sharingMessageShown = false;     // that a file is in use was said in this run
+    bool failureMessageShown = false;     // that a file could not be looked into was said
     bool skippedCriterionSeen = false;    // one that only the caller can test was evaluated
     // Hits carry a record for each criterion; someone looks at them.
     bool hitsHaveRecords = true;

@@ -1,5 +1,6 @@
 // Where the hits, the progress and the messages of a search go. Calls come on the search's thread
-// in the middle of the search; each may set `stopRequested` of the run.
+// in the middle of the search; each may set `stopRequested` of the run. One that throws about a
+// file ends the search of its folder, one that throws about a folder the search.
 #pragma once
 
 #include "search/search_run.h"
@@ -20,6 +21,9 @@ public:
     virtual void OnFolderFailed(const WCHAR* folder) = 0;
     // Another program holds the file; the first one of a run.
     virtual void OnFileInUse(const WCHAR* file) = 0;
+
+    // The file could not be looked into: E_OUTOFMEMORY without memory for it, else E_FAIL.
+    virtual void OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT status) = 0;
 
     // What is looked at, for a sink that counts and reports.
     virtual void OnFolder(SRxSearchRun&, const WCHAR* /*folder*/) {}

@@ -17,7 +17,7 @@ DWORD TextFlags(bool matchCase) {
 bool EqualsString(UINT id, const WCHAR* text) {
     WCHAR word[kLabelLength];
     if (LoadStringW(SrResReturnHandle(), id, word, kLabelLength) < 1) return false;
-    return CompareStringW(LOCALE_USER_DEFAULT, kFoldWord, word, -1, text, -1) == CSTR_EQUAL;
+    return text != nullptr && TextsEqual(word, text, kFoldWord);
 }
 
 }  // namespace

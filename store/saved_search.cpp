@@ -1,6 +1,7 @@
 #include "store/saved_search.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/processes.h"
 #include "store/saving_copies.h"
@@ -9,8 +10,6 @@
 namespace {
 
 constexpr WTextView kLastSearchPrefix = TEXT("_last_hlv_search");
-constexpr DWORD kNameCapacity = 4001;  // units of a name with the terminator
-constexpr DWORD kLockWait = 10000;     // ms; a save takes far less
 constexpr const char* kLockName = "SavedSearches";
 
 // Whether what stood at `path` stands there still, or again.
@@ -22,6 +21,19 @@ bool PutBack(const WText& path, eStoredRead before, const StoredSearch& old) {
            WriteAt(path, old) == eStoredWrite::Whole;
 }
 
+// The names of all keys of the store.
+std::vector<WText> KeyNames() {
+    const RegistryKeyOwner key = OpenKey(StorePath());
+    return key ? SubkeyNames(key.get(), kKeyNameCapacity) : std::vector<WText>();
+}
+
+// The open key of a search; null when there is no such search.
+RegistryKeyOwner OpenSearch(WTextView name) {
+    if (!NamesASearch(name)) return {};
+    RegistryKeyOwner key = OpenKey(PathOf(name));
+    return key && IsSearch(key.get(), PathOf(name)) ? std::move(key) : RegistryKeyOwner();
+}
+
 }  // namespace
 
 std::size_t MostUnitsOfSearchName() {
@@ -30,16 +42,17 @@ std::size_t MostUnitsOfSearchName() {
 }
 
 std::vector<WText> SavedSearchNames() {
-    const RegistryKeyOwner key = OpenKey(StorePath());
-    return key ? SubkeyNames(key.get(), kNameCapacity) : std::vector<WText>();
+    std::vector<WText> names = KeyNames();
+    std::erase_if(names, [](const WText& name) { return !OpenSearch(name); });
+    return names;
 }
 
 bool HasSavedSearch(const WCHAR* name) {
-    return NamesASearch(name) && static_cast<bool>(OpenKey(PathOf(name)));
+    return static_cast<bool>(OpenSearch(name));
 }
 
 eStoredEnvironment EnvironmentOfSavedSearch(const WCHAR* name, LONG& environment) {
-    const RegistryKeyOwner key = NamesASearch(name) ? OpenKey(PathOf(name)) : RegistryKeyOwner();
+    const RegistryKeyOwner key = OpenSearch(name);
     if (!key) return eStoredEnvironment::NoSearch;
     return BLxPref_Reg::Read(key.get(), TEXT("Environment"), &environment) == 0
                ? eStoredEnvironment::Known
@@ -50,7 +63,8 @@ eStoredRead ReadSavedSearch(const WCHAR* name, StoredSearch& search) {
     search = {};
     if (!NamesASearch(name)) return eStoredRead::Absent;
     // Not while another process writes; one that holds on for too long isn't waited for.
-    const ProcessLock lock(kLockName, kLockWait);
+    const LockWait wait(kMostLockWait);
+    const ProcessLock lock(kLockName);
     return ReadAt(PathOf(name), search);
 }
 
@@ -62,7 +76,8 @@ eStoredWrite WriteLastSearch(const WCHAR* name, const StoredSearch& search) {
 eStoredWrite WriteSavedSearch(const WCHAR* name, const StoredSearch& search,
                               std::vector<WText>& finished) {
     finished.clear();
-    const ProcessLock lock(kLockName, kLockWait);
+    const LockWait wait(kMostLockWait);
+    const ProcessLock lock(kLockName);
     if (!lock.IsHeld() || !NamesASearch(name)) return eStoredWrite::KeptOld;
     finished = FinishSavings();
     const WText path = PathOf(name);
@@ -89,7 +104,8 @@ eStoredWrite WriteSavedSearch(const WCHAR* name, const StoredSearch& search,
 
 bool DeleteSavedSearch(const WCHAR* name, std::vector<WText>& finished) {
     finished.clear();
-    const ProcessLock lock(kLockName, kLockWait);
+    const LockWait wait(kMostLockWait);
+    const ProcessLock lock(kLockName);
     if (!lock.IsHeld() || !NamesASearch(name)) return false;
     finished = FinishSavings();
     // A copy would bring it back.
@@ -99,13 +115,14 @@ bool DeleteSavedSearch(const WCHAR* name, std::vector<WText>& finished) {
 }
 
 void DeleteAllLastSearches() {
-    for (const WText& name : SavedSearchNames()) {
+    for (const WText& name : KeyNames()) {
         if (name.starts_with(kLastSearchPrefix)) DeleteAt(PathOf(name));
     }
 }
 
 std::vector<WText> FinishCutSaves() {
     if (!OpenKey(SavingPath())) return {};  // nearly always
-    const ProcessLock lock(kLockName, kLockWait);
+    const LockWait wait(kMostLockWait);
+    const ProcessLock lock(kLockName);
     return lock.IsHeld() ? FinishSavings() : std::vector<WText>();
 }

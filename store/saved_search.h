@@ -41,7 +41,10 @@ enum class eStoredWrite {
 
 // The longest name that a person may give a search.
 std::size_t MostUnitsOfSearchName();
-// The names of all saved searches, in natural order, those of last searches too.
+// False for an empty name and for one with a backslash, which would put one search below another.
+bool NamesASearch(WTextView name);
+// The names of all saved searches, in natural order, those of last searches too. A key without any
+// value of a search and without a criterion is no search.
 std::vector<WText> SavedSearchNames();
 bool HasSavedSearch(const WCHAR* name);
 
@@ -57,15 +60,15 @@ enum class eStoredEnvironment { NoSearch, Missing, Known };
 // Writes over what stands under the name. A named search is first written whole beside the store,
 // so that a failure or a killed process leaves the old one, or the new one to be finished later.
 // Cut saves of before are finished first, which the caller tells: `finished` has their names.
-// What stands below the name, as "a\b" below "a", goes as well. A name of backslashes alone names
-// no search: nothing is written.
+// What lies below the name and is no criterion stays. Under a name that names no search nothing is
+// written.
 [[nodiscard]] eStoredWrite WriteSavedSearch(const WCHAR* name, const StoredSearch& search,
                                             std::vector<WText>& finished);
 // Without that care: for a search that only this process reads again. Nothing stands there yet.
 [[nodiscard]] eStoredWrite WriteLastSearch(const WCHAR* name, const StoredSearch& search);
 
-// True when the search is gone with all below it, also when it had been gone before. `finished` as
-// above, without what is gone now.
+// True when the search is gone, also when it had been gone before; what else lies below its name
+// stays. `finished` as above, without what is gone now.
 [[nodiscard]] bool DeleteSavedSearch(const WCHAR* name, std::vector<WText>& finished);
 // The last searches of every environment and process.
 void DeleteAllLastSearches();

@@ -64,8 +64,7 @@ bool FinishSaving(const WText& path, const WText& name, bool& written) {
 }  // namespace
 
 WText SavingPath() {
-    const WTextView branch = MDxRegistryBranch();
-    return WText(branch.substr(0, branch.rfind('\\'))) + TEXT("\\FindSaving");
+    return WText(MDxRegistryBranch()) + TEXT("\\FindExt\\UnfinishedSaves");
 }
 
 WText FreeSavingPath() {
@@ -86,7 +85,7 @@ bool DeleteSaving(const WText& path) {
     if (ReadSavingName(path, name) && !name.empty() && !WriteSavingName(path, TEXT(""))) {
         return false;
     }
-    const bool deleted = DeleteAt(path);
+    const bool deleted = DeleteTreeAt(path);
     // Refused while another copy stands there.
     (void)BLxPref_Reg::DeleteKey(HKEY_CURRENT_USER, SavingPath().c_str());
     return deleted;

@@ -1,4 +1,4 @@
-// Copies of searches in mid-save. They stand beside the branch, whose layout other programs know,
+// Copies of searches in mid-save. They stand beside the saved searches, where no list shows them,
 // each in a subkey named by the id of its process; with a name it is whole. All under the lock of
 // the store. For the sources of this folder.
 #pragma once

@@ -7,6 +7,7 @@
 #include "module/message_kinds.h"
 #include "outside/md_messages.h"
 #include "outside/md_window_aids.h"
+#include "platform/processes.h"
 #include "platform/resource_text.h"
 #include "resource/control_ids.h"
 #include "resource/string_ids.h"
@@ -95,7 +96,13 @@ void Delete(SRxSearchListRecord& record) {
     if (row < 0 || name.empty()) return;
     if (!Show(record, wtext::Format(TextOf(record, MSG_ASK_DELETE), {name}), true)) return;
     std::vector<WText> finished;
-    const bool deleted = DeleteSavedSearch(name.c_str(), finished);
+    WText lock;
+    const bool deleted = [&] {
+        const LockWait wait(kMostLockWait);
+        const bool gone = DeleteSavedSearch(name.c_str(), finished);
+        lock = wait.GivenUp();
+        return gone;
+    }();
     if (!finished.empty()) {
         // Among them may be one that has no row yet.
         FillSearchList(record);
@@ -106,7 +113,7 @@ void Delete(SRxSearchListRecord& record) {
                             static_cast<WPARAM>(row), 0);
     }
     record.dialog->TellOfFinishedSaves(finished);
-    if (!deleted) record.dialog->SayAboutSearch(MSG_DELETE_FAILED, name.c_str());
+    if (!deleted) record.dialog->SayAboutSearch(MSG_DELETE_FAILED, name.c_str(), lock);
 }
 
 void OnOpenCommand(SRxSearchListRecord& record, int control, int code) {
@@ -147,6 +154,11 @@ bool TakeName(SRxSearchListRecord& record) {
     record.name[0] = 0;
     if (length < 1) return true;
     GetDlgItemTextW(record.window, IDC_SEARCH_NAME, record.name, kPathLength);
+    if (!NamesASearch(record.name)) {
+        record.name[0] = 0;
+        Show(record, TextOf(record, MSG_NAME_BACKSLASH), false);
+        return false;
+    }
     if (!HasSavedSearch(record.name)) return true;
     // The old search goes when the new one is written: a failure in between loses neither.
     const int answer = DisplayMessageId(record.dialog->Resources(), MSG_ASK_OVERWRITE, MB_YESNO,

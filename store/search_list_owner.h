@@ -13,8 +13,9 @@ public:
     virtual void SetNestedDialog(HWND dialog) = 0;
     // Saves that had been cut short and were finished now.
     virtual void TellOfFinishedSaves(const std::vector<WText>& names) const = 0;
-    // A message with the name of a saved search.
-    virtual void SayAboutSearch(UINT id, const WCHAR* name) const = 0;
+    // A message with the name of a saved search. `lock`: what another program holds, if that is
+    // why; else empty.
+    virtual void SayAboutSearch(UINT id, const WCHAR* name, const WText& lock) const = 0;
     virtual void TellOutOfMemory(HWND owner) const noexcept = 0;
 
 protected:

@@ -8,6 +8,9 @@
 namespace {
 
 constexpr const WCHAR* kSearches = TEXT("\\FindExt\\SavedSearches");
+constexpr const WCHAR* kSearchValues[] = {nullptr, TEXT("LookFor"), TEXT("Environment")};
+constexpr const WCHAR* kCriterionValues[] = {TEXT("Join"), TEXT("Property"), TEXT("Condition"),
+                                             TEXT("Value"), TEXT("ValueID")};
 
 bool ReadProperty(HKEY key, StoredCriterion& criterion) {
     DWORD type = REG_NONE;
@@ -37,16 +40,42 @@ bool ReadCriterion(HKEY key, StoredCriterion& criterion) {
     return ReadProperty(key, criterion);
 }
 
-// A subkey without any value of a criterion is none: a name with a backslash puts one search below
-// another.
+bool HasValue(HKEY key, const WCHAR* name) {
+    DWORD type = REG_NONE;
+    DWORD cb = 0;
+    return BLxPref_Reg::Read(key, name, &type, nullptr, &cb) != ERROR_FILE_NOT_FOUND;
+}
+
+// A subkey without any value of a criterion is none: another program put it there.
 bool IsCriterion(HKEY key) {
-    constexpr const WCHAR* kValues[] = {TEXT("Join"), TEXT("Property"), TEXT("Condition"),
-                                        TEXT("Value"), TEXT("ValueID")};
-    return std::any_of(std::begin(kValues), std::end(kValues), [key](const WCHAR* name) {
-        DWORD type = REG_NONE;
-        DWORD cb = 0;
-        return BLxPref_Reg::Read(key, name, &type, nullptr, &cb) != ERROR_FILE_NOT_FOUND;
-    });
+    return std::any_of(std::begin(kCriterionValues), std::end(kCriterionValues),
+                       [key](const WCHAR* name) { return HasValue(key, name); });
+}
+
+WText Below(const WText& path, const WText& name) {
+    return path + TEXT("\\") + name;
+}
+
+// False when one of them stays.
+template <std::size_t size>
+bool DeleteValues(RegistryKeyOwner& key, const WCHAR* const (&names)[size]) {
+    bool deleted = true;
+    for (const WCHAR* name : names) {
+        const DWORD code = BLxPref_Reg::DeleteValue(key.get(), name);
+        deleted = (code == 0 || code == ERROR_FILE_NOT_FOUND) && deleted;
+    }
+    return Close(key) && deleted;
+}
+
+// Whether the key holds anything below it that belongs to no criterion of the search.
+bool HoldsMore(HKEY key, const WText& path) {
+    for (const WText& name : SubkeyNames(key, kKeyNameCapacity)) {
+        const RegistryKeyOwner subkey = OpenKey(Below(path, name));
+        if (!subkey) continue;
+        if (!IsCriterion(subkey.get())) return true;
+        if (!SubkeyNames(subkey.get(), kKeyNameCapacity).empty()) return true;
+    }
+    return false;
 }
 
 bool WriteCriterion(const WText& path, const StoredCriterion& criterion) {
@@ -88,7 +117,7 @@ WText StorePath() {
 }
 
 bool NamesASearch(WTextView name) {
-    return name.find_first_not_of('\\') != WTextView::npos;
+    return !name.empty() && name.find('\\') == WTextView::npos;
 }
 
 WText PathOf(WTextView name) {
@@ -104,16 +133,27 @@ std::vector<WText> SubkeyNames(HKEY key, DWORD capacity) {
     return names;
 }
 
+bool IsSearch(HKEY key, const WText& path) {
+    for (const WCHAR* name : kSearchValues) {
+        if (HasValue(key, name)) return true;
+    }
+    for (const WText& name : SubkeyNames(key, kCriterionNameCapacity)) {
+        const RegistryKeyOwner subkey = OpenKey(Below(path, name));
+        if (subkey && HasValue(subkey.get(), TEXT("Property"))) return true;
+    }
+    return false;
+}
+
 eStoredRead ReadAt(const WText& path, StoredSearch& search) {
     search = {};
     const RegistryKeyOwner key = OpenKey(path);
-    if (!key) return eStoredRead::Absent;
+    if (!key || !IsSearch(key.get(), path)) return eStoredRead::Absent;
     (void)BLxPref_Reg::Read(key.get(), nullptr, &search.matchCase);
     (void)BLxPref_Reg::Read(key.get(), TEXT("LookFor"), &search.lookFor);
     (void)BLxPref_Reg::Read(key.get(), TEXT("Environment"), &search.environment);
     eStoredRead result = eStoredRead::Whole;
     for (const WText& name : SubkeyNames(key.get(), kCriterionNameCapacity)) {
-        const RegistryKeyOwner subkey = OpenKey(path + TEXT("\\") + name);
+        const RegistryKeyOwner subkey = OpenKey(Below(path, name));
         StoredCriterion criterion;
         if (subkey && ReadCriterion(subkey.get(), criterion)) {
             search.criteria.push_back(criterion);
@@ -140,7 +180,24 @@ eStoredWrite WriteAt(const WText& path, const StoredSearch& search) {
     return eStoredWrite::Whole;
 }
 
-bool DeleteAt(const WText& path) {
+bool DeleteTreeAt(const WText& path) {
     const DWORD code = BLxPref_Reg::DeleteKeyAndDescendants(HKEY_CURRENT_USER, path.c_str());
     return code == 0 || code == ERROR_FILE_NOT_FOUND;
+}
+
+bool DeleteAt(const WText& path) {
+    RegistryKeyOwner key = OpenKey(path);
+    // One change as a rule, so that a killed process leaves the search whole or gone.
+    if (!key || !HoldsMore(key.get(), path)) return DeleteTreeAt(path);
+    bool deleted = true;
+    for (const WText& name : SubkeyNames(key.get(), kCriterionNameCapacity)) {
+        const WText below = Below(path, name);
+        RegistryKeyOwner subkey = OpenKey(below);
+        if (!subkey || !IsCriterion(subkey.get())) continue;
+        const bool holdsMore = !SubkeyNames(subkey.get(), kKeyNameCapacity).empty();
+        deleted =
+            (holdsMore ? DeleteValues(subkey, kCriterionValues) : DeleteTreeAt(below)) && deleted;
+    }
+    // The values last: until then it counts as a search, to be deleted again.
+    return deleted && DeleteValues(key, kSearchValues);
 }

@@ -73,6 +73,10 @@ BLxResult BLxPref_Reg::Write(HKEY key, const WCHAR* name, DWORD type, const void
     return BLxResult(registry_calls::WriteValue(key, name, type, data, cb));
 }
 
+BLxResult BLxPref_Reg::DeleteValue(HKEY key, const WCHAR* name) {
+    return BLxResult(registry_calls::DeleteValue(key, name));
+}
+
 BLxResult BLxPref_Reg::DeleteKey(HKEY root, const WCHAR* path) {
     return BLxResult(registry_calls::DeleteKey(root, path));
 }

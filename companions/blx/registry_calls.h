@@ -17,6 +17,7 @@ DWORD CloseKey(HKEY key);
 // stored text has its terminator.
 DWORD ReadValue(HKEY key, const WCHAR* name, DWORD* type, void* data, DWORD* cb);
 DWORD WriteValue(HKEY key, const WCHAR* name, DWORD type, const void* data, DWORD cb);
+DWORD DeleteValue(HKEY key, const WCHAR* name);
 // Refuses a key with subkeys.
 DWORD DeleteKey(HKEY root, const WCHAR* path);
 DWORD DeleteTree(HKEY root, const WCHAR* path);

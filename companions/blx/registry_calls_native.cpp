@@ -229,6 +229,20 @@ DWORD registry_calls::WriteValue(HKEY key, const WCHAR* name, DWORD type, const 
     return registry.ChangeValue(*open, {eRegistryChange::setValue, open->path, std::move(value)});
 }
 
+DWORD registry_calls::DeleteValue(HKEY key, const WCHAR* name) {
+    Registry& registry = TheRegistry();
+    const std::lock_guard lock(registry.mutex);
+    ::OpenKey* open = nullptr;
+    if (const DWORD error = registry.Use(key, open)) return error;
+    if (!open->writable) return ERROR_ACCESS_DENIED;
+    const WText valueName(NameOf(name));
+    if (registry.Key(open->path)->values.count(FoldName(valueName)) == 0) {
+        return ERROR_FILE_NOT_FOUND;
+    }
+    return registry.ChangeValue(*open,
+                                {eRegistryChange::deleteValue, open->path, {valueName, 0, {}}});
+}
+
 DWORD registry_calls::DeleteKey(HKEY root, const WCHAR* path) {
     Registry& registry = TheRegistry();
     const std::lock_guard lock(registry.mutex);

@@ -35,6 +35,10 @@ DWORD registry_calls::WriteValue(HKEY key, const WCHAR* name, DWORD type, const 
     return Code(RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data), cb));
 }
 
+DWORD registry_calls::DeleteValue(HKEY key, const WCHAR* name) {
+    return Code(RegDeleteValueW(key, name));
+}
+
 DWORD registry_calls::DeleteKey(HKEY root, const WCHAR* path) {
     return Code(RegDeleteKeyW(root, path));
 }

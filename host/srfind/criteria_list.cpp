@@ -3,6 +3,7 @@
 #include "criteria/modes.h"
 #include "host/srfind/criterion_text.h"
 #include "module/module_state.h"
+#include "platform/processes.h"
 #include "platform/resource_text.h"
 #include "store/stored_criteria.h"
 
@@ -67,6 +68,10 @@ bool OpenSearch(const Options& options, SearchReport& report, LineCriteria& crit
     return taken;
 }
 
+void ReportHeldLock(const LockWait& wait, SearchReport& report) {
+    if (!wait.GivenUp().empty()) report.Tell(ResourceLine(MSG_LOCK_HELD, wait.GivenUp()));
+}
+
 // A yes or no for a question about a saved search, which --yes answers.
 bool Agrees(const Options& options, SearchReport& report, UINT question, const WText& name) {
     if (options.yes) return true;
@@ -92,45 +97,52 @@ bool FillCriteria(const Options& options, SearchReport& report, LineCriteria& cr
     return true;
 }
 
-bool SaveCriteria(const Options& options, const LineCriteria& criteria, SearchReport& report,
-                  std::string& fault) {
+eSaved SaveCriteria(const Options& options, const LineCriteria& criteria, SearchReport& report,
+                    std::string& fault) {
     const WText name = wtext::FromUtf8(options.saveSearch.text);
     const std::size_t most = MostUnitsOfSearchName();
     if (name.size() > most) {
         fault = ResourceLine(MSG_NAME_TOO_LONG, wtext::FromNumber(static_cast<long long>(most)));
-        return false;
+        return eSaved::Refused;
+    }
+    if (!NamesASearch(name)) {
+        fault = ResourceLine(MSG_NAME_BACKSLASH);
+        return eSaved::Refused;
     }
     const bool known = HasSavedSearch(name.c_str());
     if (known && !Agrees(options, report, MSG_ASK_OVERWRITE, name)) {
         fault = "nothing was saved";
-        return false;
+        return eSaved::Refused;
     }
-    if (criteria.list.head == nullptr) return true;
+    if (criteria.list.head == nullptr) {
+        fault = "there are no criteria to save";
+        return eSaved::Refused;
+    }
     StoredSearch search;
     search.matchCase = criteria.matchCase ? 1 : 0;
     search.lookFor = criteria.lookFor;
     search.environment = static_cast<LONG>(eAccessShellNoWindow);
     search.criteria = ToStored(criteria.list.head);
     std::vector<WText> finished;
+    const LockWait wait(kMostLockWait);
     const eStoredWrite result = WriteSavedSearch(name.c_str(), search, finished);
     ReportFinished(finished, report);
     switch (result) {
         case eStoredWrite::Whole:
-            return true;
-        case eStoredWrite::NoKey:
-            break;
+            return eSaved::Saved;
         case eStoredWrite::CutShort:
             report.Tell(ResourceLine(MSG_SAVE_CUT_SHORT));
             break;
+        case eStoredWrite::NoKey:
         case eStoredWrite::KeptOld:
             report.Tell(ResourceLine(MSG_SAVE_FAILED, name));
+            ReportHeldLock(wait, report);
             break;
         case eStoredWrite::SetAside:
             report.Tell(ResourceLine(MSG_SAVE_SET_ASIDE, name));
             break;
     }
-    fault = "the search was not saved whole";
-    return false;
+    return eSaved::Failed;
 }
 
 eDeleted DeleteSearch(const Options& options, SearchReport& report) {
@@ -138,7 +150,9 @@ eDeleted DeleteSearch(const Options& options, SearchReport& report) {
     if (!HasSavedSearch(name.c_str())) return eDeleted::NotThere;
     if (!Agrees(options, report, MSG_ASK_DELETE, name)) return eDeleted::NotAgreed;
     std::vector<WText> finished;
+    const LockWait wait(kMostLockWait);
     const bool deleted = DeleteSavedSearch(name.c_str(), finished);
     ReportFinished(finished, report);
+    ReportHeldLock(wait, report);
     return deleted ? eDeleted::Deleted : eDeleted::Failed;
 }

@@ -18,8 +18,12 @@ struct LineCriteria {
 // was typed. False with the fault.
 [[nodiscard]] bool FillCriteria(const Options& options, SearchReport& report,
                                 LineCriteria& criteria, std::string& fault);
-[[nodiscard]] bool SaveCriteria(const Options& options, const LineCriteria& criteria,
-                                SearchReport& report, std::string& fault);
+
+// Refused, with the fault: what was asked for can't be. Failed: it is not saved whole, which is
+// told.
+enum class eSaved { Saved, Refused, Failed };
+[[nodiscard]] eSaved SaveCriteria(const Options& options, const LineCriteria& criteria,
+                                  SearchReport& report, std::string& fault);
 
 enum class eDeleted { Deleted, NotThere, NotAgreed, Failed };
 [[nodiscard]] eDeleted DeleteSearch(const Options& options, SearchReport& report);

@@ -124,10 +124,10 @@ int RunFind(const Options& options, const LinePlace& place, const LineCriteria& 
     (void)run.params.SetCritForSkipped(nullptr);
     try {
         (void)RunSearch(run);
-    } catch (const std::bad_alloc&) {
-        report.OnIncomplete(wtext::ToUtf8(ResourceText(SrResReturnHandle(), MSG_OUT_OF_MEMORY)));
+    } catch (...) {
+        report.OnIncomplete();
     }
-    if (printer.Count() == 0 && !WasInterrupted()) {
+    if (printer.Count() == 0 && !WasInterrupted() && !report.IsIncomplete()) {
         const bool files = options.haveFilesFrom;
         const UINT text = files ? MSG_NO_HITS : STR_NOTHING_FOUND;
         if (!files || !run.skippedCriterionSeen) {
@@ -192,8 +192,15 @@ int Search(const Options& options) {
     std::string fault;
     if (!ReadPlace(options, report, place, fault)) return Refuse(fault);
     if (!FillCriteria(options, report, criteria, fault)) return Refuse(fault);
-    if (options.saveSearch.given && !SaveCriteria(options, criteria, report, fault)) {
-        return Refuse(fault);
+    if (options.saveSearch.given) {
+        switch (SaveCriteria(options, criteria, report, fault)) {
+            case eSaved::Saved:
+                break;
+            case eSaved::Refused:
+                return Refuse(fault);
+            case eSaved::Failed:
+                return kUnreadable;
+        }
     }
     return options.Searches() ? RunFind(options, place, criteria, report) : kHits;
 }

@@ -262,6 +262,7 @@ std::string UsageText() {
         "A custom property stands in quotes: '\"Supplier\" equals Miller'.\n"
         "Or binds tighter than And: -w A -w B -o C asks for A and (B or C).\n"
         "\n"
-        "Exit status: 0 hits, 1 none, 2 wrong use, 3 something could not be read, 130 stopped.\n";
+        "Exit status: 0 hits, 1 none, 2 wrong use, 3 something could not be read or kept, 130 "
+        "stopped.\n";
     return text;
 }

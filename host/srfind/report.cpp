@@ -30,6 +30,8 @@ std::string Reason(HRESULT status) {
             return "is no design document, though its extension says so";
         case DISP_E_TYPEMISMATCH:
             return "has a property that was asked for in a form that can't be read";
+        case E_OUTOFMEMORY:
+            return "could not be looked into: there is not enough memory";
         default: {
             char code[16];
             std::snprintf(code, sizeof(code), "0x%08X", static_cast<unsigned>(status));
@@ -119,9 +121,18 @@ bool SearchReport::End(SRxSearchRun&, bool result) {
     return result;
 }
 
-void SearchReport::OnIncomplete(const std::string& text) {
+void SearchReport::OnFileFailed(SRxSearchRun&, const WCHAR* file, HRESULT status) {
+    OnUnusable(file, Reason(status).c_str());
+}
+
+void SearchReport::OnIncomplete() noexcept {
     ++unreadable_;
-    Say(text);
+    incomplete_ = true;
+    try {
+        Say(wtext::ToUtf8(ResourceText(resources_, MSG_SEARCH_INCOMPLETE)));
+    } catch (...) {
+        WriteError("srfind: The search ended before its end, for want of memory.\n");
+    }
 }
 
 void SearchReport::OnUnusable(const WCHAR* file, const char* reason) {

@@ -20,6 +20,7 @@ public:
                int& insertIndex) override;
     void OnFolder(SRxSearchRun& run, const WCHAR* folder) override;
     void OnFolderFailed(const WCHAR* folder) override;
+    void OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT status) override;
     // Said with the result of its reading.
     void OnFileInUse(const WCHAR*) override {}
     void OnFile(SRxSearchRun& run) override;
@@ -35,8 +36,9 @@ public:
     void Tell(const std::string& text) { Say(text); }
     // An entry of a list of files that is none.
     void OnUnusable(const WCHAR* file, const char* reason);
-    // Something else that makes the search incomplete.
-    void OnIncomplete(const std::string& text);
+    // The search ended before its end; said also without memory.
+    void OnIncomplete() noexcept;
+    bool IsIncomplete() const { return incomplete_; }
     bool SomethingUnreadable() const { return unreadable_ + badFolders_ != 0; }
     void PrintPassedOver() const;
     void PrintStats(std::size_t hits) const;
@@ -60,6 +62,7 @@ private:
     std::size_t missingTold_ = 0;
     std::size_t missingMore_ = 0;  // of it, not told
     std::function<void(const MDxFileNameNode&)> onHit_;
+    bool incomplete_ = false;
     bool terminal_;
     bool lineShown_ = false;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();

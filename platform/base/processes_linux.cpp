@@ -10,6 +10,7 @@
 #include <string>
 #include <thread>
 
+#include "platform/base/file_lock.h"
 #include "platform/processes.h"
 #include "platform/registry/registry_file.h"
 
@@ -20,26 +21,34 @@ bool IsProcessRunning(DWORD id) {
     return kill(process, 0) == 0 || errno == EPERM;
 }
 
+bool TakeFileLock(int file, const std::string& path) {
+    constexpr std::chrono::milliseconds kPause(5);
+    const auto end = LockWait::End();
+    while (flock(file, LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR) return false;
+        if (std::chrono::steady_clock::now() >= end) {
+            LockWait::GiveUp(wtext::FromUtf8(path));
+            errno = EWOULDBLOCK;
+            return false;
+        }
+        std::this_thread::sleep_for(kPause);
+    }
+    return true;
+}
+
 struct ProcessLock::State {
     int file = -1;
 };
 
 // The lock is a file beside the user's registry: what it guards lies there.
-ProcessLock::ProcessLock(const char* name, DWORD ms) : state_(std::make_unique<State>()) {
-    constexpr std::chrono::milliseconds kPause(5);
+ProcessLock::ProcessLock(const char* name) : state_(std::make_unique<State>()) {
     const std::string registry = RegistryFile::UserPath();
+    if (!RegistryFile::IsPlain(registry)) return;
     std::error_code ignored;
     std::filesystem::create_directories(std::filesystem::path(registry).parent_path(), ignored);
-    state_->file =
-        open((registry + "." + name + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (state_->file < 0) return;
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(ms);
-    for (;;) {
-        held_ = flock(state_->file, LOCK_EX | LOCK_NB) == 0;
-        if (held_ || (errno != EWOULDBLOCK && errno != EINTR)) return;
-        if (std::chrono::steady_clock::now() >= end) return;
-        std::this_thread::sleep_for(kPause);
-    }
+    const std::string path = registry + "." + name + ".lock";
+    state_->file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    held_ = state_->file >= 0 && TakeFileLock(state_->file, path);
 }
 
 ProcessLock::~ProcessLock() {

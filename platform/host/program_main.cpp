@@ -14,12 +14,19 @@ constexpr int kFailed = 3;
 
 bool outputFailed = false;
 
-int RunProgram(const std::vector<HostArgument>& arguments) {
+// `add(arguments)` gives the arguments.
+template <typename Add>
+int RunProgram(const Add& add) {
     int status = kFailed;
     try {
+        std::vector<HostArgument> arguments;
+        add(arguments);
         status = ProgramMain(arguments);
     } catch (const std::exception& error) {
-        WriteError(std::string("The program stopped: ") + error.what() + "\n");
+        // In pieces: there may be no memory for the whole line.
+        WriteError("The program stopped: ");
+        WriteError(error.what());
+        WriteError("\n");
     }
     if (std::fflush(stdout) != 0 || outputFailed) {
         WriteError("The output could not be written.\n");
@@ -50,19 +57,19 @@ void WriteError(std::string_view text) {
 extern "C" int wmain(int count, wchar_t** values) {
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
-    std::vector<HostArgument> arguments;
-    for (int i = 1; i < count; ++i)
-        arguments.push_back({values[i], wtext::ToUtf8(values[i])});
-    return RunProgram(arguments);
+    return RunProgram([=](std::vector<HostArgument>& arguments) {
+        for (int i = 1; i < count; ++i)
+            arguments.push_back({values[i], wtext::ToUtf8(values[i])});
+    });
 }
 
 #else
 
 int main(int count, char** values) {
-    std::vector<HostArgument> arguments;
-    for (int i = 1; i < count; ++i)
-        arguments.push_back({values[i], values[i]});
-    return RunProgram(arguments);
+    return RunProgram([=](std::vector<HostArgument>& arguments) {
+        for (int i = 1; i < count; ++i)
+            arguments.push_back({values[i], values[i]});
+    });
 }
 
 #endif

@@ -2,15 +2,16 @@
 
 #include <fcntl.h>
 #include <pwd.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
+#include "platform/base/file_lock.h"
 #include "platform/registry/registry_text.h"
 
 namespace {
@@ -32,6 +33,8 @@ DWORD ErrorFromErrno(int error) {
         case ENOENT:
         case ENOTDIR:
             return ERROR_PATH_NOT_FOUND;
+        case EWOULDBLOCK:
+            return ERROR_LOCK_VIOLATION;
         case EMFILE:
         case ENFILE:
             return ERROR_TOO_MANY_OPEN_FILES;
@@ -97,6 +100,28 @@ std::string HomeFolder() {
     return entry == nullptr ? "" : entry->pw_dir;
 }
 
+// Where a link leads, also one to a file that isn't there yet.
+std::string FollowLinks(std::string path) {
+    constexpr int kMostLinks = 40;
+    for (int link = 0; link < kMostLinks; ++link) {
+        char target[PATH_MAX];
+        const ssize_t length = readlink(path.c_str(), target, sizeof target);
+        if (length <= 0 || length == sizeof target) return path;
+        const std::string next(target, static_cast<std::size_t>(length));
+        path = next.front() == '/' ? next : FolderOf(path) + "/" + next;
+    }
+    return path;
+}
+
+std::string AskedPath() {
+    const char* given = std::getenv(kPathVariable);
+    if (given != nullptr && *given != 0) return given;
+    const char* folder = std::getenv("XDG_CONFIG_HOME");
+    // A relative folder counts as none.
+    if (folder != nullptr && *folder == '/') return std::string(folder) + kDefaultName;
+    return HomeFolder() + "/.config" + kDefaultName;
+}
+
 }  // namespace
 
 std::atomic<int> openKeyCount = 0;
@@ -108,12 +133,22 @@ RegistryFile::~RegistryFile() {
 }
 
 std::string RegistryFile::UserPath() {
-    const char* given = std::getenv(kPathVariable);
-    if (given != nullptr && *given != 0) return given;
-    const char* folder = std::getenv("XDG_CONFIG_HOME");
-    // A relative folder counts as none.
-    if (folder != nullptr && *folder == '/') return std::string(folder) + kDefaultName;
-    return HomeFolder() + "/.config" + kDefaultName;
+    const std::string path = AskedPath();
+    // A link in /proc or /dev may lead to what has no path.
+    return IsPlain(path) ? FollowLinks(path) : path;
+}
+
+bool RegistryFile::IsPlain(const std::string& path) {
+    struct stat status = {};
+    return stat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode);
+}
+
+DWORD RegistryFile::RefuseFile() {
+    if (!std::exchange(refused_, true)) {
+        std::fprintf(stderr, "%s: the registry can't be kept there, since this is no plain file\n",
+                     path_.c_str());
+    }
+    return ERROR_REGISTRY_IO_FAILED;
 }
 
 RegistryFile::Identity RegistryFile::IdentityOf(const struct stat& status) {
@@ -122,7 +157,8 @@ RegistryFile::Identity RegistryFile::IdentityOf(const struct stat& status) {
 }
 
 DWORD RegistryFile::Reopen() {
-    const int file = open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+    // Never waiting for the other end of a pipe that has come there meanwhile.
+    const int file = open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     const int error = errno;
     if (held_ >= 0) close(held_);
     held_ = file;
@@ -139,6 +175,7 @@ DWORD RegistryFile::Refresh(bool& changed) {
     struct stat status = {};
     const bool exists = stat(path_.c_str(), &status) == 0;
     if (!exists && errno != ENOENT) return ErrorFromErrno(errno);
+    if (exists && !S_ISREG(status.st_mode)) return RefuseFile();
     if (known_ && identity_ == (exists ? IdentityOf(status) : Identity{})) return ERROR_SUCCESS;
     known_ = false;
     if (const DWORD error = Reopen(); error != ERROR_SUCCESS) return error;
@@ -161,14 +198,13 @@ DWORD RegistryFile::Read() {
 }
 
 DWORD RegistryFile::Commit(const std::vector<RegistryChange>& changes) {
+    if (!IsPlain(path_)) return RefuseFile();
     if (!MakeFolder(FolderOf(path_))) return ErrorFromErrno(errno);
     // The lock is a file of its own, since the rename puts another file in the registry's place. It
     // ends with the descriptor, so also with a killed process.
-    const Descriptor lock(path_ + ".lock", O_RDWR | O_CREAT | O_CLOEXEC);
-    if (!lock.IsOpen()) return ErrorFromErrno(errno);
-    while (flock(lock.get(), LOCK_EX) != 0) {
-        if (errno != EINTR) return ErrorFromErrno(errno);
-    }
+    const std::string lockPath = path_ + ".lock";
+    const Descriptor lock(lockPath, O_RDWR | O_CREAT | O_CLOEXEC);
+    if (!lock.IsOpen() || !TakeFileLock(lock.get(), lockPath)) return ErrorFromErrno(errno);
     bool changed = false;
     if (const DWORD error = Refresh(changed); error != ERROR_SUCCESS) return error;
     for (const RegistryChange& change : changes)

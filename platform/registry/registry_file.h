@@ -1,5 +1,6 @@
 // Native build: the file that keeps the registry: SR_REGISTRY, else sr/registry.reg in the user's
-// configuration folder (XDG_CONFIG_HOME, else ~/.config).
+// configuration folder (XDG_CONFIG_HOME, else ~/.config). A link stands for the file that it leads
+// to. What is no plain file, as a device or a pipe, is neither opened nor replaced.
 //
 // A change is merged into what the file holds at that moment, under a lock, and the whole is put in
 // place by one rename: a reader sees the old text or the new, a killed writer leaves the old, and
@@ -22,8 +23,10 @@ public:
     RegistryFile(const RegistryFile&) = delete;
     RegistryFile& operator=(const RegistryFile&) = delete;
 
-    // The path that the environment asks for.
+    // The path that the environment asks for, past all links.
     static std::string UserPath();
+    // False when something stands there that is no plain file.
+    static bool IsPlain(const std::string& path);
 
     // Reads the file when it is another than at the last time and sets `changed`. A file that isn't
     // there is an empty registry. ERROR_SUCCESS, or why it can't be read; the tree then stays.
@@ -47,6 +50,8 @@ private:
     };
 
     static Identity IdentityOf(const struct stat& status);
+    // What to answer for something that is no plain file, which is told once.
+    DWORD RefuseFile();
     // Opens the file anew and keeps it open; ERROR_SUCCESS too when there is none.
     DWORD Reopen();
     DWORD Read();
@@ -59,6 +64,7 @@ private:
     int held_ = -1;
     bool known_ = false;
     bool damaged_ = false;
+    bool refused_ = false;
     Identity identity_;
 };
 

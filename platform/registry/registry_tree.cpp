@@ -76,5 +76,10 @@ void ApplyChange(RegistryKey& root, const RegistryChange& change) {
         case eRegistryChange::setValue:
             MakeKey(root, change.path).values[FoldName(change.value.name)] = change.value;
             break;
+        case eRegistryChange::deleteValue:
+            if (RegistryKey* key = FindKey(root, change.path)) {
+                key->values.erase(FoldName(change.value.name));
+            }
+            break;
     }
 }

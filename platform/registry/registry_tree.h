@@ -23,12 +23,12 @@ struct RegistryKey {
 // The names of the keys from below HKEY_CURRENT_USER down; none for that key itself.
 using RegistryPath = std::vector<WText>;
 
-enum class eRegistryChange { createKey, deleteKey, clearKey, setValue };
+enum class eRegistryChange { createKey, deleteKey, clearKey, setValue, deleteValue };
 
 struct RegistryChange {
     eRegistryChange kind;
     RegistryPath path;
-    RegistryValue value = {};  // for setValue
+    RegistryValue value = {};  // for setValue; its name alone for deleteValue
 };
 
 inline constexpr std::size_t kMostKeyUnits = 255;

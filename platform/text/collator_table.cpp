@@ -14,7 +14,8 @@ alignas(16) constexpr std::uint8_t kTable[] = {
 platform::Collator platform::OpenTableCollator() {
     UErrorCode status = U_ZERO_ERROR;
     // The table only tells what is otherwise than in the root order, which has to stay open.
-    static const Collator root(ucol_open("", &status));
+    static Collator root;
+    if (root == nullptr) root.reset(ucol_open("", &status));
     if (root == nullptr) return nullptr;
     Collator collator(ucol_openBinary(kTable, sizeof kTable, root.get(), &status));
     if (U_FAILURE(status)) collator.reset();

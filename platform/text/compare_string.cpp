@@ -14,6 +14,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <new>
 
 #include "platform/text/collator.h"
 #include "platform/text/compare_order.h"
@@ -127,23 +128,26 @@ eOutcome CompareAscii(Span left, Span right) {
     }
 }
 
+// Throws, so that the next comparison tries again.
 Collator OpenCollator(UColAttributeValue caseLevel) {
     Collator collator = platform::OpenTableCollator();
     if (collator == nullptr) collator = platform::OpenRulesCollator();
     UErrorCode status = U_ZERO_ERROR;
     if (collator) ucol_setAttribute(collator.get(), UCOL_CASE_LEVEL, caseLevel, &status);
-    if (U_FAILURE(status)) collator.reset();
+    if (collator == nullptr || U_FAILURE(status)) throw std::bad_alloc();
     return collator;
 }
 
-// Opened at the first text that needs it. Null when ICU has no data.
-const UCollator* CollatorFor(bool matchCase) {
+// Opened at the first text that needs it. Null when ICU has no data, or no memory.
+const UCollator* CollatorFor(bool matchCase) try {
     if (matchCase) {
         static const Collator exact = OpenCollator(UCOL_ON);
         return exact.get();
     }
     static const Collator folding = OpenCollator(UCOL_OFF);
     return folding.get();
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 // A text as the collator gets it: full width folded, and in a word sort without its marks. File

@@ -59,6 +59,11 @@ BLxResult BLxPref_Reg::Write(HKEY key, const WCHAR* name, const WCHAR* text) {
     return Write(key, name, REG_SZ, text, static_cast<DWORD>(units * sizeof(WCHAR)));
 }
 
+BLxResult BLxPref_Reg::DeleteValue(HKEY key, const WCHAR* name) {
+    if (Fails()) return BLxResult(ERROR_ACCESS_DENIED);
+    return BLxResult(registry_calls::DeleteValue(key, name));
+}
+
 BLxResult BLxPref_Reg::DeleteKeyAndDescendants(HKEY root, const WCHAR* path) {
     if (!Fails()) return BLxResult(registry_calls::DeleteTree(root, path));
     HKEY key = nullptr;

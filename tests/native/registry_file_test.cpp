@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -16,6 +17,7 @@
 #include <string>
 
 #include "outside/blx_registry.h"
+#include "platform/processes.h"
 #include "platform/wtext.h"
 
 namespace {
@@ -287,10 +289,50 @@ TEST_F(RegistryFileTest, PlacesThatRefuse) {
               }));
     EXPECT_EQ(before, ReadFile(file_));
     ASSERT_EQ(0, chmod(folder_.c_str(), 0755));
-    // A folder in the file's place can't be read, and nothing is taken for an empty registry.
-    file_ = folder_ / "registry.d";
-    ASSERT_TRUE(fs::create_directory(file_));
-    EXPECT_EQ(0, Run([] { return PutNumber(TEXT("new"), 2) == ERROR_REGISTRY_IO_FAILED ? 0 : 1; }));
+}
+
+// What is no plain file is neither taken for an empty registry nor replaced; a link leads to one.
+TEST_F(RegistryFileTest, WhatStandsInThePlace) {
+    const auto put = [](DWORD error) { return [=] { return PutNumber(TEXT("a"), 2) != error; }; };
+    const fs::path folder = folder_ / "folder";
+    const fs::path pipe = folder_ / "pipe";
+    ASSERT_TRUE(fs::create_directory(folder));
+    ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+    fs::create_symlink("pipe", folder_ / "to pipe");
+    for (const char* name : {"folder", "pipe", "to pipe"}) {
+        file_ = folder_ / name;
+        EXPECT_EQ(0, Run(put(ERROR_REGISTRY_IO_FAILED))) << name;
+        EXPECT_EQ(0, Run([] { return static_cast<int>(ProcessLock("Lock").IsHeld()); })) << name;
+        EXPECT_NE(std::string::npos,
+                  ReadFile(folder_ / "errors").find(file_.string() + ": the registry can't be"));
+        EXPECT_EQ(3u, CountFiles()) << name << ": no lock beside it";
+    }
+    EXPECT_TRUE(fs::is_directory(folder) && fs::is_fifo(pipe));
+    // Two links, the second to a file that isn't there yet.
+    fs::create_symlink(folder_ / "link", folder_ / "to link");
+    fs::create_symlink("folder/target", folder_ / "link");
+    file_ = folder_ / "to link";
+    for (int round = 0; round < 2; ++round)
+        EXPECT_EQ(0, Run(put(ERROR_SUCCESS)));
+    EXPECT_TRUE(fs::is_symlink(file_) && fs::is_symlink(folder_ / "link"));
+    EXPECT_TRUE(fs::is_regular_file(folder / "target"));
+}
+
+// A lock that another holds isn't waited for any longer, and is named.
+TEST_F(RegistryFileTest, ALockThatIsHeld) {
+    for (const bool registry : {false, true}) {
+        const std::string path = file_.string() + (registry ? ".lock" : ".Lock.lock");
+        const int held = open(path.c_str(), O_RDWR | O_CREAT, 0600);
+        ASSERT_EQ(0, flock(held, LOCK_EX));
+        EXPECT_EQ(0, Run([&] {
+                      const LockWait once(0);
+                      if (ProcessLock("Lock").IsHeld() != registry) return 1;
+                      const DWORD error = PutNumber(TEXT("a"), 2);
+                      if (error != (registry ? ERROR_LOCK_VIOLATION : ERROR_SUCCESS)) return 2;
+                      return wtext::ToUtf8(once.GivenUp()) == path ? 0 : 3;
+                  }));
+        close(held);
+    }
 }
 
 }  // namespace

@@ -14,8 +14,6 @@
 #include <random>
 #include <vector>
 
-#include "outside/blx_registry.h"
-#include "outside/md_registry.h"
 #include "platform/processes.h"
 #include "tests/native/failing_registry.h"
 #include "tests/unit/find_window_fixture.h"
@@ -32,7 +30,7 @@ extern "C" int fsync(int) {
 namespace {
 
 constexpr const WCHAR* kName = TEXT("s");
-constexpr const WCHAR* kOthers[] = {TEXT("before"), TEXT("t"), TEXT("t\\below")};
+constexpr const WCHAR* kOthers[] = {TEXT("before"), TEXT("t"), TEXT("u")};
 
 // A list whose criteria all hold the same text.
 StoredSearch Filled(const WText& value, int count = 12) {
@@ -120,6 +118,7 @@ protected:
     ~SavedSearchFaults() override {
         ExpectOthers();
         RemoveAll();
+        EXPECT_EQ(0u, BLxPref_Reg::DeleteKeyAndDescendants(HKEY_CURRENT_USER, kStore.c_str()));
     }
     // One without the property of its criterion.
     static void PutDamaged() {
@@ -127,12 +126,13 @@ protected:
         damaged.matchCase = 7;
         EXPECT_EQ(eStoredWrite::Whole, Save(kName, damaged));
         HKEY key = nullptr;
-        const WText node = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\SavedSearches\\s\\Node1");
+        const WText node = kStore + TEXT("\\s\\Node1");
         ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, node.c_str(), &key));
         EXPECT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Join"), LONG{1}));
         BLxPref_Reg::CloseKey(key);
     }
 
+    const WText kBelow = kStore + TEXT("\\s\\below");
     const StoredSearch old_ = Filled(TEXT("old"));
     const StoredSearch new_ = Filled(TEXT("new"));
 };
@@ -141,8 +141,13 @@ protected:
 TEST_F(SavedSearchFaults, EveryChangeThatFails) {
     const StoredSearch fresh = Filled(TEXT("fresh"), 1);
     std::map<eStoredWrite, int> results;
-    for (const eStoredRead before :
-         {eStoredRead::Absent, eStoredRead::Whole, eStoredRead::Incomplete}) {
+    // Once something lies below, the search goes in pieces.
+    constexpr std::pair<eStoredRead, bool> kBefore[] = {{eStoredRead::Absent, false},
+                                                        {eStoredRead::Whole, false},
+                                                        {eStoredRead::Incomplete, false},
+                                                        {eStoredRead::Whole, true}};
+    for (const auto& [before, below] : kBefore) {
+        if (below) MakeKeyAt(kBelow);
         for (const eRegistryFault fault : {eRegistryFault::Once, eRegistryFault::FromThenOn}) {
             for (int change = 0;; ++change) {
                 SCOPED_TRACE(testing::Message() << static_cast<int>(before) << ", fault "
@@ -168,7 +173,9 @@ TEST_F(SavedSearchFaults, EveryChangeThatFails) {
                 }
                 ++results[result];
                 const bool keeps = result == eStoredWrite::KeptOld || result == eStoredWrite::NoKey;
-                EXPECT_EQ(keeps, unchanged());
+                // A key alone, without any value, is no search yet.
+                const bool none = result == eStoredWrite::CutShort && !HasSavedSearch(kName);
+                EXPECT_EQ(keeps || none, unchanged());
                 EXPECT_EQ(result == eStoredWrite::Whole, IsStored(kName, fresh));
                 // A copy that couldn't be taken away is finished too, which is told.
                 finished = FinishCutSaves();
@@ -179,10 +186,12 @@ TEST_F(SavedSearchFaults, EveryChangeThatFails) {
         }
     }
     EXPECT_EQ(5u, results.size()) << "each of the answers";
+    EXPECT_TRUE(HasKeyAt(kBelow));
 }
 
 TEST_F(SavedSearchFaults, EveryChangeOfADeletionThatFails) {
     int failures = 0;
+    MakeKeyAt(kBelow);
     for (int change = 0;; ++change) {
         EXPECT_EQ(eStoredWrite::Whole, Save(kName, old_));
         FailRegistryChange(change, eRegistryFault::Once);
@@ -401,7 +410,7 @@ TEST_F(DialogsOnAFullDisk, TellWhatWasAskedFor) {
             const HWND list = GetDlgItem(dialog, IDC_SEARCH_LIST);
             SendMessageW(list, LB_SETCURSEL, 0, 0);
             Command(dialog, IDC_DELETE_SEARCH);
-            EXPECT_EQ(2, SendMessageW(list, LB_GETCOUNT, 0, 0));
+            EXPECT_EQ(3, SendMessageW(list, LB_GETCOUNT, 0, 0));
             Command(dialog, IDCANCEL);
         });
         EXPECT_EQ(rows, Rows());

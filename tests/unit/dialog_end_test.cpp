@@ -148,6 +148,20 @@ TEST_F(DialogEnd, InTheMiddleOfASearch) {
     }
 }
 
+// A search of files, which has no window of its own, has nobody left to tell.
+TEST_F(DialogEnd, InTheMiddleOfASearchOfFiles) {
+    Open(eAccessShellWindow);
+    SRxFindDialog& dialog = *Dialog();
+    const SRxDialogWork working(dialog.life);
+    SRxFoundList list(dialog.links, &slot_);
+    dialog.CloseDialog(false);
+    list.chainSink.OnFileInUse(TEXT("file"));
+    list.chainSink.OnFolderFailed(TEXT("folder"));
+    list.rowsSink.OnFileInUse(TEXT("file"));
+    list.rowsSink.OnFolderFailed(TEXT("folder"));
+    EXPECT_TRUE(list.chainSink.End(list.run, true));
+}
+
 TEST_F(DialogEnd, UnderAnOpenModalFoundDialog) {
     Tree({"one.hpa"});
     SRxFindDialog* const dialog =

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "platform/wtext.h"
 
@@ -127,11 +128,13 @@ TEST(FindDialog, InTheApplicationNoServerIsMade) {
     dialog.SetInApp(true);
     EXPECT_EQ(nullptr, dialog.GetServer(&status, nullptr, 0));
     EXPECT_EQ(S_OK, status) << "nobody was asked";
-    dialog.SetInApp(false);
-    WCHAR text[5] = TEXT("old");
-    EXPECT_EQ(nullptr, dialog.GetServer(&status, text, 5));
-    EXPECT_GT(0, status) << "no server is there";
-    EXPECT_EQ(0, text[0]);
+    for (const bool inApp : {true, false}) {
+        dialog.SetInApp(inApp);
+        WCHAR text[5] = TEXT("old");
+        EXPECT_EQ(nullptr, dialog.GetServer(&status, text, 5));
+        EXPECT_GT(0, std::exchange(status, S_OK)) << "no server is there, nor an application";
+        EXPECT_EQ(0, text[0]);
+    }
 }
 
 }  // namespace

@@ -290,15 +290,18 @@ TEST_F(FindDialogWindow, AsksAboutACriterionStillOpen) {
         int answer;
         std::size_t rows;
         std::size_t searches;
-    } kRows[] = {{IDCANCEL, 1, 0}, {IDNO, 1, 1}, {IDYES, 2, 1}};
+        const char* told;
+    } kRows[] = {{IDCANCEL, 1, 0, "ok "}, {IDNO, 1, 1, "ok done "}, {IDYES, 2, 1, "ok done "}};
     for (const auto& row : kRows) {
         SCOPED_TRACE(row.answer);
-        Open(eAccessShellWindow);
+        told_.clear();
+        Open(eAccessShellWindow, [](SRxFindDialog& dialog) { dialog.SetInApp(true); });
         PutLookIn("");
         Choose(IDC_PROPERTY_LIST, "Title");
         Type(IDC_VALUE_EDIT, "x");
         desk_.Expect("\"Title\"", row.answer);
         Press(IDOK);
+        EXPECT_EQ(row.told, told_);
         EXPECT_EQ(row.rows, Rows().size());
         EXPECT_EQ(row.searches, Dialog()->searches.size());
         EXPECT_EQ(row.answer == IDYES ? "" : "x", Text(IDC_VALUE_EDIT));

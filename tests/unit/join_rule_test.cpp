@@ -25,6 +25,7 @@ public:
     void OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNameNode&, int&) override {}
     void OnFolderFailed(const WCHAR*) override {}
     void OnFileInUse(const WCHAR*) override {}
+    void OnFileFailed(SRxSearchRun&, const WCHAR*, HRESULT) override {}
 } nowhere;
 
 struct Member {

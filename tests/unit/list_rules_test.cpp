@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dialog/find_dialog.h"
@@ -71,13 +72,15 @@ std::vector<std::string> Words(const std::string& text) {
     return words;
 }
 
-// Notes which message came, by its letter, and gives the answers in their order: y, n.
+// Notes which message came, by its letter, and gives the answers in their order: y, n; Y for a yes
+// after the list was begun anew.
 class Asker final : public SRxListAsker {
 public:
     bool Ask(UINT question) override {
         Say(question);
         if (answers.empty()) return ADD_FAILURE() << "no answer is left", false;
-        const bool yes = answers[0] == 'y';
+        const bool yes = answers[0] != 'n';
+        if (answers[0] == 'Y') delete std::exchange(list->head, nullptr);
         answers.erase(0, 1);
         return yes;
     }
@@ -89,6 +92,7 @@ public:
         asked += LetterOf(kMessages, static_cast<LONG>(message));
     }
 
+    SRxCriteriaList* list = nullptr;
     std::string answers;
     std::string asked;
 };
@@ -156,6 +160,9 @@ TEST(ListRules, Adding) {
         {"&P^a |P*", "&P^b", "n", "&P^a |P*", "o", false, 0, false},
         {"&P^a |P^b", "&P^B", "yn", "&P^a |P^B", "or", true, 1, true},
         {"&P* |P^b", "&P^B", "nn", "&P* |P^b", "or", false, 1, false},
+        // begun anew meanwhile
+        {"&P^a &Q^b", "&Q^B", "Y", "", "r", false, 0, false},
+        {"&P^a &Q^b", "&Q^c", "Y", "", "o", false, 0, false},
         // numbers of two categories are one property
         {"&L^a &Q^b", "|l^c", "", "&L^a |l^c &Q^b", "", true, 1, false},
         // classes of files
@@ -183,6 +190,7 @@ TEST(ListRules, Adding) {
         const eFileTypeSearch types[] = {list.fileSearchType, list.propSearchType};
         EXPECT_EQ("", asker.asked);
         asker.answers = row.answers;
+        asker.list = &list;
         auto node = Node(row.node);
         bool replaced = !row.replaced;
         const bool result = AddNode(list.Ref(), node.get(), false, asker, index, replaced);

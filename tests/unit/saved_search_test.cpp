@@ -24,9 +24,6 @@
 
 namespace {
 
-const WText kStore = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\SavedSearches");
-// A copy under the id of a process that can't be.
-const WText kCopy = TEXT("Software\\Corvelia\\Trellbook\\FindSaving\\2147483646");
 constexpr LONG kStoredTitle = 22 << 16 | 1;
 constexpr char kFinished[] = "0 1 0\nNode1 1 1441793 21721 'v' -1\n";
 
@@ -127,12 +124,7 @@ protected:
         }
         BLxPref_Reg::CloseKey(key);
     }
-    static bool CopyStands() {
-        HKEY key = nullptr;
-        const bool stands = BLxPref_Reg::OpenKey(HKEY_CURRENT_USER, kCopy.c_str(), &key) == 0;
-        if (stands) BLxPref_Reg::CloseKey(key);
-        return stands;
-    }
+    static bool CopyStands() { return HasKeyAt(kCopy); }
     // Joins and property numbers of the list.
     std::string List() {
         std::string list;
@@ -230,9 +222,7 @@ TEST_F(SavedSearch, ReplacingLeavesNothingOfTheOld) {
         EXPECT_EQ(static_cast<std::size_t>(count), search.criteria.size());
         EXPECT_EQ(wtext::FromNumber(count - 1), search.criteria.back().value) << "in their order";
     }
-    WCHAR saving[] = TEXT("Software\\Corvelia\\Trellbook\\FindSaving");
-    HKEY key = nullptr;
-    EXPECT_NE(0u, BLxPref_Reg::OpenKey(HKEY_CURRENT_USER, saving, &key)) << "no trace is left";
+    EXPECT_FALSE(HasKeyAt(kCopies)) << "no trace is left";
 }
 
 TEST_F(SavedSearch, WhatOtherWritersLeave) {
@@ -264,15 +254,13 @@ TEST_F(SavedSearch, WhatOtherWritersLeave) {
          "1:22 ",
          "Criteria on components were left out"},
         {"numbers that nothing has", {{999 << 16 | 7, 1, 5}}, "1:-1 ", nullptr},
-        {"nothing at all", {}, "", nullptr},
+        {"no search: a new list", {}, "1:100 ", nullptr},
+        {"no criterion either", {{-1, 1, 21721}}, "1:100 ", nullptr},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.label);
         NewDialog();
-        HKEY key = nullptr;
-        ASSERT_EQ(0u,
-                  BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, (kStore + TEXT("\\s")).c_str(), &key));
-        BLxPref_Reg::CloseKey(key);
+        MakeKeyAt(kStore + TEXT("\\s"));
         int number = 0;
         for (const auto& node : row.nodes) {
             // Any name will do; digits count as numbers.
@@ -394,12 +382,11 @@ TEST_F(SavedSearch, WithoutMemoryToReadOneTheListStays) {
     EXPECT_EQ(type, dialog_->fileSearchType);
 }
 
-// A name of backslashes alone would be the key of them all.
-TEST_F(SavedSearch, NamesWithABackslash) {
+// Under such a name one search would lie below another.
+TEST_F(SavedSearch, NamesThatAreRefused) {
     AddNew(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
-    for (const WCHAR* name : {TEXT("a"), TEXT("a\\b"), TEXT("c")})
-        ASSERT_TRUE(WriteSearch(*dialog_, name, false));
-    for (const WCHAR* name : {TEXT(""), TEXT("\\"), TEXT("\\\\")}) {
+    ASSERT_TRUE(WriteSearch(*dialog_, TEXT("a"), false));
+    for (const WCHAR* name : {TEXT(""), TEXT("\\"), TEXT("a\\b"), TEXT("a\\Node1"), TEXT("\\a")}) {
         SCOPED_TRACE(wtext::ToUtf8(name));
         StoredSearch search;
         LONG environment = 0;
@@ -412,15 +399,31 @@ TEST_F(SavedSearch, NamesWithABackslash) {
         LeaveCutSave(name);
         EXPECT_TRUE(FinishCutSaves().empty());
         EXPECT_FALSE(CopyStands());
-        EXPECT_EQ((std::vector<WText>{TEXT("a"), TEXT("c"), TEXT("s")}), SavedSearchNames());
-        EXPECT_TRUE(Remove(TEXT("s")));
     }
-    // One search below another is no criterion of it.
-    for (const WCHAR* name : {TEXT("a"), TEXT("a\\b")}) {
+    EXPECT_EQ("0 0 0\nNode1 1 1441793 21721 'x' -1\n", Exported(TEXT("a")));
+}
+
+// What others put below a search is none of its criteria, and outlives it.
+TEST_F(SavedSearch, WhatLiesBelowStays) {
+    const WText kBelow[] = {kStore + TEXT("\\a\\b\\Node1"), kStore + TEXT("\\a\\Node1\\sub")};
+    AddNew(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
+    AddNew(kProject, COND_CONTAINS, JOIN_AND, TEXT("y"));
+    for (const bool twice : {false, true}) {
+        if (twice) delete std::exchange(dialog_->criteriaHead->nextCriterion, nullptr);
+        ASSERT_TRUE(WriteSearch(*dialog_, TEXT("a"), false));
+        for (const WText& path : kBelow) {
+            EXPECT_EQ(twice, HasKeyAt(path));
+            MakeKeyAt(path);
+        }
         NewDialog();
-        EXPECT_TRUE(ReadSearch(*dialog_, name)) << "nothing is told";
-        EXPECT_EQ("1:22 ", List());
+        EXPECT_TRUE(ReadSearch(*dialog_, TEXT("a"))) << "nothing is told";
+        EXPECT_EQ(twice ? "1:22 " : "1:22 1:7 ", List());
     }
+    EXPECT_TRUE(Remove(TEXT("a")));
+    EXPECT_TRUE(SavedSearchNames().empty());
+    EXPECT_EQ("- - -\nb - - - - -\nNode1 - - - - -\n", Exported(TEXT("a")));
+    EXPECT_TRUE(HasKeyAt(kBelow[0]) && HasKeyAt(kBelow[1]));
+    EXPECT_EQ(0u, BLxPref_Reg::DeleteKeyAndDescendants(HKEY_CURRENT_USER, kStore.c_str()));
 }
 
 // A process that ended in mid-save: its copy is whole, or the old search is.

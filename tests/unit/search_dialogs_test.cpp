@@ -1,6 +1,4 @@
 // The two dialogs of the saved searches, worked from the find dialog as a person does.
-#include "outside/blx_registry.h"
-#include "outside/md_registry.h"
 #include "tests/unit/find_window_fixture.h"
 #include "tests/unit/stored_searches.h"
 
@@ -52,9 +50,11 @@ TEST_F(SearchDialogs, ListsWhatFitsTheEnvironment) {
     Put("part", 3);
     Put("shell", 6);
     HKEY key = nullptr;
-    const WText path = WText(MDxRegistryBranch()) + TEXT("\\FindExt\\SavedSearches\\unknown");
+    const WText path = kStore + TEXT("\\unknown");
     ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, path.c_str(), &key));
+    EXPECT_EQ(0u, BLxPref_Reg::Write(key, TEXT("LookFor"), LONG{1}));
     BLxPref_Reg::CloseKey(key);
+    MakeKeyAt(kStore + TEXT("\\none\\below"));
     const struct {
         eAccessPoint access;
         Names names;
@@ -99,6 +99,10 @@ TEST_F(SearchDialogs, SavesOpensAndDeletes) {
                 EXPECT_NE(nullptr, Nested()) << "it stays";
                 desk_.Expect(std::to_string(longest.size()));
                 Command(IDC_SEARCH_NAME, EN_MAXTEXT);
+                desk_.Expect("can't have a backslash");
+                TypeName("a\\b");
+                Command(IDOK);
+                EXPECT_NE(nullptr, Nested());
                 TypeName(longest);
                 Command(IDOK);
             }});
@@ -158,8 +162,7 @@ TEST_F(SearchDialogs, ListsACutSaveOnceItIsFinished) {
     Put("c", eAccessFindFiles);
     Through(IDC_OPEN_SEARCH, {[&] {
                 HKEY key = nullptr;
-                const WText copy = TEXT("Software\\Corvelia\\Trellbook\\FindSaving\\2147483646");
-                ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, copy.c_str(), &key));
+                ASSERT_EQ(0u, BLxPref_Reg::CreateKey(HKEY_CURRENT_USER, kCopy.c_str(), &key));
                 EXPECT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Environment"), LONG{eAccessFindFiles}));
                 EXPECT_EQ(0u, BLxPref_Reg::Write(key, TEXT("Name"), TEXT("a")));
                 BLxPref_Reg::CloseKey(key);
@@ -194,6 +197,7 @@ TEST_F(SearchDialogs, ReplacesASearchOnlyWhenAsked) {
         (void)ReadSavedSearch(TEXT("mine"), search);
         return search.criteria.size();
     };
+    MakeKeyAt(kStore + TEXT("\\mine\\below"));  // no search to ask about
     save("mine", 0);
     EXPECT_EQ(3u, stored());
     Press(IDC_NEW_SEARCH);

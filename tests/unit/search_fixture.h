@@ -73,6 +73,10 @@ protected:
     }
     void OnFolderFailed(const WCHAR* folder) override { failedFolders_.push_back(folder); }
     void OnFileInUse(const WCHAR* file) override { inUse_.push_back(Relative(file)); }
+    void OnFileFailed(SRxSearchRun&, const WCHAR* file, HRESULT) override {
+        if (cantTell_) throw std::bad_alloc();
+        failedFiles_.push_back(Relative(file));
+    }
     void OnFile(SRxSearchRun& run) override {
         ++files_;
         if (onFile_) onFile_(run);
@@ -100,6 +104,8 @@ protected:
     bool routeResult_ = false;
     std::vector<WText> failedFolders_;
     std::vector<std::string> inUse_;
+    std::vector<std::string> failedFiles_;
+    bool cantTell_ = false;  // of a file that failed
     std::size_t passedOver_ = 0;
     std::size_t files_ = 0;
     std::vector<std::string> folders_;

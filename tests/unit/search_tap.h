@@ -36,6 +36,9 @@ public:
     }
     void OnFolderFailed(const WCHAR* folder) override { behind_->OnFolderFailed(folder); }
     void OnFileInUse(const WCHAR* file) override { behind_->OnFileInUse(file); }
+    void OnFileFailed(SRxSearchRun& run, const WCHAR* file, HRESULT status) override {
+        behind_->OnFileFailed(run, file, status);
+    }
     void OnFile(SRxSearchRun&) override {
         ++files;
         if (onFile) onFile(*list_);

@@ -85,6 +85,36 @@ TEST_F(SearchTest, BadFoldersAreToldAndTheWalkGoesOn) {
     EXPECT_EQ(Wide("gone") + TEXT("\\"), failedFolders_[0]);
 }
 
+// What goes wrong with a file is told with its name; where even that can't be, with its folder's.
+TEST_F(SearchTest, AFileThatFailsEndsNoSearch) {
+    Tree({"a/x.hpa", "b/y.hpa", "c/z.hpa"});
+    Criterion("File name contains .hpa");
+    int left = 0;
+    onFile_ = [&](SRxSearchRun&) {
+        if (--left == 0) throw std::bad_alloc();
+        if (left < 0) throw std::runtime_error("odd");
+    };
+    const auto failAt = [&](int file) {
+        left = file;
+        failedFiles_.clear();
+    };
+    failAt(2);
+    Names all = RunSelection({"a/x.hpa", "b/y.hpa", "c/z.hpa"});
+    EXPECT_EQ((Names{"a/x.hpa"}), all);
+    EXPECT_EQ((Names{"b/y.hpa", "c/z.hpa"}), failedFiles_);
+    failAt(3);
+    all = RunFolders();
+    EXPECT_EQ(2u, all.size());
+    all.insert(all.end(), failedFiles_.begin(), failedFiles_.end());
+    EXPECT_EQ((Names{"a/x.hpa", "b/y.hpa", "c/z.hpa"}), Sorted(all));
+    EXPECT_TRUE(failedFolders_.empty());
+    cantTell_ = true;
+    failAt(3);
+    EXPECT_EQ(2u, RunFolders().size());
+    ASSERT_EQ(1u, failedFolders_.size());
+    EXPECT_EQ(Wide("").size() + 2, failedFolders_[0].size()) << "the folder of the last file";
+}
+
 TEST_F(SearchTest, LongPathsAreToldNeverCut) {
     // The pattern of a folder can have 260 units: the root, \f\, a long name, a backslash and a
     // star.

@@ -183,6 +183,7 @@ TEST_F(SrfindTest, SavedSearches) {
         {{"--open=two words", "-w", "File name equals x", "@"}, 1, "", "No files were found"},
         {{"-y", "--save", "two words", "-w", "File name equals b"}, 0, "", nullptr},
         {{"--open", "two words", "@"}, 0, "@/B.hpa\n", nullptr},
+        {{"--save", "two\\words", "-w", "File name equals b"}, 2, "", "can't have a backslash"},
         {{"--save", std::string(300, 'n'), "-w", "File name equals b"}, 2, "", "characters"},
         {{"--delete", "two words"}, 2, "", "Give --yes to agree"},
         {{"--delete", "two words", "--yes"}, 0, "", nullptr},
