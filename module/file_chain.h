@@ -11,3 +11,13 @@ inline void ReleaseChain(MDxFileNameNode*& chain) {
     MDxFileNameNode* const head = std::exchange(chain, nullptr);
     if (head != nullptr && head->Release() == 0) delete head;
 }
+
+// A chain of nodes on its way.
+struct ChainOwner {
+    ChainOwner() = default;
+    ~ChainOwner() { delete head; }
+    ChainOwner(const ChainOwner&) = delete;
+    ChainOwner& operator=(const ChainOwner&) = delete;
+
+    MDxFileNameNode* head = nullptr;
+};

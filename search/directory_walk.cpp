@@ -1,6 +1,7 @@
 #include <memory>
 #include <utility>
 
+#include "module/file_chain.h"
 #include "module/text_lengths.h"
 #include "outside/blx_directory_search.h"
 #include "platform/native_path.h"
@@ -91,16 +92,6 @@ private:
     int& insertIndex_;
     bool inFolder_ = false;
     int tick_ = 0;
-};
-
-// A chain of nodes on its way.
-struct ChainOwner {
-    ChainOwner() = default;
-    ~ChainOwner() { delete head; }
-    ChainOwner(const ChainOwner&) = delete;
-    ChainOwner& operator=(const ChainOwner&) = delete;
-
-    MDxFileNameNode* head = nullptr;
 };
 
 // A folder that was walked is not looked at again: memory holds those that wait, and the root.

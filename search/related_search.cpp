@@ -1,3 +1,6 @@
+#include <utility>
+
+#include "module/file_chain.h"
 #include "module/running_application.h"
 #include "platform/native_path.h"
 #include "search/file_faults.h"
@@ -24,14 +27,14 @@ HRESULT AskForRelatedDocs(SRxSearchRun& run, MDxFileNameNode& node, MDxFileNameN
 void AddRelatedDocs(SRxSearchRun& run, MDxFileNameNode* node) {
     constexpr unsigned kMayHaveReferences = 1;
     if ((node->relatedFlags & kMayHaveReferences) == 0) return;
-    MDxFileNameNode* docs = nullptr;
-    const HRESULT status = AskForRelatedDocs(run, *node, &docs);
+    ChainOwner docs;
+    const HRESULT status = AskForRelatedDocs(run, *node, &docs.head);
     if (status < 0) run.sink->OnReferencesFailed(node->GetFileName(), status);
     for (const BLxWString& missing : node->MissingRelatedDocs())
         run.sink->OnReferenceMissing(node->GetFileName(), missing.c_str());
-    if (status < 0 || docs == nullptr) return;
-    if (MDxFileNameNode* rest = node->GetNextNode()) rest->AddFileNode(&docs);
-    node->SetNextNode(docs);
+    if (status < 0 || docs.head == nullptr) return;
+    if (MDxFileNameNode* rest = node->GetNextNode()) rest->AddFileNode(&docs.head);
+    node->SetNextNode(std::exchange(docs.head, nullptr));
 }
 
 }  // namespace
