@@ -5,6 +5,7 @@
 #include "companions/md/document/document_properties.h"
 #include "host/srsample/compound_writer.h"
 #include "host/srsample/property_set_writer.h"
+#include "platform/native_layer.h"
 #include "tests/unit/document_support.h"
 
 namespace {
@@ -15,6 +16,7 @@ using mddoc::PropertyEntry;
 using mddoc::PropertyValue;
 
 constexpr HRESULT kCorrupt = STG_E_DOCFILECORRUPT;
+const HRESULT kUnknownPage = HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION);
 constexpr VARTYPE kByReference = 0x4000;
 
 FileContents FileWith(WTextView stream, const FileContents& set) {
@@ -108,26 +110,23 @@ TEST(PropertySet, TextsOfEveryCodePage) {
         int codePage;
         std::string bytes;
         WText wanted;
+        bool isOptional = false;  // a part of Windows that may not be installed
     };
     const Row rows[] = {
         {1252, std::string("Caf\xE9 \x80\0junk", 11), TEXT("Caf\u00E9 \u20AC")},
-        {1250, "\xB9\xEA", TEXT("\u0105\u0119")},
-        {1251, "\xCF\xF0", TEXT("\u041F\u0440")},
-        {1253, "\xE1", TEXT("\u03B1")},
-        {1255, "\xE0", TEXT("\u05D0")},
-        {874, "\xA1", TEXT("\u0E01")},
         {932, "\x83\x65\x83\x58\x83\x67", TEXT("\u30C6\u30B9\u30C8")},
         {936, "\xB2\xE2", TEXT("\u6D4B")},
         {949, "\xB1\xE8", TEXT("\uAE40")},
         {950, "\xA7\xF5", TEXT("\u674E")},
-        {10000, "\x8A", TEXT("\u00E4")},
         {10002, "\xA4\x75", TEXT("\u5DE5")},
-        {10029, "\x97", TEXT("\u00F3")},
-        {28592, "\xB1", TEXT("\u0105")},
         {65001, "\xE2\x82\xAC", TEXT("\u20AC")},
         {1200, std::string("\x11\x20z\0\0\0x\0", 8), TEXT("\u2011z")},
         {0, "\xE9", TEXT("\u00E9")},
         {31337, "plain", TEXT("plain")},
+        {20273, "\xC1\x4A", TEXT("A\u00C4"), true},
+        {38598, "\xE0", TEXT("\u05D0"), true},
+        {50937, "\xC1", TEXT("A"), true},
+        {57002, "\xB3", TEXT("\u0915"), true},
     };
     const TempFolder folder;
     DocumentProperties document;
@@ -137,15 +136,51 @@ TEST(PropertySet, TextsOfEveryCodePage) {
         const FileContents set =
             OneValue(static_cast<std::uint16_t>(row.codePage), Lpstr(row.bytes));
         ASSERT_EQ(S_OK, document.Open(folder.Write("text", SummaryFile(set))));
-        EXPECT_EQ(S_OK, document.Find(eSetKind::Summary, 2, value));
+        const HRESULT status = document.Find(eSetKind::Summary, 2, value);
+        if (row.isOptional && status == kUnknownPage && !IsNativeLayer()) continue;
+        EXPECT_EQ(S_OK, status);
         EXPECT_EQ(row.wanted, value.text);
     }
     // The set is sound, this one text can't be read.
     ASSERT_EQ(S_OK,
               document.Open(folder.Write("text", SummaryFile(OneValue(31337, Lpstr("\xE9"))))));
     EXPECT_EQ(S_OK, document.SetStatus(eSetKind::Summary));
-    EXPECT_GT(0, document.Find(eSetKind::Summary, 2, value));
+    EXPECT_EQ(kUnknownPage, document.Find(eSetKind::Summary, 2, value));
     EXPECT_EQ(VT_EMPTY, value.type);
+}
+
+// Of each code page of one byte a character, its number and what all bytes alone stand for, as
+// Windows' own tables have it.
+TEST(PropertySet, EveryByteOfTheSmallCodePages) {
+    const std::pair<std::uint32_t, std::uint32_t> rows[] = {
+        {37, 0x67968903},    {437, 0x8F326242},   {500, 0x34E86EDF},   {708, 0x21F7203C},
+        {720, 0xACEB8BC6},   {737, 0x80D59734},   {775, 0xD557A692},   {850, 0xFFD4286E},
+        {852, 0xB97B41E1},   {855, 0x6E6FBA54},   {857, 0xD634E593},   {860, 0x24932D89},
+        {861, 0x5BEA9B9D},   {862, 0xE5285964},   {863, 0xF789259D},   {864, 0x10C4C66C},
+        {865, 0x336691CA},   {866, 0xFF193C0F},   {869, 0x341FE32D},   {874, 0x9764FAEB},
+        {875, 0x692B2A43},   {1026, 0x720DABAE},  {1250, 0x3B6DCEB7},  {1251, 0x5F3B5EA3},
+        {1252, 0x80500A1D},  {1253, 0x72241CD8},  {1254, 0x3A126FE1},  {1255, 0x745D027E},
+        {1256, 0xA9FEC9C6},  {1257, 0x140067E5},  {1258, 0x4E4FB340},  {10000, 0xEF486423},
+        {10004, 0x33B6D6CC}, {10005, 0xF304EECE}, {10006, 0xE7CFCAC4}, {10007, 0xD46A9C2D},
+        {10010, 0xFD46C4ED}, {10017, 0x49F86A88}, {10021, 0xEB3483E5}, {10029, 0xD3BB0836},
+        {10079, 0x8039489E}, {10081, 0xBEB2CA37}, {10082, 0x8A2D4619}, {20127, 0xDEE6A2BA},
+        {20866, 0x0927ADE7}, {21866, 0xD9C2B11D}, {28591, 0x6622DA47}, {28592, 0x48BD1158},
+        {28593, 0xFBD0BEFB}, {28594, 0xFEEBA3D3}, {28595, 0x287CE263}, {28596, 0x8CC27416},
+        {28597, 0x106691AE}, {28598, 0x36B4476D}, {28599, 0x067582D4}, {28603, 0xC51D4C72},
+        {28605, 0x8FB44D0D},
+    };
+    mddoc::TextDecoder decoder;
+    WText text;
+    for (const auto& [codePage, wanted] : rows) {
+        std::uint32_t digest = 2166136261;
+        for (unsigned value = 0; value < 256; ++value) {
+            const auto bytes = static_cast<BYTE>(value);
+            ASSERT_EQ(S_OK, decoder.Decode(codePage, &bytes, 1, text)) << codePage;
+            for (const WCHAR unit : text)
+                digest = (digest ^ unit) * 16777619u;
+        }
+        EXPECT_EQ(wanted, digest) << codePage;
+    }
 }
 
 TEST(PropertySet, NamesOfTheUserDefinedSet) {
