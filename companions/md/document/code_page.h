@@ -33,6 +33,9 @@ private:
     std::uint32_t converterPage_ = 0;
 };
 
+// Code pages in which the bytes below 0x80 don't stand for the characters of ASCII.
+bool DiffersFromAscii(std::uint32_t codePage);
+
 // Up to the first NUL; a last byte without its pair is left out.
 void DecodeUtf16(const BYTE* bytes, std::size_t cb, WText& text);
 

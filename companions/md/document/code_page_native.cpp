@@ -4,10 +4,13 @@
 #include <unicode/ustring.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <array>
 #include <limits>
+#include <memory>
+#include <string>
 
 #include "companions/md/document/code_page.h"
+#include "companions/md/document/code_page_tables_native.h"
 
 namespace mddoc {
 
@@ -21,68 +24,158 @@ struct NamedPage {
 // Where the name doesn't follow from the number. Of the Macintosh's double-byte sets the standard
 // that each extends stands in: what differs is a handful of marks.
 constexpr NamedPage kNamedPages[] = {
-    {10000, "macintosh"},     {10001, "Shift_JIS"},
-    {10002, "Big5"},          {10003, "EUC-KR"},
-    {10006, "x-mac-greek"},   {10007, "x-mac-cyrillic"},
-    {10008, "GB2312"},        {10029, "x-mac-centraleurroman"},
-    {10081, "x-mac-turkish"}, {20127, "US-ASCII"},
-    {20866, "KOI8-R"},        {20932, "EUC-JP"},
-    {20936, "GB2312"},        {20949, "EUC-KR"},
-    {21866, "KOI8-U"},        {50220, "ISO-2022-JP"},
-    {50221, "ISO-2022-JP"},   {50222, "ISO-2022-JP"},
-    {50225, "ISO-2022-KR"},   {50227, "ISO-2022-CN"},
-    {51932, "EUC-JP"},        {51936, "GB2312"},
-    {51949, "EUC-KR"},        {52936, "HZ-GB-2312"},
-    {54936, "GB18030"},       {65000, "UTF-7"},
+    {10001, "Shift_JIS"},
+    {10002, "Big5"},
+    {10003, "EUC-KR"},
+    {10008, "GB2312"},
+    {10029, "x-mac-centraleurroman"},
+    {20127, "US-ASCII"},
+    {20866, "KOI8-R"},
+    {20932, "EUC-JP"},
+    {20936, "GB2312"},
+    {20949, "EUC-KR"},
+    {50220, "ISO-2022-JP"},
+    {50221, "ISO-2022-JP"},
+    {50222, "ISO-2022-JP"},
+    {50225, "ISO-2022-KR"},
+    {50227, "ISO-2022-CN"},
+    {50229, "ISO-2022-CN"},
+    {51932, "EUC-JP"},
+    {51936, "GB2312"},
+    {51949, "EUC-KR"},
+    {51950, "EUC-TW"},
+    {52936, "HZ-GB-2312"},
+    {54936, "GB18030"},
+    {65000, "UTF-7"},
 };
 
-UConverter* OpenConverter(std::uint32_t codePage) {
-    char name[32] = "";
+// What an open code page needs. Of one byte a character it is a table alone.
+struct Page {
+    UConverter* converter = nullptr;
+    std::unique_ptr<std::array<char16_t, 256>> units;
+
+    Page() = default;
+    ~Page() {
+        if (converter != nullptr) ucnv_close(converter);
+    }
+    Page(const Page&) = delete;
+    Page& operator=(const Page&) = delete;
+};
+
+constexpr char16_t kUnknown = 0xFFFD;
+constexpr std::uint32_t kSevenBits = 20127;  // the eighth counts for nothing
+
+std::string ConverterName(std::uint32_t codePage) {
     for (const NamedPage& row : kNamedPages) {
-        if (row.codePage == codePage) std::snprintf(name, sizeof name, "%s", row.converter);
+        if (row.codePage == codePage) return row.converter;
     }
     const bool isWindows = (codePage >= 1250 && codePage <= 1258) || codePage == 874 ||
-                           codePage == 932 || codePage == 936 || codePage == 949 || codePage == 950;
-    if (name[0] != 0) {
-        // found in the table
-    } else if (isWindows) {
-        std::snprintf(name, sizeof name, "windows-%u", codePage);
-    } else if (codePage >= 28591 && codePage <= 28605) {
-        std::snprintf(name, sizeof name, "ISO-8859-%u", codePage - 28590);
-    } else if (codePage < 1200) {
-        std::snprintf(name, sizeof name, "ibm-%u", codePage);
-    } else {
-        return nullptr;
+                           codePage == 932 || codePage == 936 || codePage == 949 ||
+                           codePage == 950 || (codePage >= 57002 && codePage <= 57011);
+    if (isWindows) return "windows-" + std::to_string(codePage);
+    if (codePage >= 28591 && codePage <= 28605) {
+        return "ISO-8859-" + std::to_string(codePage - 28590);
     }
+    if (codePage < 1200) return "ibm-" + std::to_string(codePage);
+    // The code pages of mainframes have their old number behind that of their group.
+    const bool isMainframe = codePage >= 20273 && codePage <= 21025 && DiffersFromAscii(codePage);
+    if (isMainframe) return "ibm-" + std::to_string(codePage - 20000);
+    if (codePage >= 50930 && codePage <= 50939) return "ibm-" + std::to_string(codePage - 50000);
+    return {};
+}
+
+UConverter* OpenConverter(const std::string& name) {
     UErrorCode error = U_ZERO_ERROR;
-    UConverter* converter = ucnv_open(name, &error);
+    // Without a name ICU would open its default.
+    UConverter* converter = name.empty() ? nullptr : ucnv_open(name.c_str(), &error);
     return U_SUCCESS(error) ? converter : nullptr;
+}
+
+// The unit of each byte as Windows has it.
+std::unique_ptr<std::array<char16_t, 256>> UnitsOf(std::uint32_t codePage, const BytePage* row,
+                                                   UConverter* converter) {
+    auto units = std::make_unique<std::array<char16_t, 256>>();
+    units->fill(kUnknown);
+    for (std::size_t byte = 0; converter != nullptr && byte < units->size(); ++byte) {
+        const char from = static_cast<char>(byte);
+        UErrorCode error = U_ZERO_ERROR;
+        char16_t unit = 0;
+        const std::int32_t length = ucnv_toUChars(converter, &unit, 1, &from, 1, &error);
+        if (length == 1 && !U_FAILURE(error)) (*units)[byte] = unit;
+    }
+    // ICU swaps three control characters of the old ones.
+    const bool hasAscii = !DiffersFromAscii(codePage);
+    for (std::size_t byte = 0; hasAscii && byte < 0x80; ++byte)
+        (*units)[byte] = static_cast<char16_t>(byte);
+    if (row != nullptr && row->base == nullptr) {
+        std::copy(row->units.begin(), row->units.end(), units->begin() + 0x80);
+        return units;
+    }
+    if (row != nullptr) {
+        for (std::size_t i = 0; i + 1 < row->units.size(); i += 2)
+            (*units)[row->units[i]] = row->units[i + 1];
+    }
+    char16_t next = row != nullptr ? row->firstPrivate : char16_t{0};
+    for (std::size_t byte = 0x80; byte < units->size(); ++byte) {
+        if ((*units)[byte] != kUnknown) continue;
+        if (codePage == kSevenBits) {
+            (*units)[byte] = static_cast<char16_t>(byte & 0x7F);
+        } else if (hasAscii && byte < 0xA0) {
+            (*units)[byte] = static_cast<char16_t>(byte);
+        } else if (next != 0) {
+            (*units)[byte] = next++;
+        }
+    }
+    return units;
+}
+
+std::unique_ptr<Page> OpenPage(std::uint32_t codePage) {
+    const BytePage* row = FindBytePage(codePage);
+    auto page = std::make_unique<Page>();
+    if (row == nullptr) {
+        page->converter = OpenConverter(ConverterName(codePage));
+    } else if (row->base != nullptr) {
+        page->converter = OpenConverter(row->base);
+    }
+    const bool isTable = row != nullptr && row->base == nullptr;
+    if (page->converter == nullptr && !isTable) return nullptr;
+    if (isTable || ucnv_getMaxCharSize(page->converter) == 1) {
+        page->units = UnitsOf(codePage, row, page->converter);
+    }
+    return page;
 }
 
 }  // namespace
 
 void TextDecoder::CloseConverter() {
-    if (converter_ != nullptr) ucnv_close(static_cast<UConverter*>(converter_));
+    delete static_cast<Page*>(converter_);
     converter_ = nullptr;
     converterPage_ = 0;
 }
 
 HRESULT TextDecoder::Convert(std::uint32_t codePage, const BYTE* bytes, std::size_t cb,
                              WText& text) {
-    if (converter_ == nullptr || converterPage_ != codePage) {
+    if (converterPage_ != codePage) {
         CloseConverter();
-        converter_ = OpenConverter(codePage);
+        converter_ = OpenPage(codePage).release();
         converterPage_ = codePage;
     }
+    const Page* page = static_cast<Page*>(converter_);
     constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()) / 4;
-    if (converter_ == nullptr || cb > kMost) {
+    if (page == nullptr || cb > kMost) {
         return HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION);
+    }
+    if (page->units != nullptr) {
+        text.resize(cb);
+        std::transform(bytes, bytes + cb, text.begin(),
+                       [page](BYTE byte) { return (*page->units)[byte]; });
+        return S_OK;
     }
     const auto convert = [&](std::size_t cch) {
         text.resize(cch);
         UErrorCode error = U_ZERO_ERROR;
         const std::int32_t length = ucnv_toUChars(
-            static_cast<UConverter*>(converter_), text.data(), static_cast<std::int32_t>(cch),
+            page->converter, text.data(), static_cast<std::int32_t>(cch),
             reinterpret_cast<const char*>(bytes), static_cast<std::int32_t>(cb), &error);
         return error == U_BUFFER_OVERFLOW_ERROR || U_SUCCESS(error) ? length : -1;
     };
