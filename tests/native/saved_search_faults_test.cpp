@@ -142,12 +142,16 @@ TEST_F(SavedSearchFaults, EveryChangeThatFails) {
     const StoredSearch fresh = Filled(TEXT("fresh"), 1);
     std::map<eStoredWrite, int> results;
     // Once something lies below, the search goes in pieces.
-    constexpr std::pair<eStoredRead, bool> kBefore[] = {{eStoredRead::Absent, false},
-                                                        {eStoredRead::Whole, false},
-                                                        {eStoredRead::Incomplete, false},
-                                                        {eStoredRead::Whole, true}};
-    for (const auto& [before, below] : kBefore) {
-        if (below) MakeKeyAt(kBelow);
+    constexpr struct {
+        eStoredRead before;
+        bool below;
+    } kRows[] = {{eStoredRead::Absent, false},
+                 {eStoredRead::Whole, false},
+                 {eStoredRead::Incomplete, false},
+                 {eStoredRead::Whole, true}};
+    for (const auto& row : kRows) {
+        const eStoredRead before = row.before;
+        if (row.below) MakeKeyAt(kBelow);
         for (const eRegistryFault fault : {eRegistryFault::Once, eRegistryFault::FromThenOn}) {
             for (int change = 0;; ++change) {
                 SCOPED_TRACE(testing::Message() << static_cast<int>(before) << ", fault "

@@ -348,7 +348,14 @@ TEST_F(FindDialogWindow, Helps) {
 }
 
 TEST_F(FindDialogWindow, KeepsTheLastSearchOfItsEnvironment) {
-    Open(eAccessAssembly, [](SRxFindDialog& dialog) { dialog.SetInApp(true); });
+    const auto inApp = [](SRxFindDialog& dialog) { dialog.SetInApp(true); };
+    Open(eAccessAssembly, inApp);
+    Choose(IDC_LOOK_FOR, "Welds");
+    Press(IDCANCEL);
+    Open(eAccessAssembly, inApp);
+    EXPECT_EQ("Find Welds", Title());
+    EXPECT_EQ(3, Send(IDC_LOOK_FOR, CB_GETCURSEL)) << "and its entry";
+    Choose(IDC_LOOK_FOR, "Components");
     Add("Title", "contains", "x");
     const Names rows = Rows();
     Press(IDCANCEL);
@@ -357,7 +364,7 @@ TEST_F(FindDialogWindow, KeepsTheLastSearchOfItsEnvironment) {
         bool kept;
     } kRows[] = {{eAccessAssemblyAlt, true}, {eAccessPart, false}, {eAccessShellWindow, false}};
     for (const auto& row : kRows) {
-        Open(row.access, [](SRxFindDialog& dialog) { dialog.SetInApp(true); });
+        Open(row.access, inApp);
         EXPECT_EQ(row.kept, rows == Rows()) << row.access;
         Dialog()->CloseDialog(false);
     }

@@ -64,6 +64,7 @@ TEST_F(FoundDialog, ALaterPickTakesTheEarlierPlace) {
     Names rows;
     EXPECT_TRUE(Search({[&] { Select({0, 1}); }, [this] { Press(IDOK); }}));
     EXPECT_EQ(2u, Picked().size());
+    EXPECT_EQ((std::vector<bool>{false, true, true}), tap_.unseen) << "the first is shown at once";
     EXPECT_TRUE(Search({[&] { rows = Rows(); }, [this] { Select({2}); },
                         // A double click beside the rows picks nothing, and the dialog stays.
                         [this] { DoubleClick(-1); }, [this] { EXPECT_EQ(nullptr, slot_); },

@@ -33,6 +33,7 @@ public:
                int& insertIndex) override {
         behind_->OnHit(run, folder, name, node, insertIndex);
         hits.push_back(node.GetFileName());
+        unseen.push_back(list_->rowsUnseen);
     }
     void OnFolderFailed(const WCHAR* folder) override { behind_->OnFolderFailed(folder); }
     void OnFileInUse(const WCHAR* file) override { behind_->OnFileInUse(file); }
@@ -46,6 +47,7 @@ public:
 
     std::size_t files = 0;
     std::vector<WText> hits;
+    std::vector<bool> unseen;  // behind each hit: whether a row waits to be painted
     std::function<void(SRxFoundList&)> onFile;  // before each is tested
 
 private:
