@@ -103,14 +103,11 @@ void Delete(SRxSearchListRecord& record) {
         lock = wait.GivenUp();
         return gone;
     }();
-    if (!finished.empty()) {
-        // Among them may be one that has no row yet.
+    if (deleted || !finished.empty()) {
+        // Anew: a finished one may have no row yet, and the rows may be others since the question.
         FillSearchList(record);
         SendDlgItemMessageW(record.window, IDC_SEARCH_LIST, LB_SETCURSEL, static_cast<WPARAM>(-1),
                             0);
-    } else if (deleted) {
-        SendDlgItemMessageW(record.window, IDC_SEARCH_LIST, LB_DELETESTRING,
-                            static_cast<WPARAM>(row), 0);
     }
     record.dialog->TellOfFinishedSaves(finished);
     if (!deleted) record.dialog->SayAboutSearch(MSG_DELETE_FAILED, name.c_str(), lock);

@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "dialog/criteria_rows.h"
 #include "dialog/saved_search_commands.h"
 #include "module/module_state.h"
 #include "tests/unit/find_window_fixture.h"
@@ -73,32 +72,6 @@ TEST_F(ModuleTest, ManySearchesLeaveNothing) {
 }
 
 class LongUse : public FindWindow {};
-
-TEST_F(LongUse, TwentyFourCriteria) {
-    Tree({"a/ab.txt", "a/none.txt"});
-    Open(eAccessShellWindow);
-    PutLookIn("");
-    Press(IDC_LOOK_SUBFOLDERS);
-    Dialog()->OnCommandNewSearch();
-    const CriterionParser parser(Dialog()->resourceInstance);
-    ASSERT_EQ(1u, Rows().size());
-    for (int i = 0; i < 24; ++i) {
-        std::string fault;
-        // Twelve groups of two: the second of each holds for one file.
-        auto node = parser.Parse(
-            i % 2 == 0 ? "File name begins with x" + std::to_string(i) : "File name contains ab",
-            i % 2 == 0 ? JOIN_AND : JOIN_OR, fault);
-        ASSERT_NE(nullptr, node) << fault;
-        EXPECT_TRUE(AppendCriterion(*Dialog(), std::move(node)));
-    }
-    Send(IDC_CRITERIA_LIST, LB_SETCURSEL, 0);  // the default one
-    Press(IDC_DELETE);
-    EXPECT_EQ(24u, Rows().size());
-    Press(IDOK);
-    PumpUntil([this] { return SearchesEnded(); });
-    ASSERT_EQ(1u, tap_.hits.size());
-    EXPECT_EQ(Wide("a/ab.txt"), tap_.hits[0]);
-}
 
 // A store as it has grown in years, written as one file: natively each key that closes is a file
 // written anew, which would make most of a minute of it.
