@@ -183,6 +183,7 @@ TEST_F(SavedSearchFaults, EveryChangeThatFails) {
                 EXPECT_EQ(result == eStoredWrite::Whole, IsStored(kName, fresh));
                 // A copy that couldn't be taken away is finished too, which is told.
                 finished = FinishCutSaves();
+                EXPECT_TRUE(!keeps || finished.empty() || fault != eRegistryFault::Once);
                 EXPECT_EQ(finished.empty() && keeps, unchanged());
                 EXPECT_EQ(!finished.empty() || !keeps, IsStored(kName, fresh));
                 EXPECT_TRUE(FinishCutSaves().empty());

@@ -405,25 +405,24 @@ TEST_F(SavedSearch, NamesThatAreRefused) {
 
 // What others put below a search is none of its criteria, and outlives it.
 TEST_F(SavedSearch, WhatLiesBelowStays) {
-    const WText kBelow[] = {kStore + TEXT("\\a\\b\\Node1"), kStore + TEXT("\\a\\Node1\\sub")};
     AddNew(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
     AddNew(kProject, COND_CONTAINS, JOIN_AND, TEXT("y"));
-    for (const bool twice : {false, true}) {
-        if (twice) delete std::exchange(dialog_->criteriaHead->nextCriterion, nullptr);
-        ASSERT_TRUE(WriteSearch(*dialog_, TEXT("a"), false));
-        for (const WText& path : kBelow) {
-            EXPECT_EQ(twice, HasKeyAt(path));
-            MakeKeyAt(path);
+    for (const char* key : {"b", "Node1"}) {
+        const WText below = kStore + wtext::FromUtf8(std::string("\\a\\") + key + "\\sub");
+        for (const bool twice : {false, true}) {
+            ASSERT_TRUE(WriteSearch(*dialog_, TEXT("a"), false));
+            EXPECT_EQ(twice, HasKeyAt(below));
+            MakeKeyAt(below);
+            NewDialog();
+            EXPECT_TRUE(ReadSearch(*dialog_, TEXT("a"))) << "nothing is told";
+            EXPECT_EQ("1:22 1:7 ", List());
         }
-        NewDialog();
-        EXPECT_TRUE(ReadSearch(*dialog_, TEXT("a"))) << "nothing is told";
-        EXPECT_EQ(twice ? "1:22 " : "1:22 1:7 ", List());
+        EXPECT_TRUE(Remove(TEXT("a")));
+        EXPECT_TRUE(SavedSearchNames().empty());
+        EXPECT_EQ(std::string("- - -\n") + key + " - - - - -\n", Exported(TEXT("a")));
+        EXPECT_TRUE(HasKeyAt(below));
+        EXPECT_EQ(0u, BLxPref_Reg::DeleteKeyAndDescendants(HKEY_CURRENT_USER, kStore.c_str()));
     }
-    EXPECT_TRUE(Remove(TEXT("a")));
-    EXPECT_TRUE(SavedSearchNames().empty());
-    EXPECT_EQ("- - -\nb - - - - -\nNode1 - - - - -\n", Exported(TEXT("a")));
-    EXPECT_TRUE(HasKeyAt(kBelow[0]) && HasKeyAt(kBelow[1]));
-    EXPECT_EQ(0u, BLxPref_Reg::DeleteKeyAndDescendants(HKEY_CURRENT_USER, kStore.c_str()));
 }
 
 // A process that ended in mid-save: its copy is whole, or the old search is.

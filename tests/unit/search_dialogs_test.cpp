@@ -89,7 +89,7 @@ TEST_F(SearchDialogs, SavesOpensAndDeletes) {
                 EXPECT_TRUE(CanSave());
                 TypeName("");
                 EXPECT_FALSE(CanSave());
-                Command(IDCANCEL);
+                Command(IDOK);
             }});
     EXPECT_TRUE(SavedSearchNames().empty());
     Through(IDC_SAVE_SEARCH, {[&] {
