@@ -80,7 +80,6 @@ private:
     HRESULT ReadDirectory();
     HRESULT ReadEntry(std::uint32_t entry, const BYTE*& bytes);
     HRESULT AddChild(const BYTE* bytes);
-    void Forget(Chain& chain) const;
     HRESULT BookChain(Chain& chain);
     Stream PlaceOf(const BYTE* bytes) const;
 

@@ -47,8 +47,8 @@ void DocumentProperties::Close() {
     for (StreamState& state : streams_)
         state.isLoaded = false;
     for (SetState& state : sets_) {
+        if (state.isLoaded) state.section.Reset();
         state.isLoaded = false;
-        state.section.Reset();
     }
     status_ = S_FALSE;
 }
