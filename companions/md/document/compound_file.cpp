@@ -110,9 +110,9 @@ HRESULT CompoundFile::Book(std::size_t cb) {
     return S_OK;
 }
 
-HRESULT CompoundFile::Open(const DocumentPath& path) {
+HRESULT CompoundFile::Open(const DocumentPath& path, bool isPlainFile) {
     Close();
-    HRESULT status = file_.Open(path);
+    HRESULT status = file_.Open(path, isPlainFile);
     if (SUCCEEDED(status)) status = ReadHeader();
     if (SUCCEEDED(status)) status = ReadDirectory();
     if (FAILED(status)) Close();

@@ -35,9 +35,9 @@ bool IsSectionOf(eSetKind kind, std::size_t index, const GUID& format) {
 
 }  // namespace
 
-HRESULT DocumentProperties::Open(const DocumentPath& path) {
+HRESULT DocumentProperties::Open(const DocumentPath& path, bool isPlainFile) {
     Close();
-    status_ = file_.Open(path);
+    status_ = file_.Open(path, isPlainFile);
     if (status_ == STG_E_FILEALREADYEXISTS) status_ = S_FALSE;
     return status_;
 }

@@ -57,7 +57,7 @@ WText Openable(const WText& path) {
 
 }  // namespace
 
-HRESULT FileBytes::Open(const DocumentPath& path) {
+HRESULT FileBytes::Open(const DocumentPath& path, bool) {
     Close();
     const HANDLE file =
         CreateFileW(Openable(path).c_str(), GENERIC_READ,
