@@ -28,6 +28,8 @@ public:
     // listing; a link to a file is a file.
     bool IsDirectory() const;
     bool IsDot() const;
+    // Neither a folder nor a link nor a pipe or device; false where the listing doesn't tell, too.
+    bool IsPlainFile() const;
     // Leaves the dot entries out from the next entry on.
     void SetSkipDots(bool skip);
 

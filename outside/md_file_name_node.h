@@ -100,6 +100,7 @@ public:
 
     unsigned relatedFlags = 1;  // bit 0: the file may have related documents
     LONG docStatus = -1;        // -1 unknown, 0, 1
+    bool isPlainFile = false;   // its folder's listing said so: its kind needs no look of its own
 
 private:
     struct ChainIndex;

@@ -40,7 +40,7 @@ public:
         fullName_.reserve(prefix.size() + kPathLength);
     }
 
-    void Take(const BLxWString& entry, bool isDirectory) {
+    void Take(const BLxWString& entry, bool isDirectory, bool isPlainFile) {
         if (!inFolder_) {
             // A tested file's own folder is the current one. A pump may change it, so it is set
             // again after one.
@@ -56,6 +56,7 @@ public:
             const int before = said();
             ForFile(run_, fullName_.c_str(), [&] {
                 MDxFileNameNode node(fullName_.c_str(), -1, run_.query.inApp);
+                node.isPlainFile = isPlainFile;
                 TestFile(run_, prefix_.c_str(), entry.c_str(), &node, needProperties_,
                          insertIndex_);
             });
@@ -126,7 +127,9 @@ bool WalkDirectory(SRxSearchRun& run, const WCHAR* path, LONG subfolders, bool n
     const bool listed = !search.Done();
     search.SetSkipDots(true);
     for (; !search.Done(); entry = &search.Next()) {
-        if (!search.IsDot()) walk.Take(*entry, search.IsDirectory());
+        if (!search.IsDot()) {
+            walk.Take(*entry, search.IsDirectory(), search.IsPlainFile());
+        }
     }
     // A listing that broke off has given what it could; the rest of the folder is missing.
     if (!listed || search.Failed()) run.sink->OnFolderFailed(prefix.c_str());

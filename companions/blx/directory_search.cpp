@@ -64,6 +64,10 @@ bool DirectorySearch::IsDot() const {
     return state_->current && state_->entry.isDot;
 }
 
+bool DirectorySearch::IsPlainFile() const {
+    return state_->current && state_->entry.isPlainFile;
+}
+
 void DirectorySearch::SetSkipDots(bool skip) {
     state_->skipDots = skip;
 }

@@ -68,7 +68,7 @@ mddoc::DocumentProperties& Reader() {
 class Look {
 public:
     explicit Look(const MDxFileNameNode& node)
-        : status_(Reader().Open(NativePathFromWide(node.GetFileName()))) {}
+        : status_(Reader().Open(NativePathFromWide(node.GetFileName()), node.isPlainFile)) {}
     ~Look() { Reader().Close(); }
     Look(const Look&) = delete;
     Look& operator=(const Look&) = delete;

@@ -131,7 +131,7 @@ HRESULT MDxProperties::Initialize(IMDxDv* callback, bool write) {
 HRESULT MDxProperties::InitProps(MDxFileNameNode& node, int, void*) {
     state_->custom.Forget();
     DocumentProperties& document = state_->document;
-    const HRESULT status = document.Open(NativePathFromWide(node.GetFileName()));
+    const HRESULT status = document.Open(NativePathFromWide(node.GetFileName()), node.isPlainFile);
     if (status < 0) return status;
     if (node.facts_ == nullptr) node.facts_ = std::make_unique<MDxFileNameNode::Facts>();
     *node.facts_ = {status, document.RootClass(), document.Stamp()};

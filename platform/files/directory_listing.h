@@ -15,6 +15,7 @@ public:
         // A link (or a mount point) to a folder; `isDirectory` is true as well. A link to a file is
         // a file, and so is one that leads nowhere.
         bool isFolderLink;
+        bool isPlainFile;  // false where the system doesn't tell, too
     };
 
     DirectoryListing();

@@ -68,6 +68,7 @@ void DirectoryListing::State::Classify(const KernelEntry& raw, Entry& entry) con
     entry.isFolderLink =
         type == DT_LNK && fstatat(descriptor, raw.name, &status, 0) == 0 && S_ISDIR(status.st_mode);
     entry.isDirectory = type == DT_DIR || entry.isFolderLink;
+    entry.isPlainFile = type == DT_REG;
     entry.isDot =
         raw.name[0] == '.' && (raw.name[1] == 0 || (raw.name[1] == '.' && raw.name[2] == 0));
 }

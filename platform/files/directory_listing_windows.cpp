@@ -51,6 +51,7 @@ bool DirectoryListing::Next(Entry& entry) {
     entry.isDirectory = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     entry.isFolderLink = entry.isDirectory && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
                          IsLinkTag(state.data.dwReserved0);
+    entry.isPlainFile = !entry.isDirectory;
     entry.isDot = entry.name == TEXT(".") || entry.name == TEXT("..");
     return true;
 }

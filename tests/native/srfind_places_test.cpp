@@ -2,6 +2,7 @@
 // long paths, a shortage of descriptors.
 #include <fcntl.h>
 #include <grp.h>
+#include <sys/inotify.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -129,6 +130,15 @@ TEST_F(SrfindPlaces, LinksToFoldersAreNotWalked) {
     };
     EXPECT_EQ(1u, RunFolders(true, "p").size());
     EXPECT_EQ(1u, failedFolders_.size());
+    // A pipe isn't opened, by a link neither: its writer would lose what it has.
+    ASSERT_EQ(0, mkfifo((folder_ / "aside/pipe.hpa").c_str(), 0600));
+    fs::create_symlink("pipe.hpa", folder_ / "aside/to_pipe.hpa");
+    const int opened = inotify_init1(IN_NONBLOCK);
+    ASSERT_LE(0, inotify_add_watch(opened, (folder_ / "aside/pipe.hpa").c_str(), IN_OPEN));
+    EXPECT_EQ(3, Run({"-w", "Title contains x"}, "aside").status);
+    inotify_event event;
+    EXPECT_GT(0, read(opened, &event, sizeof event));
+    close(opened);
     // A link that leads nowhere has no properties that could be read.
     const SrfindRun titles = Run({"-w", "Title differs from x"});
     EXPECT_EQ("link.hpa|", titles.out);

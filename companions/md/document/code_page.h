@@ -10,11 +10,11 @@ namespace mddoc {
 
 inline constexpr std::uint32_t kUtf16CodePage = 1200;
 
-// Keeps the converter of the last code page, so one object serves many documents.
+// Keeps what it has opened, so one object serves many documents.
 class TextDecoder {
 public:
     TextDecoder() = default;
-    ~TextDecoder() { CloseConverter(); }
+    ~TextDecoder() { CloseConverters(); }
     TextDecoder(const TextDecoder&) = delete;
     TextDecoder& operator=(const TextDecoder&) = delete;
 
@@ -27,10 +27,9 @@ public:
 private:
     // The system's part. The bytes hold no NUL and are not empty.
     HRESULT Convert(std::uint32_t codePage, const BYTE* bytes, std::size_t cb, WText& text);
-    void CloseConverter();
+    void CloseConverters();
 
-    void* converter_ = nullptr;
-    std::uint32_t converterPage_ = 0;
+    void* converters_ = nullptr;
 };
 
 // Code pages in which the bytes below 0x80 don't stand for the characters of ASCII.

@@ -6,8 +6,11 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <map>
 #include <memory>
+#include <numeric>
 #include <string>
+#include <tuple>
 
 #include "companions/md/document/code_page.h"
 #include "companions/md/document/code_page_tables_native.h"
@@ -49,10 +52,12 @@ constexpr NamedPage kNamedPages[] = {
     {65000, "UTF-7"},
 };
 
+using ByteUnits = std::array<char16_t, 256>;
+
 // What an open code page needs. Of one byte a character it is a table alone.
 struct Page {
     UConverter* converter = nullptr;
-    std::unique_ptr<std::array<char16_t, 256>> units;
+    std::unique_ptr<ByteUnits> units;
 
     Page() = default;
     ~Page() {
@@ -91,17 +96,19 @@ UConverter* OpenConverter(const std::string& name) {
     return U_SUCCESS(error) ? converter : nullptr;
 }
 
-// The unit of each byte as Windows has it.
-std::unique_ptr<std::array<char16_t, 256>> UnitsOf(std::uint32_t codePage, const BytePage* row,
-                                                   UConverter* converter) {
-    auto units = std::make_unique<std::array<char16_t, 256>>();
+// The unit of each byte as Windows has it. Null where ICU makes more than one unit of a byte.
+std::unique_ptr<ByteUnits> UnitsOf(std::uint32_t codePage, const BytePage* row,
+                                   UConverter* converter) {
+    auto units = std::make_unique<ByteUnits>();
     units->fill(kUnknown);
-    for (std::size_t byte = 0; converter != nullptr && byte < units->size(); ++byte) {
-        const char from = static_cast<char>(byte);
+    if (converter != nullptr) {
+        std::array<char, std::tuple_size_v<ByteUnits>> bytes;
+        std::iota(bytes.begin(), bytes.end(), '\0');
         UErrorCode error = U_ZERO_ERROR;
-        char16_t unit = 0;
-        const std::int32_t length = ucnv_toUChars(converter, &unit, 1, &from, 1, &error);
-        if (length == 1 && !U_FAILURE(error)) (*units)[byte] = unit;
+        const auto count = static_cast<std::int32_t>(units->size());
+        const std::int32_t length =
+            ucnv_toUChars(converter, units->data(), count, bytes.data(), count, &error);
+        if (length != count || U_FAILURE(error)) return nullptr;
     }
     // ICU swaps three control characters of the old ones.
     const bool hasAscii = !DiffersFromAscii(codePage);
@@ -145,22 +152,35 @@ std::unique_ptr<Page> OpenPage(std::uint32_t codePage) {
     return page;
 }
 
+// The code pages of the documents so far, since neighbours differ in theirs. A null is one that
+// isn't known.
+using Pages = std::map<std::uint32_t, std::unique_ptr<Page>>;
+// No system has more; a library of hostile documents asks for others.
+constexpr std::size_t kMostPages = 200;
+
+// As ICU does, for most letters without a call.
+UChar32 ToUpper(WCHAR c) {
+    if (c >= 0x80) return u_toupper(c);
+    return c >= 'a' && c <= 'z' ? c - ('a' - 'A') : c;
+}
+
 }  // namespace
 
-void TextDecoder::CloseConverter() {
-    delete static_cast<Page*>(converter_);
-    converter_ = nullptr;
-    converterPage_ = 0;
+void TextDecoder::CloseConverters() {
+    delete static_cast<Pages*>(converters_);
+    converters_ = nullptr;
 }
 
 HRESULT TextDecoder::Convert(std::uint32_t codePage, const BYTE* bytes, std::size_t cb,
                              WText& text) {
-    if (converterPage_ != codePage) {
-        CloseConverter();
-        converter_ = OpenPage(codePage).release();
-        converterPage_ = codePage;
+    if (converters_ == nullptr) converters_ = new Pages;
+    Pages& pages = *static_cast<Pages*>(converters_);
+    auto found = pages.find(codePage);
+    if (found == pages.end()) {
+        if (pages.size() >= kMostPages) pages.clear();
+        found = pages.emplace(codePage, OpenPage(codePage)).first;
     }
-    const Page* page = static_cast<Page*>(converter_);
+    const Page* page = found->second.get();
     constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()) / 4;
     if (page == nullptr || cb > kMost) {
         return HRESULT_FROM_WIN32(ERROR_NO_UNICODE_TRANSLATION);
@@ -196,8 +216,8 @@ int CompareWithoutCase(WTextView a, WTextView b) {
     const std::size_t common = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < common; ++i) {
         if (a[i] == b[i]) continue;
-        const UChar32 one = u_toupper(a[i]);
-        const UChar32 other = u_toupper(b[i]);
+        const UChar32 one = ToUpper(a[i]);
+        const UChar32 other = ToUpper(b[i]);
         if (one != other) return one < other ? -1 : 1;
     }
     if (a.size() == b.size()) return 0;

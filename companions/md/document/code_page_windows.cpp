@@ -3,10 +3,8 @@
 
 namespace mddoc {
 
-void TextDecoder::CloseConverter() {
-    converter_ = nullptr;
-    converterPage_ = 0;
-}
+// The system keeps its tables itself.
+void TextDecoder::CloseConverters() {}
 
 HRESULT TextDecoder::Convert(std::uint32_t codePage, const BYTE* bytes, std::size_t cb,
                              WText& text) {

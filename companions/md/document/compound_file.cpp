@@ -86,26 +86,22 @@ void CompoundFile::Close() {
     rootClass_ = {};
     streams_.clear();
     miniStream_ = {};
-    for (Chain* chain : {&directory_, &miniFat_, &miniStreamChain_, &streamChain_})
-        Forget(*chain);
-    moreFat_.clear();
-    moreFatSet_.clear();
     if (spent_.cbAllocated > kMostKept) {
+        directory_ = miniFat_ = miniStreamChain_ = streamChain_ = Chain();
         std::vector<RootStream>().swap(streams_);
         std::vector<std::uint32_t>().swap(moreFat_);
-        std::unordered_set<std::uint32_t>().swap(moreFatSet_);
     }
+    for (Chain* chain : {&directory_, &miniFat_, &miniStreamChain_, &streamChain_}) {
+        chain->sectors.clear();
+        chain->cbBooked = 0;
+        chain->loaded = false;
+    }
+    moreFat_.clear();
+    if (!moreFatSet_.empty()) moreFatSet_ = {};
     spent_ = {};
     blockOf_.fill(kNoBlock);
     lastSlot_ = 0;
     nextSlot_ = 1;
-}
-
-void CompoundFile::Forget(Chain& chain) const {
-    if (spent_.cbAllocated > kMostKept) std::vector<std::uint32_t>().swap(chain.sectors);
-    chain.sectors.clear();
-    chain.cbBooked = 0;
-    chain.loaded = false;
 }
 
 HRESULT CompoundFile::Book(std::size_t cb) {
@@ -114,9 +110,9 @@ HRESULT CompoundFile::Book(std::size_t cb) {
     return S_OK;
 }
 
-HRESULT CompoundFile::Open(const DocumentPath& path) {
+HRESULT CompoundFile::Open(const DocumentPath& path, bool isPlainFile) {
     Close();
-    HRESULT status = file_.Open(path);
+    HRESULT status = file_.Open(path, isPlainFile);
     if (SUCCEEDED(status)) status = ReadHeader();
     if (SUCCEEDED(status)) status = ReadDirectory();
     if (FAILED(status)) Close();

@@ -30,7 +30,7 @@ public:
 
     // S_OK; STG_E_FILEALREADYEXISTS when the file isn't a compound file at all (as an empty one);
     // STG_E_DOCFILECORRUPT when it is one and damaged; a status of FileBytes.
-    [[nodiscard]] HRESULT Open(const DocumentPath& path);
+    [[nodiscard]] HRESULT Open(const DocumentPath& path, bool isPlainFile = false);
     void Close();
 
     const GUID& RootClass() const { return rootClass_; }
@@ -82,7 +82,6 @@ private:
     HRESULT ReadDirectory();
     HRESULT ReadEntry(std::uint32_t entry, const BYTE*& bytes);
     HRESULT AddChild(const BYTE* bytes);
-    void Forget(Chain& chain) const;
     HRESULT BookChain(Chain& chain);
     Stream PlaceOf(const BYTE* bytes) const;
 

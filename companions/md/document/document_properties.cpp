@@ -35,9 +35,9 @@ bool IsSectionOf(eSetKind kind, std::size_t index, const GUID& format) {
 
 }  // namespace
 
-HRESULT DocumentProperties::Open(const DocumentPath& path) {
+HRESULT DocumentProperties::Open(const DocumentPath& path, bool isPlainFile) {
     Close();
-    status_ = file_.Open(path);
+    status_ = file_.Open(path, isPlainFile);
     if (status_ == STG_E_FILEALREADYEXISTS) status_ = S_FALSE;
     return status_;
 }
@@ -47,8 +47,8 @@ void DocumentProperties::Close() {
     for (StreamState& state : streams_)
         state.isLoaded = false;
     for (SetState& state : sets_) {
+        if (state.isLoaded) state.section.Reset();
         state.isLoaded = false;
-        state.section.Reset();
     }
     status_ = S_FALSE;
 }

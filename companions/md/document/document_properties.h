@@ -46,7 +46,7 @@ class DocumentProperties {
 public:
     // S_OK; S_FALSE when the file is no compound file, so that everything is absent; negative when
     // it could not be read (a status of FileBytes, STG_E_DOCFILECORRUPT).
-    [[nodiscard]] HRESULT Open(const DocumentPath& path);
+    [[nodiscard]] HRESULT Open(const DocumentPath& path, bool isPlainFile = false);
     void Close();
 
     // All zeros where there is none.

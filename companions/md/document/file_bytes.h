@@ -33,8 +33,9 @@ public:
 
     // S_OK, or STG_E_FILENOTFOUND, _PATHNOTFOUND, _ACCESSDENIED (also a folder, a pipe, a device),
     // _TOOMANYOPENFILES, _INSUFFICIENTMEMORY, _SHAREVIOLATION when another process keeps the file
-    // to itself, _READFAULT for the rest. Closes what was open before.
-    [[nodiscard]] HRESULT Open(const DocumentPath& path);
+    // to itself, _READFAULT for the rest. Closes what was open before. `isPlainFile`: a listing has
+    // just told, which saves a look; another kind is never opened without.
+    [[nodiscard]] HRESULT Open(const DocumentPath& path, bool isPlainFile = false);
     void Close();
 
     // As it was when the file was opened.

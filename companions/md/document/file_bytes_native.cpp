@@ -79,13 +79,15 @@ FileStamp StampOf(const DocumentPath& path) {
     return stat(path.c_str(), &facts) == 0 ? StampFrom(facts) : FileStamp{};
 }
 
-HRESULT FileBytes::Open(const DocumentPath& path) {
+HRESULT FileBytes::Open(const DocumentPath& path, bool isPlainFile) {
     Close();
     // The kind comes first: opening a pipe takes what its writer has for somebody else, and opening
     // a device may do anything.
     struct stat facts;
-    if (stat(path.c_str(), &facts) != 0) return StatusOfOpen(errno, path);
-    if (!S_ISREG(facts.st_mode)) return STG_E_ACCESSDENIED;
+    if (!isPlainFile) {
+        if (stat(path.c_str(), &facts) != 0) return StatusOfOpen(errno, path);
+        if (!S_ISREG(facts.st_mode)) return STG_E_ACCESSDENIED;
+    }
     // O_NONBLOCK: no lease may hold us up, nor a pipe that has just taken the file's place.
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (file < 0) return StatusOfOpen(errno, path);

@@ -76,7 +76,7 @@ FileStamp StampOf(const DocumentPath& path) {
     return found ? StampFrom(facts) : FileStamp{};
 }
 
-HRESULT FileBytes::Open(const DocumentPath& path) {
+HRESULT FileBytes::Open(const DocumentPath& path, bool) {
     Close();
     const HANDLE file =
         CreateFileW(Openable(path).c_str(), GENERIC_READ,

@@ -20,6 +20,7 @@ constexpr std::uint16_t kByteOrderMark = 0xFFFE;
 constexpr std::uint32_t kDefaultCodePage = 1252;
 // More properties than this aren't kept room for in the next set.
 constexpr std::size_t kMostKept = 4096;
+constexpr std::size_t kFewNames = 16;  // are looked through sooner than put in order
 
 }  // namespace
 
@@ -207,6 +208,13 @@ WTextView PropertySection::NameOf(const Slot& slot) const {
 }
 
 const PropertySection::Slot* PropertySection::FindName(WTextView name) {
+    if (names_.size() <= kFewNames) {
+        for (const Name& own : names_) {
+            const bool isIt = own.cch == name.size() && CompareWithoutCase(TextOf(own), name) == 0;
+            if (isIt) return &slots_[own.slot];
+        }
+        return nullptr;
+    }
     if (byText_.size() != names_.size()) {
         byText_.resize(names_.size());
         std::iota(byText_.begin(), byText_.end(), 0u);

@@ -46,7 +46,7 @@ HRESULT StreamWindow::FetchOutside(std::uint32_t offset, std::uint32_t cb, const
         cbBooked_ = length;
     }
     if (buffer_.size() < length) {
-        buffer_ = {};  // not beside the larger one
+        std::vector<BYTE>().swap(buffer_);  // not beside the larger one
         buffer_.resize(length);
     }
     status = file_->Read(stream_, begin, buffer_.data(), length);
