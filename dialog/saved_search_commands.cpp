@@ -1,7 +1,6 @@
 #include "dialog/saved_search_commands.h"
 
 #include "criteria/list_rules.h"
-
 #include "dialog/criteria_rows.h"
 #include "dialog/dialog_messages.h"
 #include "module/controls.h"

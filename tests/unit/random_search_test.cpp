@@ -76,7 +76,7 @@ protected:
                                    &Sample::cost, &Sample::needsUpdate, &Sample::flag}) {
             it.*fact = MakeFact();
         }
-        const auto texts = [&it](std::uint32_t id, Fact fact) {
+        const auto texts = [](std::uint32_t id, Fact fact) {
             return [=](PropertySectionWriter& set) {
                 if (fact.answer == eAnswer::Value) {
                     set.AddText(id, wtext::FromUtf8(kWords[fact.value]));
