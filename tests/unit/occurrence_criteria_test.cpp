@@ -21,7 +21,7 @@ const Row kRows[] = {
     {11, 110, TEXT(""), eCritTest::Enabled, true, 0, false},
     {11, 111, TEXT(""), eCritTest::Grounded, true, 0, false},
     {11, 112, TEXT(""), eCritTest::Visible, true, 0, false},
-    {11, 113, TEXT(" \t0x1F and more"), eCritTest::NoOfDOFs, false, 31, false},
+    {11, 113, TEXT(" \t0X1f and more"), eCritTest::NoOfDOFs, false, 31, false},
     {11, 113, TEXT("-017"), eCritTest::NoOfDOFs, false, -15, false},
     {11, 113, TEXT("99999999999"), eCritTest::NoOfDOFs, false, 0x7FFFFFFF, false},
     {11, 114, TEXT("red"), eCritTest::Color, false, 0, false},

@@ -183,7 +183,9 @@ std::vector<std::string> SearchTest::Run() {
     return hits;
 }
 
-void SearchTest::OnHit(SRxSearchRun&, const WCHAR*, const WCHAR*, MDxFileNameNode& node, int&) {
+void SearchTest::OnHit(SRxSearchRun&, const WCHAR* folder, const WCHAR* name, MDxFileNameNode& node,
+                       int&) {
+    EXPECT_EQ(WText(node.GetFileName()), WText(folder) + name);
     auto copy = std::make_unique<MDxFileNameNode>(&node);
     if (copy->AddFileNodeUnique(&slot_)) (void)copy.release();
 }
