@@ -185,36 +185,4 @@ TEST_F(Dialogs, QueueOrderAndFilters) {
     EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_APP, WM_APP, PM_REMOVE));
 }
 
-std::string seen;
-HHOOK hooks[2] = {};
-bool endsItself = false;
-
-template <int kNumber>
-LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam) {
-    const bool isOurs = code >= 0 && reinterpret_cast<const MSG*>(lParam)->message == WM_APP;
-    if (isOurs) seen += static_cast<char>('a' + kNumber);
-    if (isOurs && kNumber == 1 && std::exchange(endsItself, false)) {
-        EXPECT_TRUE(UnhookWindowsHookEx(hooks[1]));
-    }
-    return CallNextHookEx(nullptr, code, wParam, lParam);
-}
-
-TEST(Hooks, TheNewestComesFirstAndMayEndItself) {
-    constexpr HOOKPROC kProcedures[] = {Hook<0>, Hook<1>};
-    for (int i = 0; i < 2; ++i) {
-        hooks[i] = SetWindowsHookExW(WH_GETMESSAGE, kProcedures[i], nullptr, GetCurrentThreadId());
-        ASSERT_NE(nullptr, hooks[i]);
-    }
-    for (int i = 0; i < 3; ++i) {
-        endsItself = i == 1;
-        MSG message;
-        PostMessageW(nullptr, WM_APP, 0, 0);
-        EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_APP, WM_APP, PM_REMOVE));
-        seen += ' ';
-    }
-    EXPECT_EQ("ba ba a ", seen);
-    EXPECT_TRUE(UnhookWindowsHookEx(hooks[0]));
-    EXPECT_FALSE(UnhookWindowsHookEx(hooks[0]));
-}
-
 }  // namespace

@@ -63,35 +63,6 @@ TEST(CriteriaNode, ValuesAreTakenWholeOrNotAtAll) {
     }
 }
 
-TEST(CriteriaNode, Predicates) {
-    struct Row {
-        LONG property;
-        const char* is;  // t: file type, o: occurrence, p: needs properties
-    };
-    const Row rows[] = {
-        {PROP_FILE_TYPE, "t"},        {PROP_FILE_NAME, ""},   {kTitle, "p"},
-        {kCostCentre, "p"},           {PROP_DOC_STATUS, "p"}, {PROP_LIBRARY_DOCUMENT, "p"},
-        {PROP_SKIPPED_TEST, "p"},     {PROP_COMP_COLOR, "o"}, {PROP_CONSTR_NAME, "o"},
-        {PROP_WELD_NAME, "o"},        {PROP_FAS_NAME, "o"},   {kLastSavedBy, "p"},
-        {PROP_COMP_TRANSPARENT, "o"},
-    };
-    const auto is = [](const SRxCriteriaNode& node) {
-        return std::string(node.IsFileTypeCriterion() ? "t" : "") +
-               (node.IsOccurrenceCategory() ? "o" : "") +
-               (node.NeedsDocumentProperties() ? "p" : "");
-    };
-    for (const Row& row : rows) {
-        const SRxCriteriaNode node(row.property, COND_EQUALS, JOIN_AND, nullptr);
-        EXPECT_EQ(row.is, is(node)) << row.property;
-    }
-    for (const LONG category : {10, 11, 12, 13, 14, 15, 16, 17}) {
-        SRxCriteriaNode node(TEXT("n"), COND_EQUALS, JOIN_AND, nullptr);
-        EXPECT_EQ("p", is(node));
-        node.propertyCategory = category;
-        EXPECT_EQ(category > 10 && category < 17 ? "o" : "p", is(node)) << category;
-    }
-}
-
 TEST(CriteriaNode, SameProperty) {
     const SRxCriteriaNode number(5, 1, COND_EQUALS, JOIN_AND, nullptr);
     const SRxCriteriaNode numberOfControl(5, 2, COND_DIFFERS, JOIN_OR, TEXT("x"));

@@ -33,16 +33,6 @@ TEST(FindDialog, TellsWhetherPropertiesAreNeeded) {
     EXPECT_EQ("001", listener.ok);
 }
 
-TEST(FindDialog, SelectionSlot) {
-    MDxFileNameNode* chain = nullptr;
-    SRxFindDialog dialog(nullptr, nullptr, nullptr, nullptr, nullptr);
-    EXPECT_EQ(nullptr, dialog.GetSelection());
-    EXPECT_FALSE(dialog.callerOwnsSelection);
-    dialog.SetSelection(&chain);
-    dialog.SetSelection(nullptr);
-    EXPECT_TRUE(dialog.callerOwnsSelection) << "stays as it was";
-}
-
 // A server whose texts are as long as asked, and which counts its references.
 class Server : public IQxLecternServer, public IQxServerProperties, public IQxWorkContext {
 public:

@@ -325,50 +325,6 @@ TEST_F(FoundDialog, WithoutMemoryNothingIsPicked) {
     EXPECT_EQ(nullptr, slot_);
 }
 
-// Whatever way they end; the sanitized build looks for rows and records as well.
-TEST_F(FoundDialog, NothingIsLeftOfManySearches) {
-    const std::function<void()> ends[] = {
-        [this] {
-            Select({0});
-            Press(IDOK);
-        },
-        [this] {
-            DoubleClick(0);
-            if (!dialog_.IsModal()) Close();
-        },
-        [this] { Close(); },
-        [this] { PostMessageW(Found(), WM_COMMAND, IDCANCEL, 0); },
-    };
-    constexpr int kWarm = 20;
-    constexpr int kSearches = 200;
-    int windows = 0;
-    int drawings = 0;
-    int handles = 0;
-    for (int i = 0; i < kSearches; ++i) {
-        dialog_.SetModal(i % 2 == 0);
-        acted_ = false;
-        tap_.hits.clear();
-        tap_.onFile = nullptr;
-        if (i % 5 == 4) {
-            InMidSearch([](SRxFoundList& list) { PostMessageW(list.window, WM_CLOSE, 0, 0); });
-        }
-        Search({ends[i / 2 % 4]});
-        MSG message;
-        while (Found() != nullptr && GetMessageW(&message, nullptr, 0, 0) > 0)
-            DispatchMessageW(&message);
-        ASSERT_EQ(objectsBefore_, objectCount) << "search " << i;
-        if (i == kWarm) {
-            windows = CountLiveWindows();
-            drawings = CountDrawingObjects();
-            handles = CountOpenHandles();
-        }
-    }
-    EXPECT_LT(0, windows);
-    EXPECT_EQ(windows, CountLiveWindows());
-    EXPECT_EQ(drawings, CountDrawingObjects());
-    EXPECT_GE(handles + 3, CountOpenHandles()) << "the system may open some for itself";
-}
-
 TEST_F(FoundDialog, BeforeASearch) {
     dialog_.pendingCriterion = true;
     EnableWindow(GetDlgItem(dialog_.dialogWindow, IDC_ADD), TRUE);
