@@ -25,12 +25,14 @@ TEST(FindDialog, TellsWhetherPropertiesAreNeeded) {
     Listener listener;
     SRxFindDialog dialog(nullptr, nullptr, nullptr, nullptr, &listener);
     dialog.NotifyOnOK();
-    dialog.criteriaHead = new SRxCriteriaNode(PROP_FILE_NAME, COND_CONTAINS, JOIN_AND, TEXT("x"));
-    dialog.NotifyOnOK();
-    dialog.criteriaHead->nextCriterion =
-        new SRxCriteriaNode(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
-    dialog.NotifyOnOK();
-    EXPECT_EQ("001", listener.ok);
+    SRxCriteriaNode** end = &dialog.criteriaHead;
+    for (const LONG property : {PROP_FILE_NAME, PROP_COMP_COLOR, PROP_FAS_NAME, kTitle}) {
+        *end = new SRxCriteriaNode(property, COND_CONTAINS, JOIN_AND, TEXT("x"));
+        if (property == PROP_FAS_NAME) (*end)->propertyCategory = eCategoryFasSketch;
+        end = &(*end)->nextCriterion;
+        dialog.NotifyOnOK();
+    }
+    EXPECT_EQ("00001", listener.ok);
 }
 
 // A server whose texts are as long as asked, and which counts its references.

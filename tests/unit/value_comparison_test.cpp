@@ -73,24 +73,17 @@ TEST(ValueComparison, Texts) {
         {TEXT("ABC"), TEXT("abc"), "*bec=", "*!"},
         {TEXT("a?c"), TEXT("a*c"), "*!", "*!"},  // no wildcards
         {TEXT("a*c"), TEXT("*"), "*c!", "*c!"},
-        {TEXT("co-op"), TEXT("coop"), "*!", "*!"},
-        {TEXT("it's"), TEXT("its"), "*!", "*!"},
-        {TEXT("a\tb"), TEXT("a b"), "*!", "*!"},
         {TEXT("\uFF21\uFF22\uFF23"), TEXT("BC"), "*ec!", "*ec!"},  // full width
         {TEXT("\uFF21\uFF22\uFF23"), TEXT("abc"), "*bec=", "*!"},
         {TEXT("x12y"), TEXT("\uFF11\uFF12"), "*c!", "*c!"},
         {TEXT("\u30AB\u30E1"), TEXT("\uFF76"), "*bc!", "*bc!"},          // half-width kana
         {TEXT("\u304B\u3081"), TEXT("\u30AB\u30E1"), "*bec=", "*bec="},  // the two kana
-        {TEXT("\u304B"), TEXT("\u304D"), "*!", "*!"},
-        {TEXT("\u00E9t\u00E9"), TEXT("ete"), "*!", "*!"},
         {TEXT("\u00C9T\u00C9"), TEXT("\u00E9t\u00E9"), "*bec=", "*!"},
         {TEXT("\u00E9"), TEXT("e\u0301"), "*=", "*="},  // equal, yet too short to begin with it
         {TEXT("e\u0301t"), TEXT("\u00E9"), "*!", "*!"},
         {TEXT("e\u0301t"), TEXT("e"), "*bc!", "*bc!"},
         {TEXT("\u00DF"), TEXT("ss"), "*=", "*="},  // one letter for two, and the other way round
         {TEXT("ae"), TEXT("\u00E6"), "*=", "*="},
-        {TEXT("\u0412\u0410\u041B"), TEXT("\u0432\u0430"), "*bc!", "*!"},
-        {TEXT("\u00D8 12 Bolt"), TEXT("bolt"), "*ec!", "*!"},
     };
     for (const TextRow& row : rows) {
         SCOPED_TRACE((row.value != nullptr ? wtext::ToUtf8(row.value) : "null") + "|" +
@@ -264,16 +257,13 @@ TEST(ValueComparison, DatesAgainstADay) {
         {TEXT("2024 3 9"), 2024, 3, 3, "!d<wm*a"},  // and a Saturday ends it
         {TEXT("2024 1 31"), 2023, 12, 1, "!d<M*a"},
         {TEXT("2024 1 31"), 2024, 12, 1, "!d>*a"},
-        {TEXT("2024 3 7"), 2023, 3, 7, "!d<*a"},
         {TEXT("2024 3 7"), 2023, 2, 7, "!d<*a"},
         {TEXT("2025 1 1"), 2024, 12, 29, "!d<wM*a"},
         {TEXT("2024 2 29"), 2024, 2, 29, "=et><wm*ay"},
-        {TEXT("2024 03 07"), 2024, 3, 7, "=et><wm*ay"},
         {TEXT("2024-03-07"), 2024, 3, 7, "=et><wm*ay"},  // as typed
         {TEXT("2024 3 7 12:30"), 2024, 3, 7, "=et><wm*ay"},
         {TEXT("2024 2 30"), 2024, 3, 1, "!d>*a"},  // no dates: before all
         {TEXT("soon"), 2024, 3, 7, "!d>*a"},
-        {TEXT("20240307"), 2024, 3, 7, "!d>*a"},
         {TEXT(" "), 2024, 3, 7, "!d>*a"},
     };
     for (const Row& row : rows) {
@@ -320,8 +310,9 @@ TEST(ValueComparison, DatesAgainstToday) {
 
 TEST(ValueComparison, FileTypesOfOddNames) {
     const WText longName = TEXT("C:\\") + WText(300, 'x') + TEXT(".hpa");
-    for (const WCHAR* part : {TEXT("a.hpa<view>"), TEXT("C:\\f\\.hpa"), TEXT(".hpa"),
-                              TEXT("a.hsb.hpa"), TEXT("a.\uFF48pa"), longName.c_str()}) {
+    for (const WCHAR* part :
+         {TEXT("a.hpa<view>"), TEXT("C:\\f\\.hpa"), TEXT(".hpa"), TEXT("a.hsb.hpa"), TEXT("A.HPa"),
+          TEXT("a.\uFF48pa"), longName.c_str()}) {
         EXPECT_TRUE(CompareFileType(part, FILETYPE_PARTS)) << wtext::ToUtf8(part);
         EXPECT_FALSE(CompareFileType(part, FILETYPE_ASSEMBLIES)) << wtext::ToUtf8(part);
     }
