@@ -38,16 +38,6 @@ TEST_F(Windows, DestroyTakesTheChildren) {
     }
 }
 
-TEST_F(Windows, Enabling) {
-    Show(kDialog);
-    const HWND button = Item(12);
-    EXPECT_FALSE(EnableWindow(button, FALSE));
-    EXPECT_FALSE(IsWindowEnabled(button));
-    EXPECT_TRUE(EnableWindow(button, 2));
-    EnableWindow(dialog_, FALSE);
-    EXPECT_TRUE(IsWindowEnabled(button)) << "a disabled parent leaves the state of its children";
-}
-
 TEST_F(Windows, DialogsThatCannotBeMade) {
     constexpr WORD kUnknownClass = 101;
     for (const WORD id : {WORD{999}, WORD{2}, kUnknownClass}) {

@@ -5,12 +5,13 @@
 
 namespace {
 
-// A dialog without a font: an edit field with two bytes of data, and a control with a class's name.
+// A dialog without a font: an edit field with four bytes of data, and a control with a class's
+// name.
 const std::vector<WORD> kTemplate = {
-    1,  0xFFFF, 77,     0,    0,   0, 0x0080, 0x80C8, 2,      1,      2, 200, 100, 0xFFFF,
-    5,  0,      'F',    0,    5,   0, 0,      0,      0x0080, 0x5001, 3, 4,   30,  14,
-    10, 0,      0xFFFF, 0x81, 'b', 0, 2,      0xBBBB, 0,      0,      0, 0,   0,   0x5000,
-    5,  6,      7,      8,    11,  0, 'S',    0,      0xFFFF, 9,      0};
+    1,  0xFFFF, 77,     0,    0,   0, 0x0080, 0x80C8, 2,      1,      2,      200, 100, 0xFFFF,
+    5,  0,      'F',    0,    5,   0, 0,      0,      0x0080, 0x5001, 3,      4,   30,  14,
+    10, 0,      0xFFFF, 0x81, 'b', 0, 4,      0xBBBB, 0xBBBB, 0xAAAA, 0,      0,   0,   0,
+    0,  0x5000, 5,      6,    7,   8, 11,     0,      'S',    0,      0xFFFF, 9,   0};
 
 TEST(DialogTemplates, NothingMayBeMissing) {
     const auto read = [](std::size_t length) {
