@@ -1,4 +1,4 @@
-// The dialog object without a window: its listener, its server, its slot.
+// The dialog object without a window: its listener, its server.
 #include "dialog/find_dialog.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,6 @@
 
 #include "module/file_chain.h"
 #include "platform/host/hold.h"
-#include "platform/live_windows.h"
 #include "tests/unit/failing_allocation.h"
 #include "tests/unit/found_dialog_fixture.h"
 
