@@ -85,8 +85,6 @@ TEST_F(CommonControls, RowsTextsAndOrder) {
     EXPECT_EQ(0, Insert(kMany, 0, TEXT("pin"), 30));
     EXPECT_EQ(TRUE, SetText(1, 1, TEXT("C")));
     EXPECT_EQ(TRUE, SetText(0, 0, TEXT("Pin")));
-    for (const int at : {3, -1, 0x7FFFFFFF})
-        EXPECT_EQ(FALSE, SetText(at, 0, TEXT("x"))) << at;
     EXPECT_EQ("Pin, 30|nut,C 31|Bolt, 10|", Rows());
     // Equal ones keep their order.
     const auto sort = [this](int direction) {
@@ -98,7 +96,6 @@ TEST_F(CommonControls, RowsTextsAndOrder) {
     sort(-1);
     EXPECT_EQ("Pin, 30|nut,C 31|Bolt, 10|", Rows());
     EXPECT_EQ(TRUE, Send(kMany, LVM_SETCOLUMNWIDTH, 1, LVSCW_AUTOSIZE));
-    EXPECT_EQ(FALSE, Send(kMany, LVM_SETCOLUMNWIDTH, 2, 5));
     EXPECT_EQ(
         0, Send(kMany, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT));
     EXPECT_EQ(TRUE, Send(kMany, LVM_DELETEALLITEMS));
@@ -143,7 +140,6 @@ TEST_F(CommonControls, DateField) {
     EXPECT_EQ(GDT_VALID, Send(kDate, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&time)));
     EXPECT_EQ(29, time.wDay);
     EXPECT_EQ(4, time.wDayOfWeek);
-    KNOWN_GAP(eGap::windows, set(1600, 1, 1) == FALSE);
 }
 
 }  // namespace

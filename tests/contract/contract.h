@@ -48,7 +48,6 @@ public:
     explicit GuardedBuffer(std::size_t size) : units_(size + 1, kGuard) {}
     WCHAR* data() { return units_.data(); }
     bool IsGuardWhole() const { return units_.back() == kGuard; }
-    bool IsUntouched() const { return units_ == WText(units_.size(), kGuard); }
     // Up to the terminator.
     WText Text() const { return units_.c_str(); }
 

@@ -126,15 +126,13 @@ TEST_F(Lists, Texts) {
     EXPECT_FALSE(SetDlgItemTextW(dialog_, 999, TEXT("x")));
 }
 
-// The messages of the three lists.
+// The messages of the lists.
 struct ListMessages {
     int id;
     UINT insert, remove, clear, count, select, selected, length, text, data, setData;
 };
 constexpr ListMessages kComboMessages[] = {
     {kList, CB_INSERTSTRING, CB_DELETESTRING, CB_RESETCONTENT, CB_GETCOUNT, CB_SETCURSEL,
-     CB_GETCURSEL, CB_GETLBTEXTLEN, CB_GETLBTEXT, CB_GETITEMDATA, CB_SETITEMDATA},
-    {kBox, CB_INSERTSTRING, CB_DELETESTRING, CB_RESETCONTENT, CB_GETCOUNT, CB_SETCURSEL,
      CB_GETCURSEL, CB_GETLBTEXTLEN, CB_GETLBTEXT, CB_GETITEMDATA, CB_SETITEMDATA},
     {kNames, LB_INSERTSTRING, LB_DELETESTRING, LB_RESETCONTENT, LB_GETCOUNT, LB_SETCURSEL,
      LB_GETCURSEL, LB_GETTEXTLEN, LB_GETTEXT, LB_GETITEMDATA, LB_SETITEMDATA},

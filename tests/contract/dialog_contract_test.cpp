@@ -35,29 +35,6 @@ TEST_F(Dialogs, FocusOfTheFirst) {
     }
 }
 
-// A window hears of its size when that changes.
-TEST_F(Dialogs, SizeIsTold) {
-    std::string told;
-    Record().onMessage = [&told](HWND, UINT message, WPARAM, LPARAM lParam) {
-        if (message == WM_SIZE) {
-            told += std::to_string(LOWORD(lParam)) + "x" + std::to_string(HIWORD(lParam));
-        }
-        return false;
-    };
-    Show(kDialog);
-    told.clear();
-    RECT outer;
-    RECT inner;
-    ASSERT_TRUE(GetWindowRect(dialog_, &outer));
-    ASSERT_TRUE(GetClientRect(dialog_, &inner));
-    EXPECT_TRUE(SetWindowPos(dialog_, nullptr, 5, 5, 0, 0, SWP_NOSIZE | SWP_NOZORDER));
-    EXPECT_EQ("", told) << "moved only";
-    EXPECT_TRUE(SetWindowPos(dialog_, nullptr, 0, 0, outer.right - outer.left + 10,
-                             outer.bottom - outer.top - 7,
-                             SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE));
-    EXPECT_EQ(std::to_string(inner.right + 10) + "x" + std::to_string(inner.bottom - 7), told);
-}
-
 TEST_F(Dialogs, Numbers) {
     constexpr LONG_PTR kButtonType = 0xF;
     Show(kDialog);
@@ -140,25 +117,6 @@ TEST_F(Dialogs, ModalFromInitToEnd) {
     EXPECT_EQ(3, Run(kDialog)) << "ended before it is shown";
 }
 
-TEST_F(Dialogs, TimersRunInAModalDialog) {
-    Record().onInit = [](HWND dialog) {
-        EXPECT_EQ(5u, SetTimer(dialog, 5, 10, nullptr));
-        EXPECT_EQ(6u, SetTimer(dialog, 6, 10, nullptr));
-        EXPECT_TRUE(KillTimer(dialog, 6));
-        EXPECT_FALSE(KillTimer(dialog, 6));
-    };
-    int ticks = 0;
-    Record().onMessage = [&](HWND dialog, UINT message, WPARAM wParam, LPARAM) {
-        if (message != WM_TIMER) return false;
-        EXPECT_EQ(5u, wParam);
-        // On a slow machine a tick may come before the dialog is shown.
-        if (++ticks >= 3 && IsWindowVisible(dialog)) EndDialog(dialog, 3);
-        return false;
-    };
-    EXPECT_EQ(3, Run(kDialog));
-    EXPECT_LE(3, ticks);
-}
-
 TEST_F(Dialogs, QueueOrderAndFilters) {
     Show(kDialog);
     PostQuitMessage(9);
@@ -183,38 +141,6 @@ TEST_F(Dialogs, QueueOrderAndFilters) {
     DestroyWindow(gone);
     EXPECT_FALSE(PostMessageW(gone, WM_APP, 1, 0));
     EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_APP, WM_APP, PM_REMOVE));
-}
-
-std::string seen;
-HHOOK hooks[2] = {};
-bool endsItself = false;
-
-template <int kNumber>
-LRESULT CALLBACK Hook(int code, WPARAM wParam, LPARAM lParam) {
-    const bool isOurs = code >= 0 && reinterpret_cast<const MSG*>(lParam)->message == WM_APP;
-    if (isOurs) seen += static_cast<char>('a' + kNumber);
-    if (isOurs && kNumber == 1 && std::exchange(endsItself, false)) {
-        EXPECT_TRUE(UnhookWindowsHookEx(hooks[1]));
-    }
-    return CallNextHookEx(nullptr, code, wParam, lParam);
-}
-
-TEST(Hooks, TheNewestComesFirstAndMayEndItself) {
-    constexpr HOOKPROC kProcedures[] = {Hook<0>, Hook<1>};
-    for (int i = 0; i < 2; ++i) {
-        hooks[i] = SetWindowsHookExW(WH_GETMESSAGE, kProcedures[i], nullptr, GetCurrentThreadId());
-        ASSERT_NE(nullptr, hooks[i]);
-    }
-    for (int i = 0; i < 3; ++i) {
-        endsItself = i == 1;
-        MSG message;
-        PostMessageW(nullptr, WM_APP, 0, 0);
-        EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_APP, WM_APP, PM_REMOVE));
-        seen += ' ';
-    }
-    EXPECT_EQ("ba ba a ", seen);
-    EXPECT_TRUE(UnhookWindowsHookEx(hooks[0]));
-    EXPECT_FALSE(UnhookWindowsHookEx(hooks[0]));
 }
 
 }  // namespace

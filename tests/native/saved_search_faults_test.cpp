@@ -70,12 +70,6 @@ bool IsStored(const WCHAR* name, const StoredSearch& search) {
     return ReadSavedSearch(name, read) == eStoredRead::Whole && read == search;
 }
 
-long RegistrySize() {
-    struct stat file = {};
-    EXPECT_EQ(0, stat(std::getenv("SR_REGISTRY"), &file));
-    return file.st_size;
-}
-
 // While it lives no file can get larger than this.
 class FullDisk {
 public:
@@ -242,28 +236,6 @@ TEST_F(SavedSearchFaults, ACopyThatHasToWait) {
             EXPECT_TRUE(IsStored(kName, *row.stands));
         }
     }
-}
-
-TEST_F(SavedSearchFaults, AFullDisk) {
-    const auto fill = [this](long room) {
-        return static_cast<eStoredWrite>(StatusOf(Start([&] {
-            const FullDisk full(RegistrySize() + room);
-            std::vector<WText> finished;
-            return static_cast<int>(WriteSavedSearch(kName, new_, finished));
-        })));
-    };
-    // Room for the beginning of the copy, and for most of it.
-    for (const long room : {0, 200, 1500}) {
-        EXPECT_EQ(eStoredWrite::KeptOld, fill(room)) << room;
-        EXPECT_TRUE(IsStored(kName, old_)) << room;
-    }
-    (void)FinishCutSaves();
-    // Room for the copy, but not for the search in its place.
-    PutDamaged();
-    EXPECT_EQ(eStoredWrite::SetAside, fill(3500));
-    ExpectOthers();
-    EXPECT_EQ(1u, FinishCutSaves().size());
-    EXPECT_TRUE(IsStored(kName, new_));
 }
 
 // What a writer is about, in memory that outlives it.

@@ -1,4 +1,4 @@
-// The dialog object without a window: its listener, its server, its slot.
+// The dialog object without a window: its listener, its server.
 #include "dialog/find_dialog.h"
 
 #include <gtest/gtest.h>
@@ -25,22 +25,14 @@ TEST(FindDialog, TellsWhetherPropertiesAreNeeded) {
     Listener listener;
     SRxFindDialog dialog(nullptr, nullptr, nullptr, nullptr, &listener);
     dialog.NotifyOnOK();
-    dialog.criteriaHead = new SRxCriteriaNode(PROP_FILE_NAME, COND_CONTAINS, JOIN_AND, TEXT("x"));
-    dialog.NotifyOnOK();
-    dialog.criteriaHead->nextCriterion =
-        new SRxCriteriaNode(kTitle, COND_CONTAINS, JOIN_AND, TEXT("x"));
-    dialog.NotifyOnOK();
-    EXPECT_EQ("001", listener.ok);
-}
-
-TEST(FindDialog, SelectionSlot) {
-    MDxFileNameNode* chain = nullptr;
-    SRxFindDialog dialog(nullptr, nullptr, nullptr, nullptr, nullptr);
-    EXPECT_EQ(nullptr, dialog.GetSelection());
-    EXPECT_FALSE(dialog.callerOwnsSelection);
-    dialog.SetSelection(&chain);
-    dialog.SetSelection(nullptr);
-    EXPECT_TRUE(dialog.callerOwnsSelection) << "stays as it was";
+    SRxCriteriaNode** end = &dialog.criteriaHead;
+    for (const LONG property : {PROP_FILE_NAME, PROP_COMP_COLOR, PROP_FAS_NAME, kTitle}) {
+        *end = new SRxCriteriaNode(property, COND_CONTAINS, JOIN_AND, TEXT("x"));
+        if (property == PROP_FAS_NAME) (*end)->propertyCategory = eCategoryFasSketch;
+        end = &(*end)->nextCriterion;
+        dialog.NotifyOnOK();
+    }
+    EXPECT_EQ("00001", listener.ok);
 }
 
 // A server whose texts are as long as asked, and which counts its references.

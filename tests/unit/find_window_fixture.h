@@ -7,15 +7,15 @@
 #include "platform/live_windows.h"
 #include "platform/resource_text.h"
 #include "store/saved_search.h"
+#include "tests/unit/scripted_steps.h"
 #include "tests/unit/search_fixture.h"
 #include "tests/unit/search_tap.h"
 
 using Names = std::vector<std::string>;
 
-class FindWindow : public SearchTest, public SRxFindDlgNotify {
+class FindWindow : public SearchTest, public ScriptedSteps, public SRxFindDlgNotify {
 protected:
     FindWindow() {
-        current_ = this;
         objectsBefore_ = objectCount;
         windowsBefore_ = CountLiveWindows();
     }
@@ -28,7 +28,6 @@ protected:
         EXPECT_EQ(nullptr, modelessDialog);
         EXPECT_EQ(nullptr, keyboardHook);
         FreeSlot();
-        current_ = nullptr;
     }
     void FreeSlot() {
         while (slot_ != nullptr && slot_->GetReferenceCount() > 0)
@@ -72,16 +71,6 @@ protected:
         SetDlgItemTextW(window_, IDC_PATH_LIST, Wide(file).c_str());
     }
 
-    // Steps of a person in the loop of a modal dialog, each once nothing waits any more.
-    void Script(std::vector<std::function<void()>> steps) {
-        steps_.assign(steps.begin(), steps.end());
-        ticks_ = 0;
-        timer_ = SetTimer(nullptr, 0, 10, Tick);
-    }
-    void EndScript() {
-        KillTimer(nullptr, timer_);
-        EXPECT_TRUE(steps_.empty()) << "the dialog ended early";
-    }
     // The host's own loop, until `done`.
     void PumpUntil(const std::function<bool()>& done) {
         MSG message;
@@ -158,26 +147,9 @@ protected:
     }
     bool SearchesEnded() const { return !Dialog()->searching; }
 
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
-        FindWindow& test = *current_;
-        constexpr int kMostTicks = 1000;
-        if (++test.ticks_ > kMostTicks) {
-            ADD_FAILURE() << "the dialog doesn't end";
-            test.steps_.clear();
-            PostQuitMessage(1);
-            return;
-        }
-        const bool searching = IsWindow(test.window_) && !test.SearchesEnded();
-        if (test.inStep_ || test.steps_.empty() || searching) return;
-        const auto step = test.steps_.front();
-        test.steps_.pop_front();
-        test.inStep_ = true;
-        step();
-        test.inStep_ = false;
-    }
+    bool IsBusy() const override { return IsWindow(window_) && !SearchesEnded(); }
 
     SearchTap tap_;
-    static inline FindWindow* current_ = nullptr;
     HWND window_ = nullptr;
     bool windowMayBeGoing_ = false;  // with its owner
     eLookFor lookFor_ = eLookForNone;
@@ -186,10 +158,6 @@ protected:
     std::function<void()> onDone_;
     std::function<void()> onCancel_;
     std::vector<UINT> seen_;  // by the host's loop
-    std::deque<std::function<void()>> steps_;
-    UINT_PTR timer_ = 0;
-    int ticks_ = 0;
-    bool inStep_ = false;
     LONG objectsBefore_ = 0;
     int windowsBefore_ = 0;
 };

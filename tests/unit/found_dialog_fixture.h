@@ -5,15 +5,15 @@
 #include "dialog/find_dialog.h"
 #include "platform/native_layer.h"
 #include "tests/unit/dialog_controls.h"
+#include "tests/unit/scripted_steps.h"
 #include "tests/unit/search_fixture.h"
 #include "tests/unit/search_tap.h"
 
 using Names = std::vector<std::string>;
 
-class FoundDialog : public SearchTest {
+class FoundDialog : public SearchTest, public ScriptedSteps {
 protected:
     FoundDialog() {
-        current_ = this;
         EXPECT_NE(nullptr, controls_.Window());
         dialog_.dialogWindow = controls_.Window();
         dialog_.SetModal(true);
@@ -28,7 +28,6 @@ protected:
         EXPECT_EQ(objectsBefore_, objectCount) << "a record is left";
         EXPECT_TRUE(IsWindowEnabled(dialog_.dialogWindow));
         EXPECT_FALSE(dialog_.searching);
-        current_ = nullptr;
     }
 
     // The dialog's list is this one criterion.
@@ -41,17 +40,14 @@ protected:
     // A search with what a person does behind it, step by step; in a modal dialog the last step
     // ends it. The result is that of the command.
     bool Search(std::vector<std::function<void()>> steps) {
-        steps_.assign(steps.begin(), steps.end());
-        ticks_ = 0;
-        const UINT_PTR timer = SetTimer(nullptr, 0, 10, Tick);
+        Script(std::move(steps));
         const bool result = dialog_.OnCommandSearchNow();
         MSG message;
         while (!dialog_.IsModal() && !steps_.empty() && GetMessageW(&message, nullptr, 0, 0) > 0) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
         }
-        KillTimer(nullptr, timer);
-        EXPECT_TRUE(steps_.empty()) << "the dialog ended early";
+        EndScript();
         return result;
     }
     HWND Found() const {
@@ -152,32 +148,12 @@ protected:
         };
     }
 
-    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
-        FoundDialog& test = *current_;
-        constexpr int kMostTicks = 500;
-        if (++test.ticks_ > kMostTicks) {
-            ADD_FAILURE() << "the dialog doesn't end";
-            test.steps_.clear();
-            PostQuitMessage(1);
-            return;
-        }
-        // A menu is asked about in its own time.
-        const bool waits = test.dialog_.searching || test.inStep_ || !test.desk_.IsDone();
-        if (waits || test.steps_.empty()) return;
-        const auto step = test.steps_.front();
-        test.steps_.pop_front();
-        test.inStep_ = true;
-        step();
-        test.inStep_ = false;
-    }
+    // A menu is asked about in its own time.
+    bool IsBusy() const override { return dialog_.searching || !desk_.IsDone(); }
 
     SRxFindDialog dialog_{SrResReturnHandle(), &slot_, nullptr, nullptr, nullptr};
     DialogControls controls_{SrResReturnHandle()};
     SearchTap tap_;
-    static inline FoundDialog* current_ = nullptr;
-    std::deque<std::function<void()>> steps_;
-    int ticks_ = 0;
-    bool inStep_ = false;
     bool acted_ = false;
     LONG objectsBefore_ = 0;
 };

@@ -20,8 +20,6 @@ TEST(NumberText, Reals) {
         {"fraction", TEXT("1.5mm"), 1.5, 3},
         {"white space and sign", TEXT(" \t-2.25"), -2.25, 7},
         {"no digit in front", TEXT(".5"), 0.5, 2},
-        {"no digit behind", TEXT("5."), 5, 2},
-        {"exponent", TEXT("1e3"), 1000, 3},
         {"negative exponent", TEXT("25E-1x"), 2.5, 5},
         {"exponent without digits", TEXT("7e+"), 7, 1},
         {"comma of another locale", TEXT("1,5"), 1, 1},
@@ -32,8 +30,6 @@ TEST(NumberText, Reals) {
         {"too large", TEXT("1e999"), kInfinity, 5},
         {"too small", TEXT("-1e-999"), 0, 7},
         {"most", TEXT("1.7976931348623157e308"), std::numeric_limits<double>::max(), 22},
-        {"stops at a wide digit", TEXT("1\uFF12"), 1, 1},
-        {"empty", TEXT(""), 0, 0},
         {"sign only", TEXT("-"), 0, 0},
     };
     for (const Row& row : rows) {

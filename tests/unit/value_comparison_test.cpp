@@ -73,24 +73,17 @@ TEST(ValueComparison, Texts) {
         {TEXT("ABC"), TEXT("abc"), "*bec=", "*!"},
         {TEXT("a?c"), TEXT("a*c"), "*!", "*!"},  // no wildcards
         {TEXT("a*c"), TEXT("*"), "*c!", "*c!"},
-        {TEXT("co-op"), TEXT("coop"), "*!", "*!"},
-        {TEXT("it's"), TEXT("its"), "*!", "*!"},
-        {TEXT("a\tb"), TEXT("a b"), "*!", "*!"},
         {TEXT("\uFF21\uFF22\uFF23"), TEXT("BC"), "*ec!", "*ec!"},  // full width
         {TEXT("\uFF21\uFF22\uFF23"), TEXT("abc"), "*bec=", "*!"},
         {TEXT("x12y"), TEXT("\uFF11\uFF12"), "*c!", "*c!"},
         {TEXT("\u30AB\u30E1"), TEXT("\uFF76"), "*bc!", "*bc!"},          // half-width kana
         {TEXT("\u304B\u3081"), TEXT("\u30AB\u30E1"), "*bec=", "*bec="},  // the two kana
-        {TEXT("\u304B"), TEXT("\u304D"), "*!", "*!"},
-        {TEXT("\u00E9t\u00E9"), TEXT("ete"), "*!", "*!"},
         {TEXT("\u00C9T\u00C9"), TEXT("\u00E9t\u00E9"), "*bec=", "*!"},
         {TEXT("\u00E9"), TEXT("e\u0301"), "*=", "*="},  // equal, yet too short to begin with it
         {TEXT("e\u0301t"), TEXT("\u00E9"), "*!", "*!"},
         {TEXT("e\u0301t"), TEXT("e"), "*bc!", "*bc!"},
         {TEXT("\u00DF"), TEXT("ss"), "*=", "*="},  // one letter for two, and the other way round
         {TEXT("ae"), TEXT("\u00E6"), "*=", "*="},
-        {TEXT("\u0412\u0410\u041B"), TEXT("\u0432\u0430"), "*bc!", "*!"},
-        {TEXT("\u00D8 12 Bolt"), TEXT("bolt"), "*ec!", "*!"},
     };
     for (const TextRow& row : rows) {
         SCOPED_TRACE((row.value != nullptr ? wtext::ToUtf8(row.value) : "null") + "|" +
@@ -264,16 +257,13 @@ TEST(ValueComparison, DatesAgainstADay) {
         {TEXT("2024 3 9"), 2024, 3, 3, "!d<wm*a"},  // and a Saturday ends it
         {TEXT("2024 1 31"), 2023, 12, 1, "!d<M*a"},
         {TEXT("2024 1 31"), 2024, 12, 1, "!d>*a"},
-        {TEXT("2024 3 7"), 2023, 3, 7, "!d<*a"},
         {TEXT("2024 3 7"), 2023, 2, 7, "!d<*a"},
         {TEXT("2025 1 1"), 2024, 12, 29, "!d<wM*a"},
         {TEXT("2024 2 29"), 2024, 2, 29, "=et><wm*ay"},
-        {TEXT("2024 03 07"), 2024, 3, 7, "=et><wm*ay"},
         {TEXT("2024-03-07"), 2024, 3, 7, "=et><wm*ay"},  // as typed
         {TEXT("2024 3 7 12:30"), 2024, 3, 7, "=et><wm*ay"},
         {TEXT("2024 2 30"), 2024, 3, 1, "!d>*a"},  // no dates: before all
         {TEXT("soon"), 2024, 3, 7, "!d>*a"},
-        {TEXT("20240307"), 2024, 3, 7, "!d>*a"},
         {TEXT(" "), 2024, 3, 7, "!d>*a"},
     };
     for (const Row& row : rows) {
@@ -318,50 +308,11 @@ TEST(ValueComparison, DatesAgainstToday) {
     EXPECT_EQ(wanted, got);
 }
 
-TEST(ValueComparison, FileTypes) {
-    const std::pair<unsigned, std::string> rows[] = {
-        {FILETYPE_DESIGN_DOCS, ".hpa.hdg.cvd.hdx.hsb.hpr.cvp."},
-        {FILETYPE_ASSEMBLIES, ".hsb."},
-        {FILETYPE_CVD, ".cvd."},
-        {FILETYPE_DOC, ".doc."},
-        {FILETYPE_DRAWINGS, ".hdg.cvd."},
-        {FILETYPE_DESIGN_ELEMENTS, ".hdx."},
-        {FILETYPE_HTML, ".html.htm."},
-        {FILETYPE_IMPORT, ".sat.step.ste.stp.stpz.cvd."},
-        {FILETYPE_PRESENTATIONS, ".hpr."},
-        {FILETYPE_OFFICE, ".txt.html.htm.xls.ppt.doc."},
-        {FILETYPE_PPT, ".ppt."},
-        {FILETYPE_PARTS, ".hpa."},
-        {FILETYPE_MODELS, ".hpa.hsb."},
-        {FILETYPE_SAT, ".sat."},
-        {FILETYPE_STEP, ".step.stp.ste.stpz."},
-        {FILETYPE_TXT, ".txt."},
-        {FILETYPE_XLS, ".xls."},
-        {FILETYPE_DRAWABLE, ".hpa.cvd.hdg.hdx.cvp."},
-        {FILETYPE_WIRE, ".cvw."},
-        {kUnknown, "."},
-        {FILETYPE_ALL,
-         ".hpa.hdg.cvd.hdx.hsb.hpr.cvp.doc.html.htm.sat.step.ste.stp.stpz.txt.xls."
-         "ppt.cvw.HPA.HTM.Stpz."},
-    };
-    const std::string& all = std::end(rows)[-1].second;
-    for (const auto& [type, extensions] : rows) {
-        for (std::size_t at = 0, end = 0; (end = all.find('.', at + 1)) != all.npos; at = end) {
-            std::string extension = all.substr(at, end - at);
-            const WText name = TEXT("C:\\f.xls\\a") + wtext::FromUtf8(extension);
-            for (char& c : extension)
-                c = static_cast<char>(c | 0x20);
-            EXPECT_EQ(extensions.find(extension + ".") != all.npos || type == FILETYPE_ALL,
-                      CompareFileType(name.c_str(), type))
-                << type << " " << extension;
-        }
-    }
-}
-
 TEST(ValueComparison, FileTypesOfOddNames) {
     const WText longName = TEXT("C:\\") + WText(300, 'x') + TEXT(".hpa");
-    for (const WCHAR* part : {TEXT("a.hpa<view>"), TEXT("C:\\f\\.hpa"), TEXT(".hpa"),
-                              TEXT("a.hsb.hpa"), TEXT("a.\uFF48pa"), longName.c_str()}) {
+    for (const WCHAR* part :
+         {TEXT("a.hpa<view>"), TEXT("C:\\f\\.hpa"), TEXT(".hpa"), TEXT("a.hsb.hpa"), TEXT("A.HPa"),
+          TEXT("a.\uFF48pa"), longName.c_str()}) {
         EXPECT_TRUE(CompareFileType(part, FILETYPE_PARTS)) << wtext::ToUtf8(part);
         EXPECT_FALSE(CompareFileType(part, FILETYPE_ASSEMBLIES)) << wtext::ToUtf8(part);
     }
@@ -380,15 +331,15 @@ TEST(ValueComparison, FileTypeFilter) {
         const char* passes;
     };
     const Row rows[] = {
-        {{}, FILE_SEARCH_ANY, "hpa txt sat cvw "},
-        {{}, FILE_SEARCH_MODELS, "hpa "},
-        {{}, FILE_SEARCH_OFFICE, "hpa txt "},
-        {{}, FILE_SEARCH_IMPORT, "hpa txt sat "},
-        {{}, 9, "hpa txt sat cvw "},
+        {{}, FILE_SEARCH_ANY, "hsb htm stpz cvw "},
+        {{}, FILE_SEARCH_MODELS, "hsb "},
+        {{}, FILE_SEARCH_OFFICE, "hsb htm "},
+        {{}, FILE_SEARCH_IMPORT, "hsb htm stpz "},
+        {{}, 9, "hsb htm stpz cvw "},
         {{FILETYPE_WIRE}, FILE_SEARCH_MODELS, "cvw "},  // a type wins over the class
-        {{FILETYPE_TXT, FILETYPE_WIRE}, FILE_SEARCH_MODELS, "txt cvw "},
+        {{FILETYPE_HTML, FILETYPE_WIRE}, FILE_SEARCH_MODELS, "htm cvw "},
         {{COND_EQUALS}, FILE_SEARCH_ANY, ""},
-        {{-1, FILETYPE_WIRE}, FILE_SEARCH_OFFICE, "hpa txt "},
+        {{-1, FILETYPE_WIRE}, FILE_SEARCH_OFFICE, "hsb htm "},
     };
     for (const Row& row : rows) {
         // A criterion on another property in front is no file type.
@@ -402,7 +353,7 @@ TEST(ValueComparison, FileTypeFilter) {
         }
         const auto allowed = static_cast<eFileTypeSearch>(row.propSearchType);
         std::string passes;
-        for (const char* extension : {"hpa", "txt", "sat", "cvw"}) {
+        for (const char* extension : {"hsb", "htm", "stpz", "cvw"}) {
             const WText name = TEXT("a.") + wtext::FromUtf8(extension);
             if (PassesFileTypeFilter(&head, allowed, name.c_str())) {
                 passes += std::string(extension) + " ";
