@@ -153,7 +153,8 @@ bool TakeName(SRxSearchListRecord& record) {
     GetDlgItemTextW(record.window, IDC_SEARCH_NAME, record.name, kPathLength);
     if (!NamesASearch(record.name)) {
         record.name[0] = 0;
-        Show(record, TextOf(record, MSG_NAME_BACKSLASH), false);
+        DisplayMessageString(TextOf(record, MSG_NAME_BACKSLASH).c_str(), false, eKindWarning,
+                             kHelpSaveSearch, record.window);
         return false;
     }
     if (!HasSavedSearch(record.name)) return true;
