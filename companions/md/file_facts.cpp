@@ -117,9 +117,9 @@ int MDxFileNameNode::GetFileType() {
 }
 
 const GUID& MDxFileNameNode::RootClass() {
-    const NativePath path = NativePathFromWide(fileName_);
-    const bool isKnown =
-        facts_ != nullptr && facts_->status >= 0 && facts_->stamp == mddoc::StampOf(path);
+    const bool isKnown = facts_ != nullptr && facts_->status >= 0 &&
+                         (facts_.get() == mdfacts::openFacts ||
+                          facts_->stamp == mddoc::StampOf(NativePathFromWide(fileName_)));
     if (!isKnown) {
         if (facts_ == nullptr) facts_ = std::make_unique<Facts>();
         Look look(*this);

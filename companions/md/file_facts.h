@@ -12,6 +12,10 @@ struct MDxFileNameNode::Facts {
 
 namespace mdfacts {
 
+// The facts that were read of the document which is open now: it can't be another file meanwhile.
+// Compared only. Null without one; there is one thread.
+inline const void* openFacts = nullptr;
+
 // Numbers of the product set that are no properties of a list: controls are kept 1,000 above their
 // number, facts of the document 1,000 above the number of their criterion.
 inline constexpr DWORD kControlBase = 1000;

@@ -120,6 +120,7 @@ MDxProperties::MDxProperties(bool, IMDxDv*) : state_(std::move(SpareState())) {
 }
 
 MDxProperties::~MDxProperties() {
+    mdfacts::openFacts = nullptr;
     state_->document.Close();
     SpareState() = std::move(state_);
 }
@@ -130,12 +131,16 @@ HRESULT MDxProperties::Initialize(IMDxDv* callback, bool write) {
 
 HRESULT MDxProperties::InitProps(MDxFileNameNode& node, int, void*) {
     state_->custom.Forget();
+    mdfacts::openFacts = nullptr;
     DocumentProperties& document = state_->document;
     const HRESULT status = document.Open(NativePathFromWide(node.GetFileName()), node.isPlainFile);
     if (status < 0) return status;
     if (node.facts_ == nullptr) node.facts_ = std::make_unique<MDxFileNameNode::Facts>();
     *node.facts_ = {status, document.RootClass(), document.Stamp()};
-    if (status == S_OK) return S_OK;
+    if (status == S_OK) {
+        mdfacts::openFacts = node.facts_.get();
+        return S_OK;
+    }
     // What should be a document and isn't has no properties that anybody could know.
     if (!mdfacts::IsVerified(node.GetFileName())) return kNoPropertySets;
     document.Close();
