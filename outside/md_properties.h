@@ -70,6 +70,10 @@ public:
     VARTYPE GetType(const WCHAR* name);
     bool GetBoolValue(const WCHAR* name);
     bool GetDateValue(const WCHAR* name, SYSTEMTIME* date);
+    // Null unless it is a text; holds as `Property` does.
+    const WCHAR* GetTextValue(const WCHAR* name);
+    // False and 0 unless it is a number: an integer, a real, an amount of money.
+    bool GetNumberValue(const WCHAR* name, double* number);
     // As that of a general property; a custom one may be of any type.
     HRESULT Status() const;
     // What was asked for last belongs to another document.

@@ -170,6 +170,44 @@ CriterionOutcome MatchControl(const SRxSearchRun& run, MDxControlProperties& con
     }
 }
 
+// The conditions that say something about a text.
+bool IsTextCondition(LONG conditionId) {
+    constexpr LONG kTextConditions[] = {
+        COND_ANY_VALUE, COND_NOT_EMPTY, COND_IS_EMPTY, COND_BEGINS_WITH, COND_ENDS_WITH,
+        COND_CONTAINS,  COND_EQUALS,    COND_DIFFERS,  COND_IS_APP_USER, COND_IS_LOGIN_USER};
+    return std::find(std::begin(kTextConditions), std::end(kTextConditions), conditionId) !=
+           std::end(kTextConditions);
+}
+
+// A custom property by the type that it has in this file: a condition of another type doesn't hold.
+// Of a file without it only "is empty" does.
+CriterionOutcome DecideCustom(const SRxSearchRun& run, const FileAtHand& file,
+                              const SRxCriteriaNode& c) {
+    if (file.properties == nullptr || file.status < 0) return {};
+    MDxCustomProperties& custom = file.properties->CustomProp();
+    const WCHAR* name = c.customName.c_str();
+    const bool wantsNone = c.conditionId == COND_IS_EMPTY;
+    if (custom.Property(name, false) == nullptr) return Judged(wantsNone, custom.Status());
+    if (const WCHAR* text = custom.GetTextValue(name)) {
+        return {
+            IsTextCondition(c.conditionId) &&
+            CompareTextValue(text, c.value, Condition(c), run.query.matchCase, run.query.users)};
+    }
+    const VARTYPE type = custom.GetType(name);
+    SYSTEMTIME date{};
+    const bool isDate = type == VT_DATE || type == VT_FILETIME;
+    if (isDate && !custom.GetDateValue(name, &date)) return Judged(wantsNone, custom.Status());
+    if (wantsNone) return {};
+    if (c.conditionId == COND_NOT_EMPTY || c.conditionId == COND_ANY_VALUE) return {true};
+    double number = 0;
+    if (isDate) return {CompareDateValue(&date, c.value, c.conditionId)};
+    if (type == VT_BOOL) {
+        return {CompareBoolValue(custom.GetBoolValue(name), c.value, Condition(c))};
+    }
+    return {custom.GetNumberValue(name, &number) &&
+            CompareRealText(number, c.value, Condition(c), kExactNumber)};
+}
+
 CriterionOutcome MatchCustom(const FileAtHand& file, const SRxCriteriaNode& c) {
     const auto undecided = [](HRESULT status) {
         return CriterionOutcome{true, true, status < 0 ? status : S_OK};
@@ -294,7 +332,7 @@ CriterionOutcome EvaluateFileCriterion(SRxSearchRun& run, const FileAtHand& file
             if (!readable) return {};
             return MatchControl(run, file.properties->ControlProp(), c);
         case eCategoryCustom:
-            return MatchCustom(file, c);
+            return run.query.decidesCustom ? DecideCustom(run, file, c) : MatchCustom(file, c);
         case eCategoryFile:
             return MatchFact(run, file, c);
         default:

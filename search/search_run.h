@@ -23,6 +23,9 @@ struct SRxSearchQuery {
     eFileTypeSearch propSearchType = FILE_SEARCH_ANY;  // what the properties of the list allow
     SRxUserNames users;
     bool matchCase = false;
+    // A custom property of any type decides about a file. Else only dates and yes/no do, and the
+    // rest is left to whoever gets the hit's records.
+    bool decidesCustom = false;
     bool inApp = false;  // for every node that is made
     eSearchRoute route = eSearchRoute::Folders;
     LONG subfolders = 0;           // on the folder route: above 0, the whole tree

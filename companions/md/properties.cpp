@@ -284,6 +284,43 @@ bool MDxCustomProperties::GetDateValue(const WCHAR* name, SYSTEMTIME* date) {
     return state_->status == S_OK;
 }
 
+const WCHAR* MDxCustomProperties::GetTextValue(const WCHAR* name) {
+    const MDxCustomProperty* property = Property(name, false);
+    return property != nullptr && property->value.IsText() ? property->value.text.c_str() : nullptr;
+}
+
+bool MDxCustomProperties::GetNumberValue(const WCHAR* name, double* number) {
+    constexpr double kTenThousandths = 10000.0;
+    *number = 0;
+    const VARTYPE type = GetType(name);
+    const PropertyValue& value = state_->last.value;
+    switch (type) {
+        case VT_I1:
+        case VT_UI1:
+        case VT_I2:
+        case VT_UI2:
+        case VT_I4:
+        case VT_UI4:
+        case VT_INT:
+        case VT_UINT:
+        case VT_I8:
+            *number = static_cast<double>(value.number);
+            return true;
+        case VT_UI8:
+            *number = static_cast<double>(static_cast<std::uint64_t>(value.number));
+            return true;
+        case VT_CY:
+            *number = static_cast<double>(value.number) / kTenThousandths;
+            return true;
+        case VT_R4:
+        case VT_R8:
+            *number = value.real;
+            return true;
+        default:
+            return false;
+    }
+}
+
 HRESULT MDxCustomProperties::Status() const {
     return PublicStatus(state_->status);
 }

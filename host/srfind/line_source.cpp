@@ -15,7 +15,8 @@ LineSource::~LineSource() {
 SRxSearchQuery LineSource::ReadQuery() {
     SRxSearchQuery query;
     query.criteria = criteria_.list.head;
-    query.propSearchType = criteria_.list.propSearchType;
+    query.decidesCustom = !options_.records;
+    query.propSearchType = query.decidesCustom ? ClassWithCustom() : criteria_.list.propSearchType;
     query.users = {application_, login_};
     query.matchCase = criteria_.matchCase;
     query.route = options_.haveFilesFrom ? eSearchRoute::Selection
@@ -23,6 +24,20 @@ SRxSearchQuery LineSource::ReadQuery() {
                                          : eSearchRoute::Folders;
     query.subfolders = options_.subfolders ? 1 : 0;
     return query;
+}
+
+// Models and office documents have custom properties.
+eFileTypeSearch LineSource::ClassWithCustom() const {
+    eFileTypeSearch least = FILE_SEARCH_ANY;
+    for (const SRxCriteriaNode* c = criteria_.list.head; c != nullptr; c = c->nextCriterion) {
+        if (c->IsFileTypeCriterion()) continue;
+        if (c->propertyCategory != eCategoryCustom) {
+            least = PropSearchTypeWith(*c, least);
+        } else if (least == FILE_SEARCH_ANY || least > FILE_SEARCH_OFFICE) {
+            least = FILE_SEARCH_OFFICE;
+        }
+    }
+    return least;
 }
 
 IQxLecternServer* LineSource::Server() {

@@ -32,6 +32,8 @@ public:
     MDxFileNameNode* TakeSelection() override { return place_.files; }
 
 private:
+    eFileTypeSearch ClassWithCustom() const;
+
     const Options& options_;
     const LinePlace& place_;
     const LineCriteria& criteria_;

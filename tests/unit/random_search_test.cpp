@@ -24,7 +24,7 @@ struct Sample {
     std::string extension;
     eState state = eState::Sound;
     bool genuine = true;
-    Fact title, material, checkedBy, cost, needsUpdate, flag;
+    Fact title, material, checkedBy, cost, needsUpdate, flag, paint;
 
     bool IsVerified() const { return IsModel() || extension == ".hdg"; }
     bool IsModel() const { return extension == ".hpa" || extension == ".hsb"; }
@@ -44,6 +44,7 @@ struct Question {
     bool isProperty = false;
     bool isCustom = false;
     Truth truth = {};
+    Truth decided = {};  // of a custom property, where it decides about the file
 };
 
 // `ofAbsent`: the result for a document that doesn't have the value.
@@ -72,9 +73,15 @@ protected:
                   std::to_string(number) + it.extension;
         it.state = static_cast<eState>(std::max(0, Below(7) - 3));
         it.genuine = Below(4) != 0;
-        for (Fact Sample::*fact : {&Sample::title, &Sample::material, &Sample::checkedBy,
-                                   &Sample::cost, &Sample::needsUpdate, &Sample::flag}) {
+        for (Fact Sample::*fact :
+             {&Sample::title, &Sample::material, &Sample::checkedBy, &Sample::cost,
+              &Sample::needsUpdate, &Sample::flag, &Sample::paint}) {
             it.*fact = MakeFact();
+        }
+        // Both stand in one set, which a damaged value spoils.
+        const bool spoilt = it.flag.answer == eAnswer::Unreadable;
+        if (spoilt || it.paint.answer == eAnswer::Unreadable) {
+            it.paint.answer = spoilt ? eAnswer::Unreadable : eAnswer::Absent;
         }
         const auto texts = [](std::uint32_t id, Fact fact) {
             return [=](PropertySectionWriter& set) {
@@ -103,6 +110,8 @@ protected:
             if (it.flag.answer != eAnswer::Absent) set.AddYesNo(2, it.flag.value != 0);
             if (it.flag.answer == eAnswer::Unreadable) set.AddYesNo(2, true);
             set.AddName(2, TEXT("Flag"));
+            if (it.paint.answer == eAnswer::Value) texts(3, it.paint)(set);
+            set.AddName(3, TEXT("Paint"));
         };
         // A part under an extension that nobody knows.
         const std::string made = it.extension == ".xyz" ? "made.hpa" : it.name;
@@ -112,8 +121,9 @@ protected:
         if (it.state == eState::Cut) std::filesystem::resize_file(folder_ / it.name, 100);
         if (it.state == eState::Text) {
             WriteFile(it.name, {'t', 'e', 'x', 't'});
-            for (Fact Sample::*fact : {&Sample::title, &Sample::material, &Sample::checkedBy,
-                                       &Sample::cost, &Sample::needsUpdate, &Sample::flag}) {
+            for (Fact Sample::*fact :
+                 {&Sample::title, &Sample::material, &Sample::checkedBy, &Sample::cost,
+                  &Sample::needsUpdate, &Sample::flag, &Sample::paint}) {
                 it.*fact = {};
             }
         }
@@ -148,7 +158,7 @@ protected:
         const auto isNoWord = [value](int have) { return have != value; };
         const auto always = [](int) { return true; };
         const auto never = [](int) { return false; };
-        switch (Below(13)) {
+        switch (Below(15)) {
             case 0:
                 return ofTypes("Parts", {".hpa"});
             case 1:
@@ -196,11 +206,22 @@ protected:
                                       return known ? asked(it) : false;
                                   });
             }
-            default: {
+            case 12: {
                 Question question =
                     ofProperty("\"Flag\" is set to yes",
                                About(&Sample::flag, true, [](int have) { return have != 0; }));
                 question.isCustom = true;
+                question.decided = About(&Sample::flag, false, [](int have) { return have != 0; });
+                return question;
+            }
+            default: {
+                const bool differs = Below(2) != 0;
+                Question question = ofProperty(
+                    std::string("\"Paint\" ") + (differs ? "differs from " : "equals ") + word,
+                    About(&Sample::paint, true, always));
+                question.isCustom = true;
+                question.decided = About(&Sample::paint, false,
+                                         [=](int have) { return (have == value) != differs; });
                 return question;
             }
         }
@@ -254,7 +275,8 @@ protected:
         for (const auto& group : groups) {
             bool any = false;
             for (const Question* each : group) {
-                std::optional<bool> truth = each->truth(it);
+                const bool decides = each->isCustom && query_.decidesCustom;
+                std::optional<bool> truth = decides ? each->decided(it) : each->truth(it);
                 if (each->isType && *truth && it.IsVerified()) {
                     if (isRead && fails) {
                         truth = false;
@@ -264,10 +286,10 @@ protected:
                         truth = it.state == eState::Sound && it.genuine;
                     }
                 } else if (each->isProperty && (!isRead || fails)) {
-                    truth = each->isCustom;
+                    truth = each->isCustom && !decides;
                 } else if (!truth) {
                     told = true;
-                    truth = each->isCustom;
+                    truth = each->isCustom && !decides;
                 }
                 any = any || *truth;
             }
@@ -288,6 +310,7 @@ TEST_F(RandomSearch, FindsAndTellsWhatTheModelDoes) {
     std::size_t told = 0;
     for (int round = 0; round < 400 && !HasFailure(); ++round) {
         ClearCriteria();
+        query_.decidesCustom = round % 2 != 0;
         std::vector<Question> list;
         std::string trace;
         for (int i = 0, count = 1 + Below(4); i < count; ++i) {

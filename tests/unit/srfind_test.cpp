@@ -13,8 +13,15 @@ protected:
         Tree({"sub/notes.txt", "sub/data.xyz"});
         for (const char* file : {"B.hpa", "a.hpa", "sub/C.hpa"})
             Document(file, nullptr);
-        Document("titled.hpa", nullptr, nullptr,
-                 [](PropertySectionWriter& set) { set.AddText(2, TEXT("Bracket")); });
+        Document(
+            "titled.hpa", nullptr,
+            [](PropertySectionWriter& set) {
+                set.AddReal(2, 4.5);
+                set.AddName(2, TEXT("Mass"));
+                set.AddText(3, TEXT("Miller"));
+                set.AddName(3, TEXT("Supplier"));
+            },
+            [](PropertySectionWriter& set) { set.AddText(2, TEXT("Bracket")); });
     }
 
     // "@" stands for the folder. The paths in the output begin with "@/".
@@ -74,10 +81,17 @@ TEST_F(SrfindTest, StatusHitsAndMessages) {
          0,
          "@/a.hpa|@/B.hpa|",
          nullptr},
-        {{"-w", "File name equals a", "-w", "\"Supplier\" equals Miller", "@"},
+        {{"-w", "File name equals a", "-w", "Component adaptive is set to yes", "@"},
          0,
          "@/a.hpa\n",
-         "'\"Supplier\" equals Miller' can't be decided by the file for 1 of the 1 hit(s)"},
+         "'Component adaptive is set to yes' can't be decided by the file for 1 of the 1 hit(s)"},
+        {{"-w", "\"Supplier\" equals miller", "@"}, 0, "@/titled.hpa\n", nullptr},
+        {{"-w", "\"Supplier\" is greater than 4", "@"}, 1, "", "No files"},
+        {{"-w", "\"Mass\" is greater than 4", "-w", "\"Mass\" has any value", "@"},
+         0,
+         "@/titled.hpa\n",
+         nullptr},
+        {{"--sort=name", "-w", "\"Mass\" is empty", "@"}, 0, "@/a.hpa\n@/B.hpa\n", nullptr},
         {{"--help"}, 0, nullptr, nullptr},
         {{"--version"}, 0, "srfind 1.0.0\n", nullptr},
         {{}, 2, "", "no place to look in"},
