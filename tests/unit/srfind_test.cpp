@@ -87,7 +87,7 @@ TEST_F(SrfindTest, StatusHitsAndMessages) {
          "'Component adaptive is set to yes' can't be decided by the file for 1 of the 1 hit(s)"},
         {{"-w", "\"Supplier\" equals miller", "@"}, 0, "@/titled.hpa\n", nullptr},
         {{"-w", "\"Supplier\" is greater than 4", "@"}, 1, "", "No files"},
-        {{"-w", "\"Mass\" is greater than 4", "-w", "\"Mass\" has any value", "@"},
+        {{"-w", "\"Mass\" is greater than 4", "-w", "\"Mass\" has a value", "@"},
          0,
          "@/titled.hpa\n",
          nullptr},
