@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <execinfo.h>
+#include <link.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -25,7 +26,9 @@ bool Contains(const char* text, const char* part) {
 }
 
 // Code of templates that any library may have brought.
-bool IsStandard(const char* symbol) {
+bool IsStandard(const Dl_info& place) {
+    const char* const symbol = place.dli_sname;
+    if (symbol == nullptr) return false;
     for (const char* prefix : {"_ZNSt", "_ZNKSt", "_ZSt", "_ZN9__gnu_cxx", "_ZNK9__gnu_cxx"}) {
         if (std::strncmp(symbol, prefix, std::strlen(prefix)) == 0) return true;
     }
@@ -41,6 +44,20 @@ bool IsHelper(const Dl_info& place) {
     return false;
 }
 
+// The name is null for code that no exported function holds: the nearest one in front says nothing.
+bool FindPlace(const void* address, Dl_info& place) {
+    const char* const inside = static_cast<const char*>(address) - 1;  // the call before the return
+    void* entry = nullptr;
+    if (dladdr1(inside, &place, &entry, RTLD_DL_SYMENT) == 0 || place.dli_fbase == nullptr) {
+        return false;
+    }
+    const auto* symbol = static_cast<const ElfW(Sym)*>(entry);
+    const bool holds = place.dli_sname != nullptr && symbol != nullptr &&
+                       inside < static_cast<const char*>(place.dli_saddr) + symbol->st_size;
+    if (!holds) place.dli_sname = nullptr;
+    return true;
+}
+
 // By the code that asked, the first on the stack that isn't the language's own.
 bool IsOurs(const void* caller) {
     constexpr int kFrames = 24;
@@ -49,12 +66,18 @@ bool IsOurs(const void* caller) {
     for (int i = static_cast<int>(std::find(frames, frames + count, caller) - frames); i < count;
          ++i) {
         Dl_info place{};
-        if (dladdr(frames[i], &place) == 0 || place.dli_fbase == nullptr) return false;
-        if (place.dli_sname != nullptr && IsStandard(place.dli_sname)) continue;
+        if (!FindPlace(frames[i], place)) return false;
+        if (IsStandard(place)) continue;
+        // A function without a name, called by the language's own, is one of these.
+        Dl_info next{};
+        const bool isInside = i + 1 < count && FindPlace(frames[i + 1], next);
+        if (place.dli_sname == nullptr && isInside && IsStandard(next)) continue;
         if (Contains(place.dli_fname, "libstdc++")) continue;
         for (const char* library : {"libMd.", "libBLx", "libPS.", "_test"}) {
             if (Contains(place.dli_fname, library)) return true;
         }
+        // A function that is not exported belongs to the one around it.
+        if (Contains(place.dli_fname, "libplatform.") && place.dli_sname == nullptr) continue;
         if (!IsHelper(place)) return false;
     }
     return false;
