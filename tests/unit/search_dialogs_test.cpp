@@ -93,30 +93,36 @@ TEST_F(SearchDialogs, SavesOpensAndDeletes) {
             }});
     EXPECT_TRUE(SavedSearchNames().empty());
     Through(IDC_SAVE_SEARCH, {[&] {
-                desk_.Expect(std::to_string(longest.size()));
-                TypeName(longest + "n");
-                Command(IDOK);
-                EXPECT_NE(nullptr, Nested()) << "it stays";
-                desk_.Expect(std::to_string(longest.size()));
-                Command(IDC_SEARCH_NAME, EN_MAXTEXT);
-                desk_.Expect("can't have a backslash");
-                TypeName("a\\b");
-                Command(IDOK);
-                EXPECT_NE(nullptr, Nested());
-                TypeName(longest);
-                Command(IDOK);
-            }});
+                                  desk_.Expect(std::to_string(longest.size()));
+                                  TypeName(longest + "n");
+                                  Command(IDOK);
+                              },
+                              [&] {
+                                  ASSERT_NE(nullptr, Nested()) << "it stays";
+                                  desk_.Expect(std::to_string(longest.size()));
+                                  Command(IDC_SEARCH_NAME, EN_MAXTEXT);
+                                  desk_.Expect("can't have a backslash");
+                                  TypeName("a\\b");
+                                  Command(IDOK);
+                              },
+                              [&] {
+                                  ASSERT_NE(nullptr, Nested());
+                                  TypeName(longest);
+                                  Command(IDOK);
+                              }});
     EXPECT_TRUE(HasSavedSearch(wtext::FromUtf8(longest).c_str()));
     Press(IDC_NEW_SEARCH);
     // Nothing selected, then the row.
     Through(IDC_OPEN_SEARCH, {[&] {
-                EXPECT_EQ((Names{longest}), Listed());
-                SelectName(-1);
-                Command(IDOK);
-                EXPECT_NE(nullptr, Nested());
-                SelectName(0);
-                Command(IDC_SEARCH_LIST, LBN_DBLCLK);
-            }});
+                                  EXPECT_EQ((Names{longest}), Listed());
+                                  SelectName(-1);
+                                  Command(IDOK);
+                              },
+                              [&] {
+                                  ASSERT_NE(nullptr, Nested());
+                                  SelectName(0);
+                                  Command(IDC_SEARCH_LIST, LBN_DBLCLK);
+                              }});
     EXPECT_EQ(rows, Rows());
     Through(IDC_OPEN_SEARCH, {[&] {
                 desk_.Expect("Delete the saved search", IDNO);
